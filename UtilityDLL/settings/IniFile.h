@@ -1,0 +1,88 @@
+#pragma once
+
+#include "UtilityDLL/Export.h"
+#include "UtilityDLL/settings/Section.h"
+#include "VelmBase/ErrorString.h"
+#include "VelmBase/FileName.h"
+#include "VelmBase/FileObject.h"
+
+#include <string>
+
+/// A settings file: sections in file order, read from and written to a plain text file of bracketed headers
+/// and "name = value ;comment" lines. A byte of the file is the character of the same code.
+///
+/// Section names are unique, whatever their letter case. References to sections hold while sections are
+/// added.
+class UTILITYDLL_API IniFile {
+public:
+    IniFile() = default;
+
+    /// Opens `path`; the sections that could be read are there, whatever went wrong.
+    explicit IniFile(const std::wstring& path);
+
+    /// Replaces all sections by those of the file. On an error the sections read before the fault stay, the
+    /// one under way included:
+    ///   - an empty path: an error without a text;
+    ///   - no readable regular file: "Error opening "<path>" for reading!";
+    ///   - a section name that was there before: "Error! Duplicate section<name> found!";
+    ///   - a header "[]": "Invalid section definition on line <number>".
+    ErrorString Open(const std::wstring& path);
+    ErrorString Open(const FileName& name) { return Open(name.Path()); }
+
+    /// Writes the whole file, with aligned columns and CR LF line ends: the file on disk is the whole old one
+    /// or the whole new one, and the result says which (see FILES::ReplaceContents for how, and for links and
+    /// permissions). False without a text when there is no section, when a text has a character above 255, or
+    /// when the file cannot be written.
+    ErrorString Save(const std::wstring& path) const;
+    ErrorString Save(const FileName& name) const { return Save(name.Path()); }
+
+    /// Adds the sections of `file`, without comments; a section that is there already is replaced. Always
+    /// true.
+    bool Open(const FileObject& file);
+
+    /// Gives every key of every section to FileObject::SetItem. Comments are not carried over. Always true.
+    bool Save(FileObject& file) const;
+
+    int NumSections() const { return static_cast<int>(m_sections.Size()); }
+    bool Empty() const { return m_sections.Size() == 0; }
+
+    /// Whether there is a section of that name.
+    bool HasSection(const Section& section) const { return HasSection(section.GetName().String()); }
+    bool HasSection(const wchar_t* name) const { return HasSection(std::wstring(name ? name : L"")); }
+    bool HasSection(const std::wstring& name) const;
+
+    /// The section at that position, from 0. Positions outside 0 to NumSections() - 1 are the caller's error.
+    Section& operator[](int position) { return m_sections[static_cast<std::size_t>(position)]; }
+    const Section& operator[](int position) const { return m_sections[static_cast<std::size_t>(position)]; }
+
+    /// The section of that name; a missing one is added at the end, empty.
+    Section& operator[](const wchar_t* name) { return SectionOf(name ? name : L""); }
+    Section& operator[](const std::wstring& name) { return SectionOf(name); }
+
+    /// The section of that name, or m_ErrorSection: nameless and empty.
+    const Section& operator[](const wchar_t* name) const { return SectionOf(name ? name : L""); }
+    const Section& operator[](const std::wstring& name) const { return SectionOf(name); }
+
+    /// Adds a copy at the end, or replaces the section of that name whole. False for a nameless section.
+    bool AddSection(const Section& section);
+
+    /// Removes the section of that name. False when there is none.
+    bool RemoveSection(const Section& section) { return RemoveSection(section.GetName().String()); }
+    bool RemoveSection(const wchar_t* name) { return RemoveSection(std::wstring(name ? name : L"")); }
+    bool RemoveSection(const std::wstring& name);
+
+    /// Gives the section `oldName` the name `newName`. False, changing nothing, when there is no such section
+    /// or the new name is taken; so a rename that only changes letter case is refused.
+    bool RenameSection(const std::wstring& oldName, const std::wstring& newName);
+    bool RenameSection(const wchar_t* oldName, const wchar_t* newName);
+
+    void Clear() { m_sections.Clear(); }
+
+    static const Section m_ErrorSection;
+
+private:
+    Section& SectionOf(std::wstring_view name);
+    const Section& SectionOf(std::wstring_view name) const;
+
+    NamedSequence<Section> m_sections;
+};

@@ -1,0 +1,167 @@
+#pragma once
+
+#include "UtilityDLL/Export.h"
+#include "UtilityDLL/settings/HashedString.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// Where the names of a long sequence stand: the position of the first element of each name, by a hash that
+/// ignores case and is seeded for each process, so that no file can be made to collide.
+class UTILITYDLL_API NameIndex {
+public:
+    static std::uint64_t Hash(std::wstring_view name);
+
+    void Clear(std::size_t expected);
+
+    /// The first slot to look at for a hash. Slots follow each other by NextSlot until an empty one.
+    std::size_t FirstSlot(std::uint64_t hash) const { return hash & (m_slots.size() - 1); }
+    std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & (m_slots.size() - 1); }
+
+    static constexpr std::uint32_t kEmpty = 0xFFFFFFFF;
+    std::uint32_t PositionAt(std::size_t slot) const { return m_slots[slot]; }
+    void Set(std::size_t slot, std::uint32_t position) {
+        m_slots[slot] = position;
+        ++m_used;
+    }
+    bool IsCrowded() const { return m_used * 2 >= m_slots.size(); }
+
+    /// A name has changed or an element is gone: what stands here is no longer true.
+    void MarkStale() { m_stale = true; }
+    bool IsStale() const { return m_stale; }
+
+private:
+    std::vector<std::uint32_t> m_slots;
+    std::size_t m_used = 0;
+    bool m_stale = true;
+};
+
+/// The name of an element of a NamedSequence. It tells the sequence's index when it changes, since a host may
+/// rename an element through a reference that it holds. Copies are not watched.
+class IndexedName {
+public:
+    IndexedName() = default;
+    IndexedName(HashedString<wchar_t> name) : m_name(std::move(name)) {}
+    IndexedName(const IndexedName& other) : m_name(other.m_name) {}
+    IndexedName& operator=(const IndexedName& other) {
+        Set(other.m_name);
+        return *this;
+    }
+    ~IndexedName() = default;
+
+    const HashedString<wchar_t>& Get() const { return m_name; }
+    void Set(const HashedString<wchar_t>& name) {
+        if (m_index && !SameName(m_name, name)) m_index->MarkStale();
+        m_name = name;
+    }
+    void WatchFor(NameIndex* index) { m_index = index; }
+
+private:
+    HashedString<wchar_t> m_name;
+    NameIndex* m_index = nullptr;
+};
+
+/// An ordered sequence of named elements, found by the first that bears a name, whatever its letter case.
+/// References to elements hold while elements are appended. A short sequence is scanned; a long one has an
+/// index, which calls on a non-const sequence keep up to date. Const calls change nothing, so that several
+/// threads may make them at once.
+///
+/// `Element` has `const HashedString<wchar_t>& GetName() const` and `IndexedName& NameSlot()`, and keeps its
+/// name in that slot when it is moved from.
+template <typename Element> class NamedSequence {
+public:
+    NamedSequence() = default;
+    NamedSequence(const NamedSequence& other) : m_elements(other.m_elements) {}
+    NamedSequence(NamedSequence&& other) = default;
+    // The elements are replaced as a whole: assigned one by one they would go on watching for the old index.
+    NamedSequence& operator=(const NamedSequence& other) { return *this = NamedSequence(other); }
+    NamedSequence& operator=(NamedSequence&& other) = default;
+    ~NamedSequence() = default;
+
+    std::size_t Size() const { return m_elements.size(); }
+    Element& operator[](std::size_t position) { return m_elements[position]; }
+    const Element& operator[](std::size_t position) const { return m_elements[position]; }
+    auto begin() const { return m_elements.begin(); }
+    auto end() const { return m_elements.end(); }
+
+    /// The position of the first element of that name; Size() when there is none.
+    std::size_t Find(std::wstring_view name) const {
+        return m_index && !m_index->IsStale() ? FindByIndex(name) : Scan(name);
+    }
+    std::size_t Find(std::wstring_view name) {
+        if (m_index && m_index->IsStale()) Rebuild();
+        return std::as_const(*this).Find(name);
+    }
+
+    template <typename... Arguments> Element& Append(Arguments&&... arguments) {
+        Element& element = m_elements.emplace_back(std::forward<Arguments>(arguments)...);
+        if (m_index && !m_index->IsStale())
+            AddToIndex(m_elements.size() - 1);
+        else if (!m_index && m_elements.size() > kLongestScan)
+            Rebuild();
+        return element;
+    }
+
+    void Remove(std::size_t position) {
+        m_elements.erase(m_elements.begin() + static_cast<std::ptrdiff_t>(position));
+        if (m_index) m_index->MarkStale();
+    }
+
+    void Clear() {
+        m_elements.clear();
+        m_index.reset();
+    }
+
+private:
+    static constexpr std::size_t kLongestScan = 32;
+
+    std::size_t Scan(std::wstring_view name) const {
+        const unsigned int hash = NameHash(name);
+        std::size_t position = 0;
+        for (const Element& element : m_elements) {
+            if (element.GetName().Hash() == hash && icompareW(element.GetName().String(), name)) break;
+            ++position;
+        }
+        return position;
+    }
+
+    std::size_t FindByIndex(std::wstring_view name) const {
+        const std::uint32_t position = m_index->PositionAt(SlotOf(name));
+        return position != NameIndex::kEmpty ? position : m_elements.size();
+    }
+
+    // The slot that holds the name, or the empty one where it would be.
+    std::size_t SlotOf(std::wstring_view name) const {
+        std::size_t slot = m_index->FirstSlot(NameIndex::Hash(name));
+        for (std::uint32_t position; (position = m_index->PositionAt(slot)) != NameIndex::kEmpty;
+             slot = m_index->NextSlot(slot))
+            if (icompareW(m_elements[position].GetName().String(), name)) break;
+        return slot;
+    }
+
+    void AddToIndex(std::size_t position) {
+        if (m_index->IsCrowded()) {
+            Rebuild();
+            return;
+        }
+        Element& element = m_elements[position];
+        const std::size_t slot = SlotOf(element.GetName().String());
+        if (m_index->PositionAt(slot) == NameIndex::kEmpty)
+            m_index->Set(slot, static_cast<std::uint32_t>(position));
+        element.NameSlot().WatchFor(m_index.get());
+    }
+
+    void Rebuild() {
+        if (!m_index) m_index = std::make_unique<NameIndex>();
+        m_index->Clear(m_elements.size());
+        for (std::size_t position = 0; position < m_elements.size(); ++position) AddToIndex(position);
+    }
+
+    std::deque<Element> m_elements;
+    std::unique_ptr<NameIndex> m_index;
+};

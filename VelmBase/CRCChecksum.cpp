@@ -1,0 +1,149 @@
+#include "VelmBase/CRCChecksum.h"
+
+#include "VelmBase/Utf16.h"
+
+#include <array>
+#include <cstring>
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
+namespace {
+
+constexpr std::uint32_t kPolynomial = 0xEDB88320u;
+constexpr int kSlices = 16;
+
+using Tables = std::array<std::array<std::uint32_t, 256>, kSlices>;
+
+// tables[k][b] is the register after the byte b and k zero bytes.
+constexpr Tables MakeTables() {
+    Tables tables{};
+    for (std::uint32_t byte = 0; byte < 256; ++byte) {
+        std::uint32_t value = byte;
+        for (int bit = 0; bit < 8; ++bit) value = (value >> 1) ^ (value & 1 ? kPolynomial : 0);
+        tables[0][byte] = value;
+    }
+    for (std::size_t slice = 1; slice < kSlices; ++slice)
+        for (std::size_t byte = 0; byte < 256; ++byte) {
+            const std::uint32_t previous = tables[slice - 1][byte];
+            tables[slice][byte] = (previous >> 8) ^ tables[0][previous & 0xFF];
+        }
+    return tables;
+}
+
+constexpr Tables kTables = MakeTables();
+
+std::uint32_t LoadLittleEndian(const unsigned char* bytes) {
+    return bytes[0] | bytes[1] << 8 | bytes[2] << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
+}
+
+// `word` looked up in the four tables that end at `lastSlice`.
+std::uint32_t FoldWord(std::uint32_t word, std::size_t lastSlice) {
+    return kTables[lastSlice][word & 0xFF] ^ kTables[lastSlice - 1][word >> 8 & 0xFF] ^
+           kTables[lastSlice - 2][word >> 16 & 0xFF] ^ kTables[lastSlice - 3][word >> 24];
+}
+
+std::uint32_t UpdateBySlices(std::uint32_t crc, const unsigned char* bytes, std::size_t count) {
+    for (; count >= 16; bytes += 16, count -= 16)
+        crc = FoldWord(crc ^ LoadLittleEndian(bytes), 15) ^ FoldWord(LoadLittleEndian(bytes + 4), 11) ^
+              FoldWord(LoadLittleEndian(bytes + 8), 7) ^ FoldWord(LoadLittleEndian(bytes + 12), 3);
+    for (; count >= 4; bytes += 4, count -= 4) crc = FoldWord(crc ^ LoadLittleEndian(bytes), 3);
+    for (; count > 0; ++bytes, --count) crc = (crc >> 8) ^ kTables[0][(crc ^ *bytes) & 0xFF];
+    return crc;
+}
+
+#if defined(__x86_64__)
+
+// x^degree modulo the CRC polynomial, in the bit-reflected form that carry-less multiplication wants (one bit
+// to the left). Folding a 128-bit block over a distance of n bits multiplies its halves by x^(n+32),
+// x^(n-32).
+constexpr long long FoldConstant(int degree) {
+    std::uint32_t value = 0x80000000u; // x^0, reflected
+    for (int i = 0; i < degree; ++i) value = (value >> 1) ^ (value & 1 ? kPolynomial : 0);
+    return static_cast<long long>(value) << 1;
+}
+static_assert(FoldConstant(4 * 128 + 32) == 0x154442BD4 && FoldConstant(4 * 128 - 32) == 0x1C6E41596);
+
+__attribute__((target("pclmul,sse4.1"))) inline __m128i Fold(__m128i block, __m128i constants, __m128i next) {
+    const __m128i low = _mm_clmulepi64_si128(block, constants, 0x00);
+    const __m128i high = _mm_clmulepi64_si128(block, constants, 0x11);
+    return _mm_xor_si128(_mm_xor_si128(low, high), next);
+}
+
+__attribute__((target("pclmul,sse4.1"))) inline __m128i Load(const unsigned char* bytes) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+}
+
+// At least 64 bytes. Eight blocks at a time hide the latency of the multiplication; the last block is reduced
+// by the tables.
+__attribute__((target("pclmul,sse4.1"))) std::uint32_t
+UpdateByMultiplication(std::uint32_t crc, const unsigned char* bytes, std::size_t count) {
+    const __m128i by8 = _mm_set_epi64x(FoldConstant(8 * 128 - 32), FoldConstant(8 * 128 + 32));
+    const __m128i by4 = _mm_set_epi64x(FoldConstant(4 * 128 - 32), FoldConstant(4 * 128 + 32));
+    const __m128i by1 = _mm_set_epi64x(FoldConstant(128 - 32), FoldConstant(128 + 32));
+
+    __m128i lanes[8];
+    for (int i = 0; i < 4; ++i) lanes[i] = Load(bytes + 16 * i);
+    lanes[0] = _mm_xor_si128(lanes[0], _mm_cvtsi32_si128(static_cast<int>(crc)));
+    bytes += 64;
+    count -= 64;
+    if (count >= 64 + 128) {
+        for (int i = 4; i < 8; ++i) lanes[i] = Load(bytes + 16 * (i - 4));
+        bytes += 64;
+        count -= 64;
+        for (; count >= 128; bytes += 128, count -= 128)
+            for (int i = 0; i < 8; ++i) lanes[i] = Fold(lanes[i], by8, Load(bytes + 16 * i));
+        for (int i = 0; i < 4; ++i) lanes[i] = Fold(lanes[i], by4, lanes[i + 4]);
+    }
+    for (; count >= 64; bytes += 64, count -= 64)
+        for (int i = 0; i < 4; ++i) lanes[i] = Fold(lanes[i], by4, Load(bytes + 16 * i));
+
+    __m128i block = lanes[0];
+    for (int i = 1; i < 4; ++i) block = Fold(block, by1, lanes[i]);
+    for (; count >= 16; bytes += 16, count -= 16) block = Fold(block, by1, Load(bytes));
+
+    unsigned char last[16];
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(last), block);
+    return UpdateBySlices(UpdateBySlices(0, last, sizeof last), bytes, count);
+}
+
+std::uint32_t Update(std::uint32_t crc, const unsigned char* bytes, std::size_t count) {
+    static const bool canMultiply = __builtin_cpu_supports("pclmul") && __builtin_cpu_supports("sse4.1");
+    return canMultiply && count >= 64 ? UpdateByMultiplication(crc, bytes, count)
+                                      : UpdateBySlices(crc, bytes, count);
+}
+
+#else
+
+std::uint32_t Update(std::uint32_t crc, const unsigned char* bytes, std::size_t count) {
+    return UpdateBySlices(crc, bytes, count);
+}
+
+#endif
+
+} // namespace
+
+void CRCChecksum::Update(const void* bytes, std::size_t count) {
+    m_register = ::Update(m_register, static_cast<const unsigned char*>(bytes), count);
+}
+
+CRCChecksum& CRCChecksum::operator+=(unsigned int value) {
+    m_register = FoldWord(m_register ^ value, 3);
+    return *this;
+}
+
+CRCChecksum& CRCChecksum::operator+=(const std::wstring& text) {
+    unsigned char buffer[512];
+    std::size_t filled = 0;
+    ForEachUtf16Unit(text, [&](char16_t unit) {
+        buffer[filled++] = static_cast<unsigned char>(unit & 0xFF);
+        buffer[filled++] = static_cast<unsigned char>(unit >> 8);
+        if (filled == sizeof buffer) {
+            Update(buffer, filled);
+            filled = 0;
+        }
+    });
+    Update(buffer, filled);
+    return *this;
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "VelmBase/Export.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+/// The file services that the suite needs of the operating system. Paths are wide text on every platform; on
+/// Linux they are UTF-8 on disk. Only regular files count: a folder, a pipe or a device cannot be opened.
+namespace FILES {
+
+/// A file opened for sequential reading of bytes; closed by the destructor. Others may write, rename or
+/// delete the file meanwhile.
+class VELMBASE_API Reader {
+public:
+    explicit Reader(const std::wstring& path);
+    ~Reader();
+    Reader(const Reader&) = delete;
+    Reader& operator=(const Reader&) = delete;
+
+    bool IsOpen() const { return m_handle != -1; }
+
+    /// The size in bytes when the file was opened.
+    std::uint64_t Size() const { return m_size; }
+
+    /// Reads up to `count` bytes; 0 at the end and on an error (then Failed() is true).
+    std::size_t Read(void* buffer, std::size_t count);
+    bool Failed() const { return m_failed; }
+
+private:
+    std::intptr_t m_handle = -1;
+    std::uint64_t m_size = 0;
+    bool m_failed = false;
+};
+
+/// Opens a C stream in binary mode. `mode` begins with r, w or a; a "+" after it adds the other direction.
+/// Null when the file cannot be opened or the mode is none of these.
+VELMBASE_API std::FILE* OpenStream(const std::wstring& path, const wchar_t* mode);
+
+/// Position and seek in a C stream with 64-bit offsets; -1 and false on an error.
+VELMBASE_API std::int64_t Position(std::FILE* stream);
+VELMBASE_API bool SeekTo(std::FILE* stream, std::int64_t offset, int origin);
+
+/// Gives the file `path` this content, whole or not at all: whatever happens, the file is the old one or the
+/// new one. Returns true when it is the new one, safe on the disk; false when it is the old one.
+///
+/// The content goes to a temporary file ".<name>.saving" in the same folder, which then takes the file's
+/// place; a temporary file that a killed process left is used again. Mode, owner and symbolic links stay as
+/// they are. Where that cannot be (the folder takes no new file, the file has several hard links, its owner
+/// cannot be kept), the file is written in place: a failed write is undone, but a crash in that moment can
+/// tear it. A read-only file is not replaced.
+[[nodiscard]] VELMBASE_API bool ReplaceContents(const std::wstring& path, std::string_view content);
+
+/// The low 32 bits of the last modification in seconds since 1970. False when the file cannot be queried.
+VELMBASE_API bool ModificationTime(const std::wstring& path, std::uint32_t& seconds);
+
+} // namespace FILES

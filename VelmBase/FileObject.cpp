@@ -1,0 +1,118 @@
+#include "VelmBase/FileObject.h"
+
+#include "VelmBase/SettingsText.h"
+#include "VelmBase/WideString.h"
+
+#include <algorithm>
+
+namespace {
+
+std::wstring InCapitals(std::wstring text) {
+    std::transform(text.begin(), text.end(), text.begin(), ToUpperW);
+    return text;
+}
+
+} // namespace
+
+const std::wstring* FobjSection::GetItem(const std::wstring& key) const {
+    const auto found = m_positions.find(InCapitals(key));
+    return found != m_positions.end() ? &m_items[found->second].value : nullptr;
+}
+
+bool FobjSection::GetFirstMapEntry(int& position, std::wstring& key, std::wstring& value) const {
+    position = -1;
+    return GetNextMapEntry(position, key, value);
+}
+
+bool FobjSection::GetNextMapEntry(int& position, std::wstring& key, std::wstring& value) const {
+    if (position < -1 || position >= NumItems() - 1) return false;
+    const Item& item = m_items[static_cast<std::size_t>(++position)];
+    key = item.key;
+    value = item.value;
+    return true;
+}
+
+bool FobjSection::SetItem(const std::wstring& key, const std::wstring& value, bool create) {
+    const auto found = m_positions.find(InCapitals(key));
+    if (found != m_positions.end()) {
+        m_items[found->second].value = value;
+        return true;
+    }
+    if (!create) return false;
+    m_positions.emplace(InCapitals(key), m_items.size());
+    m_items.push_back({key, value});
+    return true;
+}
+
+bool FileObject::Open(const std::wstring& path, int /*flags*/) {
+    struct Collector : SETTINGS::Handler {
+        explicit Collector(FileObject& target) : file(target) {}
+        bool OnSection(SETTINGS::Bytes name) override {
+            section = &file.SectionOf(SETTINGS::Widened(name));
+            return true;
+        }
+        void OnKey(SETTINGS::Bytes name, SETTINGS::Bytes value, SETTINGS::Bytes /*comment*/) override {
+            if (!name.empty()) section->SetItem(SETTINGS::Widened(name), SETTINGS::Widened(value), true);
+        }
+        FileObject& file;
+        FobjSection* section = nullptr;
+    };
+
+    m_sections.clear();
+    m_positions.clear();
+    Collector collector(*this);
+    return SETTINGS::Read(path, collector).status == SETTINGS::ReadStatus::COMPLETE;
+}
+
+bool FileObject::Save(const std::wstring& path, int /*flags*/) const {
+    if (m_sections.empty()) return false;
+    SETTINGS::Writer writer;
+    for (const FobjSection& section : m_sections) {
+        writer.BeginSection(section.Name(), {});
+        std::size_t nameWidth = 0;
+        std::wstring key;
+        std::wstring value;
+        int position = 0;
+        for (bool more = section.GetFirstMapEntry(position, key, value); more;
+             more = section.GetNextMapEntry(position, key, value))
+            nameWidth = std::max(nameWidth, key.size());
+        for (bool more = section.GetFirstMapEntry(position, key, value); more;
+             more = section.GetNextMapEntry(position, key, value))
+            writer.Key(key, value, {}, nameWidth, 0);
+        writer.EndSection();
+    }
+    return writer.Save(path);
+}
+
+const FobjSection* FileObject::GetSection(const std::wstring& name) const {
+    const auto found = m_positions.find(InCapitals(name));
+    return found != m_positions.end() ? &m_sections[found->second] : nullptr;
+}
+
+bool FileObject::GetFirstSectionEntry(int& position, std::wstring& name) const {
+    position = -1;
+    return GetNextSectionEntry(position, name);
+}
+
+bool FileObject::GetNextSectionEntry(int& position, std::wstring& name) const {
+    if (position < -1 || position >= NumSections() - 1) return false;
+    name = m_sections[static_cast<std::size_t>(++position)].Name();
+    return true;
+}
+
+bool FileObject::SetItem(const std::wstring& section, const std::wstring& key, const std::wstring& value,
+                         bool create) {
+    if (!create && !GetSection(section)) return false;
+    return SectionOf(section).SetItem(key, value, create);
+}
+
+const std::wstring* FileObject::GetItem(const std::wstring& section, const std::wstring& key) const {
+    const FobjSection* const found = GetSection(section);
+    return found ? found->GetItem(key) : nullptr;
+}
+
+FobjSection& FileObject::SectionOf(const std::wstring& name) {
+    const auto [found, isNew] = m_positions.try_emplace(InCapitals(name), m_sections.size());
+    if (isNew) m_sections.emplace_back(name);
+    return m_sections[found->second];
+}

@@ -1,0 +1,36 @@
+#include "VelmBase/FormatString.h"
+
+#include <algorithm>
+
+FormatString::FormatString(const std::wstring& text, wchar_t separator) : m_separator(separator) {
+    if (text.empty()) return;
+    m_items.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), separator)) + 1);
+    std::size_t begin = 0;
+    for (std::size_t end; (end = text.find(separator, begin)) != std::wstring::npos; begin = end + 1)
+        m_items.emplace_back(text, begin, end - begin);
+    m_items.emplace_back(text, begin);
+}
+
+const std::wstring& FormatString::Item(int index) const {
+    static const std::wstring none;
+    return index >= 0 && index < NumItems() ? m_items[static_cast<std::size_t>(index)] : none;
+}
+
+void FormatString::SetItem(int index, const std::wstring& item) {
+    if (index < 0) return;
+    if (index >= NumItems()) m_items.resize(static_cast<std::size_t>(index) + 1);
+    m_items[static_cast<std::size_t>(index)] = item;
+}
+
+bool FormatString::HasSubString(const std::wstring& item) const {
+    return std::find(m_items.begin(), m_items.end(), item) != m_items.end();
+}
+
+std::wstring FormatString::Text() const {
+    std::wstring text;
+    for (std::size_t i = 0; i < m_items.size(); ++i) {
+        if (i > 0) text += m_separator;
+        text += m_items[i];
+    }
+    return text;
+}

@@ -1,0 +1,3 @@
+#include "VelmBase/WideString.h"
+
+std::wstring FromNarrow(std::string_view text) { return FromUtf8(text); }

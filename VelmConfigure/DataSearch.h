@@ -1,0 +1,30 @@
+#pragma once
+
+#include "VelmConfigure/Export.h"
+
+#include <map>
+#include <string>
+
+/// Finds the suite's data folders and files by category number. Category 23 holds the file "Keywords".
+///
+/// A category's folder is the one that SetFolder gave it, else the folder that the environment variable
+/// UTILITYDLL_DATA names, else the installed data folder. Process-wide, made on first use, not locked.
+class VELMCONFIGURE_API DataSearch {
+public:
+    static DataSearch& GetDataSearch();
+
+    /// Replaces the file name `name` by its full path in the category's folder. True when that file exists;
+    /// `name` is replaced in any case.
+    bool GetFullPath(int category, std::wstring& name) const;
+
+    /// The folder of the category, without a separator at its end.
+    std::wstring GetFilePath(int category) const;
+
+    /// Sets the folder of a category; an empty one goes back to the default.
+    void SetFolder(int category, const std::wstring& folder);
+
+private:
+    DataSearch() = default;
+
+    std::map<int, std::wstring> m_folders;
+};

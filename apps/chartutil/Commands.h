@@ -1,0 +1,10 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+// Each adds one command with its subcommands and options to the program. What a command does runs as CLI11's
+// callback; it ends by returning (success) or by throwing a CommandError or CommandExit.
+void AddSettingsCommand(CLI::App& program);
+void AddCrcCommand(CLI::App& program);

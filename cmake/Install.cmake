@@ -1,0 +1,24 @@
+# What `cmake --install` lays down: libraries, headers under their own folders, the package for find_package and
+# pkg-config, the host program and its data.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS VelmBaseR VelmConfigureR UtilityDLL EXPORT UtilityDLLTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS chartutil RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(DIRECTORY VelmBase VelmConfigure UtilityDLL Framework DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    FILES_MATCHING PATTERN "*.h" PATTERN "posix" EXCLUDE PATTERN "win32" EXCLUDE)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/utilitydll)
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/UtilityDLL)
+install(EXPORT UtilityDLLTargets NAMESPACE UtilityDLL:: DESTINATION ${package_folder})
+configure_package_config_file(cmake/UtilityDLLConfig.cmake.in ${PROJECT_BINARY_DIR}/UtilityDLLConfig.cmake
+    INSTALL_DESTINATION ${package_folder})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/UtilityDLLConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+configure_file(cmake/utilitydll.pc.in ${PROJECT_BINARY_DIR}/utilitydll.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/UtilityDLLConfig.cmake ${PROJECT_BINARY_DIR}/UtilityDLLConfigVersion.cmake
+    DESTINATION ${package_folder})
+install(FILES ${PROJECT_BINARY_DIR}/utilitydll.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,28 @@
+# What every target of this project is built with, and how a library of it is made.
+
+add_library(ProjectOptions INTERFACE)
+target_compile_options(ProjectOptions INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Werror
+    # GCC 12 sees overlapping copies in the operator+ of std::string that are not there.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+if(UTILITYDLL_SANITIZE)
+    target_compile_options(ProjectOptions INTERFACE
+        -fsanitize=${UTILITYDLL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(ProjectOptions INTERFACE -fsanitize=${UTILITYDLL_SANITIZE})
+endif()
+
+# velm_library(<target> <folder> <API macro> <source>...): a shared library whose exports carry the macro of
+# its generated header <folder>/Export.h; everything else in it is hidden.
+function(velm_library target folder macro)
+    add_library(${target} SHARED ${ARGN})
+    include(GenerateExportHeader)
+    generate_export_header(${target} EXPORT_MACRO_NAME ${macro}
+        EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/include/${folder}/Export.h)
+    target_include_directories(${target} PUBLIC
+        $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
+        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:ProjectOptions>)
+    set_target_properties(${target} PROPERTIES
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} PREFIX "")
+endfunction()

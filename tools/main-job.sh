@@ -1,0 +1,3 @@
+# Sourced by ./run: the main job on the sample project, with the program that was just built.
+
+chartutil=$PWD/build/release/bin/chartutil

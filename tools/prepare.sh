@@ -1,0 +1,24 @@
+# Sourced by ./run, ./test and the tools: installs the Debian packages that a step needs and are not there yet.
+
+packages_build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev qt6-base-dev libqt6svg6-dev"
+packages_test="libgtest-dev libgmock-dev strace pkg-config gmt-common"
+packages_bench="libbenchmark-dev libsimpleini-dev libinih-dev libglib2.0-dev libboost-dev zlib1g-dev libdeflate-dev libeigen3-dev libglm-dev pkg-config"
+packages_fuzz="clang libclang-rt-14-dev llvm"
+packages_windows="g++-mingw-w64-x86-64-posix googletest wine wine64"
+packages_lint="clang-format clang-tidy"
+
+prepare() { # PACKAGE...
+    local missing=() package
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    echo "Installing packages: ${missing[*]}"
+    local as_root=()
+    [ "$(id -u)" = 0 ] || as_root=(sudo)
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+step() { printf '\n== %s\n' "$*"; }

@@ -1,0 +1,36 @@
+#!/usr/bin/env python3
+"""Runs the benchmark programs of a build folder and prints, per task, our time beside each peer's.
+
+usage: tools/bench.py [BUILD_FOLDER] [NAME_PART...]
+The ratio is the peer's time divided by ours: above 1 we are faster. Times are medians of five repetitions."""
+import json
+import pathlib
+import subprocess
+import sys
+
+folder = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else "build/bench")
+wanted = sys.argv[2:]
+for program in sorted((folder / "bin").glob("*Bench")):
+    if wanted and not any(part in program.name for part in wanted):
+        continue
+    output = subprocess.run(
+        [program, "--benchmark_format=json", "--benchmark_repetitions=5",
+         "--benchmark_report_aggregates_only=true", "--benchmark_enable_random_interleaving=true"],
+        check=True, capture_output=True, text=True).stdout
+    tasks = {}
+    counters = {}
+    for row in json.loads(output)["benchmarks"]:
+        if row.get("aggregate_name") != "median":
+            continue
+        task, who = row["run_name"].rsplit("/", 1) if "/" in row["run_name"] else (row["run_name"], "ours")
+        tasks.setdefault(task, {})[who] = (row["real_time"], row["time_unit"])
+        for key in ("bytes_per_file_byte", "bytes_per_second"):
+            if key in row:
+                counters.setdefault(task, {})[who] = f"{key} {row[key]:.3g}"
+    print(f"\n## {program.name}\n")
+    print("| task | who | time | peer / ours | more |\n|---|---|---|---|---|")
+    for task, times in tasks.items():
+        ours = times.get("ours")
+        for who, (time, unit) in sorted(times.items(), key=lambda item: item[0] != "ours"):
+            ratio = f"{time / ours[0]:.2f}" if ours and who != "ours" else ""
+            print(f"| {task} | {who} | {time:.4g} {unit} | {ratio} | {counters.get(task, {}).get(who, '')} |")

@@ -11,6 +11,19 @@
 #include <string>
 #include <string_view>
 
+/// The path for the standard library's file functions: these take a wide path through the host's locale, which
+/// a test must not depend on.
+inline std::filesystem::path NativePath(std::wstring_view path) {
+    const std::string bytes = ToUtf8(path);
+    return std::u8string(bytes.begin(), bytes.end());
+}
+
+/// The wide path as the library takes it.
+inline std::wstring WidePath(const std::filesystem::path& path) {
+    const std::u8string bytes = path.u8string();
+    return FromUtf8(std::string(bytes.begin(), bytes.end()));
+}
+
 /// A folder of its own for a test, gone with it. Its name has characters beyond ASCII, so that every test
 /// that touches a file also proves wide paths.
 class TemporaryFolder {
@@ -18,9 +31,9 @@ public:
     TemporaryFolder() {
         static std::atomic<unsigned> count{0};
         std::random_device random;
-        m_path =
-            std::filesystem::temp_directory_path() /
-            (L"utilitydll-\u00FC\u03A9\u6D77-" + std::to_wstring(random()) + L"-" + std::to_wstring(++count));
+        m_path = std::filesystem::temp_directory_path() /
+                 NativePath(L"utilitydll-\u00FC\u03A9\u6D77-" + std::to_wstring(random()) + L"-" +
+                            std::to_wstring(++count));
         std::filesystem::create_directory(m_path);
     }
     ~TemporaryFolder() {
@@ -34,7 +47,7 @@ public:
     const std::filesystem::path& Path() const { return m_path; }
 
     /// The full path of a file in the folder.
-    std::wstring File(std::wstring_view name) const { return (m_path / name).wstring(); }
+    std::wstring File(std::wstring_view name) const { return WidePath(m_path / NativePath(name)); }
 
     /// The number of files in the folder.
     std::size_t NumFiles() const {
@@ -52,7 +65,12 @@ inline void WriteBytes(const std::filesystem::path& path, std::string_view bytes
     ASSERT_TRUE(file.good());
 }
 
+inline void WriteBytes(const std::wstring& path, std::string_view bytes) {
+    WriteBytes(NativePath(path), bytes);
+}
+
 inline std::string ReadBytes(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
+inline std::string ReadBytes(const std::wstring& path) { return ReadBytes(NativePath(path)); }

@@ -24,7 +24,10 @@ template <typename Feed> void ForEachUtf16Unit(std::wstring_view text, Feed feed
 inline std::size_t Utf16Length(std::wstring_view text) {
     std::size_t length = text.size();
     if constexpr (sizeof(wchar_t) > 2) {
-        for (const wchar_t character : text) length += static_cast<char32_t>(character) > 0xFFFF;
+        for (const wchar_t character : text) {
+            const auto code = static_cast<char32_t>(character);
+            length += code > 0xFFFF;
+        }
     }
     return length;
 }

@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Runs a Windows program under Wine: tools/wine.sh FOLDER PROGRAM [ARGUMENT...]
+# Wine's registry, its drive C and what it takes for the user's home lie in FOLDER, which is made by the first call;
+# nothing is written anywhere else, and no display is needed.
+set -euo pipefail
+mkdir -p "$1/home"
+folder=$(cd "$1" && pwd)
+shift
+export WINEPREFIX=$folder/prefix HOME=$folder/home XDG_RUNTIME_DIR=$folder/home
+export WINEDEBUG=-all WINEARCH=win64
+# Neither the .NET nor the HTML engine, which Wine would offer to download; no menu entries on the desktop.
+export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+unset DISPLAY WAYLAND_DISPLAY
+
+if [ ! -e "$folder/ready" ]; then
+    (
+        flock 9 # several programs may be the first
+        [ -e "$folder/ready" ] || { wine wineboot --init && wineserver --wait && touch "$folder/ready"; }
+    ) 9>"$folder/lock" >"$folder/setup.log" 2>&1 || { cat "$folder/setup.log" >&2; exit 1; }
+fi
+exec wine "$@"

@@ -2,12 +2,18 @@
 
 #include <algorithm>
 
-FormatString::FormatString(const std::wstring& text, wchar_t separator) : m_separator(separator) {
+FormatString::FormatString(const std::wstring& text, wchar_t separator, int mostItems)
+    : m_separator(separator) {
     if (text.empty()) return;
-    m_items.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), separator)) + 1);
+    const auto separators = static_cast<std::size_t>(std::count(text.begin(), text.end(), separator));
+    const std::size_t numItems = std::min(separators + 1, static_cast<std::size_t>(std::max(mostItems, 1)));
+    m_items.reserve(numItems);
     std::size_t begin = 0;
-    for (std::size_t end; (end = text.find(separator, begin)) != std::wstring::npos; begin = end + 1)
+    while (m_items.size() + 1 < numItems) {
+        const std::size_t end = text.find(separator, begin);
         m_items.emplace_back(text, begin, end - begin);
+        begin = end + 1;
+    }
     m_items.emplace_back(text, begin);
 }
 

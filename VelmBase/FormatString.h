@@ -2,6 +2,7 @@
 
 #include "VelmBase/Export.h"
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,10 @@
 /// text has no item.
 class VELMBASE_API FormatString {
 public:
-    FormatString(const std::wstring& text, wchar_t separator);
+    /// With `mostItems`, from 1, the last of that many items is the whole rest of the text: for readers that
+    /// know how many items they take, whatever they are given.
+    FormatString(const std::wstring& text, wchar_t separator,
+                 int mostItems = std::numeric_limits<int>::max());
 
     /// No items yet.
     explicit FormatString(wchar_t separator) : m_separator(separator) {}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "UtilityDLL/Export.h"
+#include "UtilityDLL/colors/RGBColor.h"
+
+#include <concepts>
+#include <cstdint>
+
+/// A colour of the DXF drawing format: an index, 0 to 255, into the format's fixed palette. Index 0 by
+/// default.
+///
+/// Two peculiarities of the palette are meant: index 7, named white, is black as index 0 is, and the half
+/// saturated colours are not exactly half (index 11 is FF827F).
+class UTILITYDLL_API DXFColor {
+public:
+    static const DXFColor _BLACK, _RED, _YELLOW, _GREEN, _CYAN, _BLUE, _MAGENTA, _WHITE; // 0 to 7
+
+    constexpr DXFColor() = default;
+
+    /// An index; 0 for one outside 0 to 255.
+    template <std::signed_integral Number>
+    constexpr DXFColor(Number index)
+        : m_index(index >= 0 && index <= 255 ? static_cast<std::uint8_t>(index) : std::uint8_t(0)) {}
+
+    /// The index nearest to a colour: 0 for black, 7 for white, 250 to 254 for the greys between, and for a
+    /// colour the index of its hue in steps of 15 degrees, its brightness in five steps and its saturation
+    /// from one half up or below. A hue past 352.5 degrees counts as a 25th step: it lands on a grey (250 to
+    /// 255) or, where that exceeds 255, on 0. Drawings rely on both.
+    DXFColor(const RGBColor& color) : DXFColor(NearestIndex(color)) {}
+
+    /// The index nearest to a colour reference.
+    template <std::unsigned_integral Number> DXFColor(Number colorref) : DXFColor(RGBColor(colorref)) {}
+
+    constexpr int Index() const { return m_index; }
+    constexpr operator int() const { return m_index; }
+
+    /// The palette's colour of the index.
+    operator RGBColor() const { return RGBColor(static_cast<unsigned long>(*this)); }
+    operator unsigned long() const;
+
+    constexpr bool operator==(const DXFColor& other) const = default;
+
+private:
+    static int NearestIndex(const RGBColor& color);
+
+    std::uint8_t m_index = 0;
+};

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "UtilityDLL/Export.h"
+#include "VelmBase/Math.h"
+
+/// A direction or rotation in degrees, kept on one turn: 0 <= Get() < 360. At the seam, -360 is kept as -0,
+/// and a negative angle too small to count (-1e-20) as 360 exactly. What is not finite becomes NaN.
+class UTILITYDLL_API Angle {
+public:
+    Angle(double degrees = 0.0) noexcept { Set(degrees); }
+
+    double Get() const noexcept { return m_degrees; }
+    double Rad() const noexcept { return m_degrees * MATH::DTR; }
+    double Sin() const noexcept;
+    double Cos() const noexcept;
+    double Tan() const noexcept;
+
+    /// 1 for [0, 90), 2 for [90, 180), 3 for [180, 270), 4 for [270, 360); 5 for 360 exactly, and
+    /// -2147483648 for NaN.
+    int Quadrant() const noexcept { return MATH::ToInt(m_degrees / 90.0 + 1.0); }
+
+    /// The turn from this angle forward to `other`.
+    Angle Difference(const Angle& other) const noexcept {
+        return other.m_degrees > m_degrees ? other.m_degrees - m_degrees
+                                           : 360.0 - m_degrees + other.m_degrees;
+    }
+
+    Angle operator+(const Angle& other) const noexcept { return m_degrees + other.m_degrees; }
+    Angle operator-(const Angle& other) const noexcept { return m_degrees - other.m_degrees; }
+    Angle operator-() const noexcept { return -m_degrees; }
+    Angle operator*(double factor) const noexcept { return m_degrees * factor; }
+
+    /// NaN when divided by 0.
+    Angle operator/(double divisor) const noexcept { return m_degrees / divisor; }
+
+    Angle& operator+=(const Angle& other) noexcept { return *this = *this + other; }
+    Angle& operator-=(const Angle& other) noexcept { return *this = *this - other; }
+    Angle& operator*=(double factor) noexcept { return *this = *this * factor; }
+    Angle& operator/=(double divisor) noexcept { return *this = *this / divisor; }
+
+    /// Tolerant (MATH::equal).
+    bool operator==(const Angle& other) const noexcept { return MATH::equal(other.m_degrees, m_degrees); }
+
+    /// Exact, so it is not the negation of ==: angles closer than the tolerance are both == and !=. Written
+    /// out, because the language would derive one from the other.
+    bool operator!=(const Angle& other) const noexcept { return other.m_degrees != m_degrees; }
+
+    /// Exact. Beside NaN < and > are false, <= and >= true.
+    bool operator<(const Angle& other) const noexcept { return m_degrees < other.m_degrees; }
+    bool operator>(const Angle& other) const noexcept { return m_degrees > other.m_degrees; }
+    bool operator<=(const Angle& other) const noexcept { return !(m_degrees > other.m_degrees); }
+    bool operator>=(const Angle& other) const noexcept { return !(other.m_degrees > m_degrees); }
+
+private:
+    void Set(double degrees) noexcept;
+
+    double m_degrees = 0.0;
+};

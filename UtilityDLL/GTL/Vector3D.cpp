@@ -1,0 +1,4 @@
+#include "UtilityDLL/GTL/Vector3D.h"
+
+template class GTL::Vector3D<float>;
+template class GTL::Vector3D<double>;

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "UtilityDLL/Export.h"
+
+/// Declares an instance of a GTL template that the library holds and exports. Members that are not inlined
+/// are linked from there.
+#define GTL_EXTERN_TEMPLATE(...) extern template class UTILITYDLL_API __VA_ARGS__

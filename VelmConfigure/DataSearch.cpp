@@ -1,9 +1,13 @@
 #include "VelmConfigure/DataSearch.h"
 
+#include "VelmBase/Environment.h"
 #include "VelmBase/File.h"
-#include "VelmBase/WideString.h"
 
-#include <cstdlib>
+namespace {
+
+bool IsSeparator(wchar_t c) { return c == L'/' || c == L'\\'; }
+
+} // namespace
 
 DataSearch& DataSearch::GetDataSearch() {
     static DataSearch search;
@@ -11,21 +15,17 @@ DataSearch& DataSearch::GetDataSearch() {
 }
 
 bool DataSearch::GetFullPath(int category, std::wstring& name) const {
-    name = GetFilePath(category) + L"/" + name;
+    const std::wstring folder = GetFilePath(category);
+    name = IsSeparator(folder.back()) ? folder + name : folder + L"/" + name;
     return FILES::Reader(name).IsOpen();
 }
 
 std::wstring DataSearch::GetFilePath(int category) const {
     const auto found = m_folders.find(category);
-    std::wstring folder;
-    if (found != m_folders.end()) {
-        folder = found->second;
-    } else if (const char* const environment = std::getenv("UTILITYDLL_DATA"); environment && *environment) {
-        folder = FromNarrow(environment);
-    } else {
-        folder = INSTALLED_DATA_FOLDER;
-    }
-    while (folder.size() > 1 && (folder.back() == L'/' || folder.back() == L'\\')) folder.pop_back();
+    std::wstring folder = found != m_folders.end() ? found->second : EnvironmentVariable(L"UTILITYDLL_DATA");
+    if (folder.empty()) folder = INSTALLED_DATA_FOLDER;
+    const auto isRoot = [&] { return folder.size() == 1 || folder[folder.size() - 2] == L':'; };
+    while (IsSeparator(folder.back()) && !isRoot()) folder.pop_back();
     return folder;
 }
 

@@ -12,12 +12,14 @@
 class VELMCONFIGURE_API DataSearch {
 public:
     static DataSearch& GetDataSearch();
+    DataSearch(const DataSearch&) = delete;
+    DataSearch& operator=(const DataSearch&) = delete;
 
-    /// Replaces the file name `name` by its full path in the category's folder. True when that file exists;
-    /// `name` is replaced in any case.
+    /// Replaces the file name `name` by its full path in the category's folder. True when that file can be
+    /// read; `name` is replaced in any case.
     bool GetFullPath(int category, std::wstring& name) const;
 
-    /// The folder of the category, without a separator at its end.
+    /// The folder of the category, without a separator at its end unless it is a root.
     std::wstring GetFilePath(int category) const;
 
     /// Sets the folder of a category; an empty one goes back to the default.

@@ -116,29 +116,37 @@ ReadResult Read(const std::wstring& path, Handler& handler) {
 
 void Writer::BeginSection(std::wstring_view name, std::wstring_view comment) {
     m_text += '[';
-    Append(name);
+    Put(Extend(name.size()), name);
     m_text += ']';
     if (!comment.empty()) {
         m_text += " ;";
-        Append(comment);
+        Put(Extend(comment.size()), comment);
     }
     m_text += "\r\n";
 }
 
 void Writer::Key(std::wstring_view name, std::wstring_view value, std::wstring_view comment,
                  std::size_t nameWidth, std::size_t valueWidth) {
+    const std::size_t valueColumn = nameWidth + 3;
+    const std::size_t valueEnd = comment.empty() ? value.size() : valueWidth + 1;
+    const std::size_t commentColumn = name.empty() ? 0 : valueColumn + valueEnd;
+    const std::size_t length = commentColumn + (comment.empty() ? 0 : 1 + comment.size());
+
+    char* const line = Extend(length + 2);
     if (!name.empty()) {
-        Append(name);
-        m_text.append(nameWidth + 1 - name.size(), ' ');
-        m_text += "= ";
-        Append(value);
-        if (!comment.empty()) m_text.append(valueWidth + 1 - value.size(), ' ');
+        Put(line, name);
+        std::fill(line + name.size(), line + nameWidth + 1, ' ');
+        line[nameWidth + 1] = '=';
+        line[nameWidth + 2] = ' ';
+        Put(line + valueColumn, value);
+        std::fill(line + valueColumn + value.size(), line + commentColumn, ' ');
     }
     if (!comment.empty()) {
-        m_text += ';';
-        Append(comment);
+        line[commentColumn] = ';';
+        Put(line + commentColumn + 1, comment);
     }
-    m_text += "\r\n";
+    line[length] = '\r';
+    line[length + 1] = '\n';
 }
 
 void Writer::EndSection() { m_text += "\r\n"; }
@@ -147,10 +155,13 @@ bool Writer::Save(const std::wstring& path) const {
     return m_storable && FILES::ReplaceContents(path, m_text);
 }
 
-void Writer::Append(std::wstring_view text) {
+char* Writer::Extend(std::size_t count) {
     const std::size_t start = m_text.size();
-    m_text.resize(start + text.size());
-    char* const bytes = m_text.data() + start;
+    m_text.resize(start + count);
+    return m_text.data() + start;
+}
+
+void Writer::Put(char* bytes, std::wstring_view text) {
     std::make_unsigned_t<wchar_t> all = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto code = static_cast<std::make_unsigned_t<wchar_t>>(text[i]);

@@ -52,10 +52,15 @@ VELMBASE_API ReadResult Read(const std::wstring& path, Handler& handler);
 /// with the widths of their columns, EndSection().
 class VELMBASE_API Writer {
 public:
+    /// `numLines` is how many lines will come, roughly: growing a large text step by step costs as much as composing
+    /// it.
+    explicit Writer(std::size_t numLines = 0) { m_text.reserve(numLines * kUsualLine); }
+
     void BeginSection(std::wstring_view name, std::wstring_view comment);
 
     /// One line: the name and "= " aligned behind `nameWidth` characters, the value, and ";" with the comment
-    /// aligned behind `valueWidth` when there is one. A key without a name shows its comment alone.
+    /// aligned behind `valueWidth` when there is one. A key without a name shows its comment alone. The
+    /// widths are the largest of the section, so no name or value is longer.
     void Key(std::wstring_view name, std::wstring_view value, std::wstring_view comment,
              std::size_t nameWidth, std::size_t valueWidth);
     void EndSection();
@@ -69,8 +74,11 @@ public:
     bool IsStorable() const { return m_storable; }
 
 private:
-    void Append(std::wstring_view text);
+    // Room for `count` more bytes.
+    char* Extend(std::size_t count);
+    void Put(char* bytes, std::wstring_view text);
 
+    static constexpr std::size_t kUsualLine = 64;
     std::string m_text;
     bool m_storable = true;
 };

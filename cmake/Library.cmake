@@ -4,7 +4,9 @@ add_library(ProjectOptions INTERFACE)
 target_compile_options(ProjectOptions INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Werror
     # GCC 12 sees overlapping copies in the operator+ of std::string that are not there.
-    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+    # Nobody replaces single functions of a library, so its own calls need not go through its export table.
+    -fno-semantic-interposition)
 if(UTILITYDLL_SANITIZE)
     target_compile_options(ProjectOptions INTERFACE
         -fsanitize=${UTILITYDLL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

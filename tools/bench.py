@@ -2,7 +2,7 @@
 """Runs the benchmark programs of a build folder and prints, per task, our time beside each peer's.
 
 usage: tools/bench.py [BUILD_FOLDER] [NAME_PART...]
-The ratio is the peer's time divided by ours: above 1 we are faster. Times are medians of five repetitions."""
+The ratio is the peer's time divided by ours: above 1 we are faster. Times are processor times, medians of five repetitions."""
 import json
 import pathlib
 import subprocess
@@ -23,10 +23,13 @@ for program in sorted((folder / "bin").glob("*Bench")):
         if row.get("aggregate_name") != "median":
             continue
         task, who = row["run_name"].rsplit("/", 1) if "/" in row["run_name"] else (row["run_name"], "ours")
-        tasks.setdefault(task, {})[who] = (row["real_time"], row["time_unit"])
-        for key in ("bytes_per_file_byte", "bytes_per_second"):
-            if key in row:
-                counters.setdefault(task, {})[who] = f"{key} {row[key]:.3g}"
+        tasks.setdefault(task, {})[who] = (row["cpu_time"], row["time_unit"])
+        more = []
+        if "bytes_per_second" in row:
+            more.append(f"{row['bytes_per_second'] / 1e6:.0f} MB/s")
+        if "bytes_per_file_byte" in row:
+            more.append(f"{row['bytes_per_file_byte']:.2f} bytes in memory per byte of the file")
+        counters.setdefault(task, {})[who] = ", ".join(more)
     print(f"\n## {program.name}\n")
     print("| task | who | time | peer / ours | more |\n|---|---|---|---|---|")
     for task, times in tasks.items():

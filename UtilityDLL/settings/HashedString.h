@@ -1,9 +1,10 @@
 #pragma once
 
 #include "UtilityDLL/Export.h"
+#include "UtilityDLL/settings/SharedValue.h"
 #include "VelmBase/WideString.h"
 
-#include <memory>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -11,22 +12,15 @@
 /// character above U+FFFF counts as its two UTF-16 units, so that the hash is the same on every platform.
 UTILITYDLL_API unsigned int NameHash(std::wstring_view name);
 
-/// An immutable text that copies share: a file repeats its key names in every section, and most comments are
-/// empty, which costs nothing.
-template <typename C> class SharedString {
-public:
-    SharedString() = default;
-    SharedString(std::basic_string<C> text)
-        : m_text(text.empty() ? nullptr : std::make_shared<const std::basic_string<C>>(std::move(text))) {}
-
-    const std::basic_string<C>& String() const {
-        static const std::basic_string<C> empty;
-        return m_text ? *m_text : empty;
-    }
-
-private:
-    std::shared_ptr<const std::basic_string<C>> m_text;
-};
+/// What a scan over names compares first: the length and three characters of a name, whatever their letter
+/// case. Names that are the same but for letter case have the same outline.
+inline std::uint32_t NameOutline(std::wstring_view name) {
+    if (name.empty()) return 0;
+    const auto upper = [&](std::size_t i) { return static_cast<std::uint32_t>(ToUpperW(name[i])); };
+    const std::size_t last = name.size() - 1;
+    return static_cast<std::uint32_t>(name.size()) << 24 ^ upper(last) << 16 ^ upper(last / 2) << 8 ^
+           upper(0);
+}
 
 /// A name with a hash that ignores letter case; the two always match. Copies are cheap: they share the text.
 template <typename C> class HashedString {
@@ -36,15 +30,24 @@ public:
 
     /// A null pointer gives the empty name.
     HashedString(const C* name) : HashedString(std::basic_string<C>(name ? name : std::basic_string<C>())) {}
-    HashedString(std::basic_string<C> name) : m_hash(NameHash(name)), m_name(std::move(name)) {}
+    HashedString(std::basic_string<C> name) {
+        if (!name.empty()) m_name = SharedValue<Name>({NameHash(name), NameOutline(name), std::move(name)});
+    }
 
-    const std::basic_string<C>& String() const { return m_name.String(); }
-    unsigned int Hash() const { return m_hash; }
+    const std::basic_string<C>& String() const { return m_name.Get().text; }
+    unsigned int Hash() const { return m_name.Get().hash; }
     operator const std::basic_string<C>&() const { return String(); }
 
+    /// See NameOutline.
+    std::uint32_t Outline() const { return m_name.Get().outline; }
+
 private:
-    unsigned int m_hash = 0;
-    SharedString<C> m_name;
+    struct Name {
+        unsigned int hash = 0;
+        std::uint32_t outline = 0;
+        std::basic_string<C> text;
+    };
+    SharedValue<Name> m_name;
 };
 
 /// Whether two names are the same but for letter case.

@@ -10,30 +10,39 @@ const Section IniFile::m_ErrorSection;
 
 namespace {
 
-// Names of keys that were read lately: sections of one kind repeat them, and they then share one text.
-class RecentNames {
+// Texts that were read lately, by their bytes: sections of one kind repeat names and comments, which then
+// share one text in memory.
+template <typename Shared> class RecentTexts {
 public:
-    const HashedString<wchar_t>& Get(SETTINGS::Bytes name) {
-        if (name.empty()) return m_empty;
-        HashedString<wchar_t>& kept = m_names[Slot(name)];
-        const std::wstring& text = kept.String();
-        const bool same = std::equal(text.begin(), text.end(), name.begin(), name.end(),
-                                     [](wchar_t a, char b) { return a == static_cast<unsigned char>(b); });
-        if (!same) kept = SETTINGS::Widened(name);
-        return kept;
+    const Shared& Get(SETTINGS::Bytes bytes) {
+        if (bytes.empty()) return m_none;
+        Entry& entry = m_entries[Slot(bytes)];
+        if (entry.bytes != bytes) {
+            entry.text = Shared(SETTINGS::Widened(bytes));
+            entry.bytes = bytes;
+        }
+        return entry.text;
     }
 
 private:
+    struct Entry {
+        std::string bytes;
+        Shared text;
+    };
     static constexpr std::size_t kSlots = 512;
 
-    static std::size_t Slot(SETTINGS::Bytes name) {
-        std::size_t hash = name.size();
-        for (const char c : name) hash = hash * 31 + static_cast<unsigned char>(c);
-        return hash % kSlots;
+    static std::size_t Slot(SETTINGS::Bytes bytes) {
+        const auto code = [&](std::size_t i) {
+            return static_cast<std::size_t>(static_cast<unsigned char>(bytes[i]));
+        };
+        const std::size_t last = bytes.size() - 1;
+        return (bytes.size() * 131 + code(0) * 31 + code(last / 2) * 17 + code(last) * 7 +
+                code(last - last / 4)) %
+               kSlots;
     }
 
-    std::array<HashedString<wchar_t>, kSlots> m_names;
-    HashedString<wchar_t> m_empty;
+    std::array<Entry, kSlots> m_entries;
+    Shared m_none;
 };
 
 } // namespace
@@ -53,12 +62,13 @@ ErrorString IniFile::Open(const std::wstring& path) {
             return true;
         }
         void OnKey(SETTINGS::Bytes name, SETTINGS::Bytes value, SETTINGS::Bytes comment) override {
-            section->AddKey(names.Get(name), SETTINGS::Widened(value), SETTINGS::Widened(comment));
+            section->m_keys.Append(names.Get(name), SETTINGS::Widened(value), comments.Get(comment));
         }
         NamedSequence<Section>& sections;
         Section* section = nullptr;
         std::wstring duplicate;
-        RecentNames names;
+        RecentTexts<HashedString<wchar_t>> names;
+        RecentTexts<SharedValue<std::wstring>> comments;
     };
 
     Clear();
@@ -81,17 +91,21 @@ ErrorString IniFile::Open(const std::wstring& path) {
 
 ErrorString IniFile::Save(const std::wstring& path) const {
     if (Empty()) return ErrorString(false);
-    SETTINGS::Writer writer;
+    std::size_t numLines = 0;
+    for (const Section& section : m_sections) numLines += section.m_keys.Size() + 2;
+    SETTINGS::Writer writer(numLines);
     for (const Section& section : m_sections) {
-        int nameWidth = 0;
-        int valueWidth = 0;
-        section.GetWriteOffsets(nameWidth, valueWidth);
-        writer.BeginSection(section.GetName().String(), section.GetComments());
-        for (int i = 0; i < section.NumKeys(); ++i) {
-            const SectionKey& key = section[i];
-            writer.Key(key.GetName().String(), key.GetValue(), key.GetComments(),
-                       static_cast<std::size_t>(nameWidth), static_cast<std::size_t>(valueWidth));
+        // GetWriteOffsets counts UTF-16 units; a text for which that makes a difference cannot be stored
+        // anyway.
+        std::size_t nameWidth = 0;
+        std::size_t valueWidth = 0;
+        for (const SectionKey& key : section.m_keys) {
+            nameWidth = std::max(nameWidth, key.GetName().String().size());
+            valueWidth = std::max(valueWidth, key.GetValue().size());
         }
+        writer.BeginSection(section.GetName().String(), section.GetComments());
+        for (const SectionKey& key : section.m_keys)
+            writer.Key(key.GetName().String(), key.GetValue(), key.GetComments(), nameWidth, valueWidth);
         writer.EndSection();
     }
     return ErrorString(writer.Save(path));
@@ -109,7 +123,7 @@ bool IniFile::Open(const FileObject& file) {
         int item = 0;
         for (bool moreItems = items.GetFirstMapEntry(item, key, value); moreItems;
              moreItems = items.GetNextMapEntry(item, key, value))
-            section.AddKey(key, value, {});
+            section.AddKey(SectionKey(key, value, std::wstring()));
         AddSection(section);
     }
     return true;

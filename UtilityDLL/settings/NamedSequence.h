@@ -11,32 +11,38 @@
 #include <utility>
 #include <vector>
 
-/// Where the names of a long sequence stand: the position of the first element of each name, by a hash that
-/// ignores case and is seeded for each process, so that no file can be made to collide.
+/// Where the names of a long sequence stand: the position of the first element of each name. It is found by a
+/// hash that ignores case and is seeded for each process, so that no file can be made to collide.
 class UTILITYDLL_API NameIndex {
 public:
-    static std::uint64_t Hash(std::wstring_view name);
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-    void Clear(std::size_t expected);
+    /// Forgets all names. The index is then up to date.
+    void Clear();
 
-    /// The first slot to look at for a hash. Slots follow each other by NextSlot until an empty one.
-    std::size_t FirstSlot(std::uint64_t hash) const { return hash & (m_slots.size() - 1); }
-    std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & (m_slots.size() - 1); }
+    /// The position of that name, or kNone.
+    std::uint32_t Find(std::wstring_view name) const;
 
-    static constexpr std::uint32_t kEmpty = 0xFFFFFFFF;
-    std::uint32_t PositionAt(std::size_t slot) const { return m_slots[slot]; }
-    void Set(std::size_t slot, std::uint32_t position) {
-        m_slots[slot] = position;
-        ++m_used;
-    }
-    bool IsCrowded() const { return m_used * 2 >= m_slots.size(); }
+    /// Enters a name unless it is there already. The index points at the text, which must stay where it is
+    /// until the index is cleared or marked stale.
+    void Add(std::wstring_view name, std::uint32_t position);
 
-    /// A name has changed or an element is gone: what stands here is no longer true.
+    /// A name has changed or an element is gone: what stands here is no longer true until the next Clear().
     void MarkStale() { m_stale = true; }
     bool IsStale() const { return m_stale; }
 
 private:
-    std::vector<std::uint32_t> m_slots;
+    struct Slot {
+        std::wstring_view name;
+        std::uint32_t hash = 0;
+        std::uint32_t position = kNone;
+    };
+
+    // The slot that holds the name, or the free one where it would be.
+    std::size_t SlotOf(std::wstring_view name, std::uint32_t hash) const;
+    void Grow();
+
+    std::vector<Slot> m_slots;
     std::size_t m_used = 0;
     bool m_stale = true;
 };
@@ -56,7 +62,8 @@ public:
 
     const HashedString<wchar_t>& Get() const { return m_name; }
     void Set(const HashedString<wchar_t>& name) {
-        if (m_index && !SameName(m_name, name)) m_index->MarkStale();
+        if (m_name.String() == name.String()) return; // the index goes on pointing at the text
+        if (m_index) m_index->MarkStale();
         m_name = name;
     }
     void WatchFor(NameIndex* index) { m_index = index; }
@@ -91,7 +98,9 @@ public:
 
     /// The position of the first element of that name; Size() when there is none.
     std::size_t Find(std::wstring_view name) const {
-        return m_index && !m_index->IsStale() ? FindByIndex(name) : Scan(name);
+        if (!m_index || m_index->IsStale()) return Scan(name);
+        const std::uint32_t position = m_index->Find(name);
+        return position != NameIndex::kNone ? position : m_elements.size();
     }
     std::size_t Find(std::wstring_view name) {
         if (m_index && m_index->IsStale()) Rebuild();
@@ -101,7 +110,7 @@ public:
     template <typename... Arguments> Element& Append(Arguments&&... arguments) {
         Element& element = m_elements.emplace_back(std::forward<Arguments>(arguments)...);
         if (m_index && !m_index->IsStale())
-            AddToIndex(m_elements.size() - 1);
+            AddToIndex(m_elements.size() - 1, element);
         else if (!m_index && m_elements.size() > kLongestScan)
             Rebuild();
         return element;
@@ -121,45 +130,25 @@ private:
     static constexpr std::size_t kLongestScan = 32;
 
     std::size_t Scan(std::wstring_view name) const {
-        const unsigned int hash = NameHash(name);
+        const std::uint32_t outline = NameOutline(name);
         std::size_t position = 0;
         for (const Element& element : m_elements) {
-            if (element.GetName().Hash() == hash && icompareW(element.GetName().String(), name)) break;
+            if (element.GetName().Outline() == outline && icompareW(element.GetName().String(), name)) break;
             ++position;
         }
         return position;
     }
 
-    std::size_t FindByIndex(std::wstring_view name) const {
-        const std::uint32_t position = m_index->PositionAt(SlotOf(name));
-        return position != NameIndex::kEmpty ? position : m_elements.size();
-    }
-
-    // The slot that holds the name, or the empty one where it would be.
-    std::size_t SlotOf(std::wstring_view name) const {
-        std::size_t slot = m_index->FirstSlot(NameIndex::Hash(name));
-        for (std::uint32_t position; (position = m_index->PositionAt(slot)) != NameIndex::kEmpty;
-             slot = m_index->NextSlot(slot))
-            if (icompareW(m_elements[position].GetName().String(), name)) break;
-        return slot;
-    }
-
-    void AddToIndex(std::size_t position) {
-        if (m_index->IsCrowded()) {
-            Rebuild();
-            return;
-        }
-        Element& element = m_elements[position];
-        const std::size_t slot = SlotOf(element.GetName().String());
-        if (m_index->PositionAt(slot) == NameIndex::kEmpty)
-            m_index->Set(slot, static_cast<std::uint32_t>(position));
+    void AddToIndex(std::size_t position, Element& element) {
+        m_index->Add(element.GetName().String(), static_cast<std::uint32_t>(position));
         element.NameSlot().WatchFor(m_index.get());
     }
 
     void Rebuild() {
         if (!m_index) m_index = std::make_unique<NameIndex>();
-        m_index->Clear(m_elements.size());
-        for (std::size_t position = 0; position < m_elements.size(); ++position) AddToIndex(position);
+        m_index->Clear();
+        std::size_t position = 0;
+        for (Element& element : m_elements) AddToIndex(position++, element);
     }
 
     std::deque<Element> m_elements;

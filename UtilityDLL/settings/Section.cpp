@@ -25,8 +25,8 @@ bool Section::AddKey(const SectionKey& key) {
     return true;
 }
 
-bool Section::AddKey(const HashedString<wchar_t>& name, std::wstring value, const std::wstring& comments) {
-    m_keys.Append(name, std::move(value), comments);
+bool Section::AddKey(SectionKey&& key) {
+    m_keys.Append(std::move(key));
     return true;
 }
 

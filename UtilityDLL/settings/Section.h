@@ -26,12 +26,14 @@ public:
     void SetName(const HashedString<wchar_t>& name) { m_name.Set(name); }
 
     /// Written after the section's header; the header's comment of a file is not read.
-    const std::wstring& GetComments() const { return m_comments.String(); }
+    const std::wstring& GetComments() const { return m_comments.Get(); }
 
     /// A null pointer leaves the comment as it is.
-    void SetComments(const std::wstring& comments) { m_comments = comments; }
+    void SetComments(const std::wstring& comments) {
+        m_comments = comments.empty() ? SharedValue<std::wstring>() : SharedValue<std::wstring>(comments);
+    }
     void SetComments(const wchar_t* comments) {
-        if (comments) m_comments = std::wstring(comments);
+        if (comments) SetComments(std::wstring(comments));
     }
 
     /// Whether the name is not empty.
@@ -61,7 +63,7 @@ public:
     bool AddKey(const SectionKey& key);
     bool AddKey(const wchar_t* name) { return AddKey(SectionKey(name)); }
     bool AddKey(const std::wstring& name) { return AddKey(SectionKey(name)); }
-    bool AddKey(const HashedString<wchar_t>& name, std::wstring value, const std::wstring& comments);
+    bool AddKey(SectionKey&& key);
     Section& operator+=(const SectionKey& key);
     Section& operator+=(const wchar_t* name) { return *this += SectionKey(name); }
     Section& operator+=(const std::wstring& name) { return *this += SectionKey(name); }
@@ -106,6 +108,7 @@ private:
     const SectionKey& KeyOf(std::wstring_view name) const;
 
     IndexedName m_name;
-    SharedString<wchar_t> m_comments;
+    SharedValue<std::wstring> m_comments;
+    friend class IniFile; // walks the keys
     NamedSequence<SectionKey> m_keys;
 };

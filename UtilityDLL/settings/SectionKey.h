@@ -26,16 +26,23 @@ public:
     SectionKey(const wchar_t* name) : m_name(HashedString<wchar_t>(name)) {}
     SectionKey(const std::wstring& name) : m_name(HashedString<wchar_t>(name)) {}
     SectionKey(const HashedString<wchar_t>& name, std::wstring value, const std::wstring& comments)
+        : m_name(name), m_value(std::move(value)) {
+        SetComments(comments);
+    }
+    SectionKey(const HashedString<wchar_t>& name, std::wstring value,
+               const SharedValue<std::wstring>& comments)
         : m_name(name), m_value(std::move(value)), m_comments(comments) {}
 
     const HashedString<wchar_t>& GetName() const { return m_name.Get(); }
     const std::wstring& GetValue() const { return m_value; }
-    const std::wstring& GetComments() const { return m_comments.String(); }
+    const std::wstring& GetComments() const { return m_comments.Get(); }
 
     /// A null pointer leaves the comment as it is.
-    void SetComments(const std::wstring& comments) { m_comments = comments; }
+    void SetComments(const std::wstring& comments) {
+        m_comments = comments.empty() ? SharedValue<std::wstring>() : SharedValue<std::wstring>(comments);
+    }
     void SetComments(const wchar_t* comments) {
-        if (comments) m_comments = std::wstring(comments);
+        if (comments) SetComments(std::wstring(comments));
     }
 
     /// Whether the name is not empty. Comment-only lines of a file are kept as keys that are not valid.
@@ -89,5 +96,5 @@ private:
 
     IndexedName m_name;
     std::wstring m_value;
-    SharedString<wchar_t> m_comments;
+    SharedValue<std::wstring> m_comments;
 };

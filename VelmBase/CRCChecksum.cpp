@@ -65,40 +65,34 @@ constexpr long long FoldConstant(int degree) {
 }
 static_assert(FoldConstant(4 * 128 + 32) == 0x154442BD4 && FoldConstant(4 * 128 - 32) == 0x1C6E41596);
 
-__attribute__((target("pclmul,sse4.1"))) inline __m128i Fold(__m128i block, __m128i constants, __m128i next) {
+// The instructions that a function may use beyond the baseline; Update() asks whether the processor has them.
+#define NARROW __attribute__((target("pclmul,sse4.1")))
+#define WIDE __attribute__((target("vpclmulqdq,avx2,pclmul,sse4.1")))
+
+NARROW inline __m128i Fold(__m128i block, __m128i constants, __m128i next) {
     const __m128i low = _mm_clmulepi64_si128(block, constants, 0x00);
     const __m128i high = _mm_clmulepi64_si128(block, constants, 0x11);
     return _mm_xor_si128(_mm_xor_si128(low, high), next);
 }
 
-__attribute__((target("pclmul,sse4.1"))) inline __m128i Load(const unsigned char* bytes) {
+NARROW inline __m128i Load(const unsigned char* bytes) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
 }
 
-// At least 64 bytes. Eight blocks at a time hide the latency of the multiplication; the last block is reduced
-// by the tables.
-__attribute__((target("pclmul,sse4.1"))) std::uint32_t
-UpdateByMultiplication(std::uint32_t crc, const unsigned char* bytes, std::size_t count) {
-    const __m128i by8 = _mm_set_epi64x(FoldConstant(8 * 128 - 32), FoldConstant(8 * 128 + 32));
-    const __m128i by4 = _mm_set_epi64x(FoldConstant(4 * 128 - 32), FoldConstant(4 * 128 + 32));
-    const __m128i by1 = _mm_set_epi64x(FoldConstant(128 - 32), FoldConstant(128 + 32));
+// The constants that fold over a distance of `bits`.
+template <int bits> NARROW inline __m128i FoldBy() {
+    constexpr long long high = FoldConstant(bits - 32);
+    constexpr long long low = FoldConstant(bits + 32);
+    return _mm_set_epi64x(high, low);
+}
 
-    __m128i lanes[8];
-    for (int i = 0; i < 4; ++i) lanes[i] = Load(bytes + 16 * i);
-    lanes[0] = _mm_xor_si128(lanes[0], _mm_cvtsi32_si128(static_cast<int>(crc)));
-    bytes += 64;
-    count -= 64;
-    if (count >= 64 + 128) {
-        for (int i = 4; i < 8; ++i) lanes[i] = Load(bytes + 16 * (i - 4));
-        bytes += 64;
-        count -= 64;
-        for (; count >= 128; bytes += 128, count -= 128)
-            for (int i = 0; i < 8; ++i) lanes[i] = Fold(lanes[i], by8, Load(bytes + 16 * i));
-        for (int i = 0; i < 4; ++i) lanes[i] = Fold(lanes[i], by4, lanes[i + 4]);
-    }
+// Folds what is left behind four blocks, and reduces the last one by the tables.
+NARROW inline std::uint32_t Finish(__m128i (&lanes)[4], const unsigned char* bytes, std::size_t count) {
+    const __m128i by4 = FoldBy<4 * 128>();
     for (; count >= 64; bytes += 64, count -= 64)
         for (int i = 0; i < 4; ++i) lanes[i] = Fold(lanes[i], by4, Load(bytes + 16 * i));
 
+    const __m128i by1 = FoldBy<128>();
     __m128i block = lanes[0];
     for (int i = 1; i < 4; ++i) block = Fold(block, by1, lanes[i]);
     for (; count >= 16; bytes += 16, count -= 16) block = Fold(block, by1, Load(bytes));
@@ -108,8 +102,55 @@ UpdateByMultiplication(std::uint32_t crc, const unsigned char* bytes, std::size_
     return UpdateBySlices(UpdateBySlices(0, last, sizeof last), bytes, count);
 }
 
+// At least 64 bytes.
+NARROW std::uint32_t UpdateByMultiplication(std::uint32_t crc, const unsigned char* bytes,
+                                            std::size_t count) {
+    __m128i lanes[4];
+    for (int i = 0; i < 4; ++i) lanes[i] = Load(bytes + 16 * i);
+    lanes[0] = _mm_xor_si128(lanes[0], _mm_cvtsi32_si128(static_cast<int>(crc)));
+    return Finish(lanes, bytes + 64, count - 64);
+}
+
+WIDE inline __m256i FoldWide(__m256i block, __m256i constants, __m256i next) {
+    const __m256i low = _mm256_clmulepi64_epi128(block, constants, 0x00);
+    const __m256i high = _mm256_clmulepi64_epi128(block, constants, 0x11);
+    return _mm256_xor_si256(_mm256_xor_si256(low, high), next);
+}
+
+WIDE inline __m256i LoadWide(const unsigned char* bytes) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(bytes));
+}
+
+constexpr std::size_t kWideMinimum = 512;
+
+// At least kWideMinimum bytes, sixteen blocks at a time, two to a register.
+WIDE std::uint32_t UpdateByWideMultiplication(std::uint32_t crc, const unsigned char* bytes,
+                                              std::size_t count) {
+    __m256i lanes[8];
+    for (int i = 0; i < 8; ++i) lanes[i] = LoadWide(bytes + 32 * i);
+    lanes[0] = _mm256_xor_si256(lanes[0], _mm256_castsi128_si256(_mm_cvtsi32_si128(static_cast<int>(crc))));
+    bytes += 256;
+    count -= 256;
+
+    const __m256i by16 = _mm256_broadcastsi128_si256(FoldBy<16 * 128>());
+    for (; count >= 256; bytes += 256, count -= 256)
+        for (int i = 0; i < 8; ++i) lanes[i] = FoldWide(lanes[i], by16, LoadWide(bytes + 32 * i));
+
+    const __m256i by4 = _mm256_broadcastsi128_si256(FoldBy<4 * 128>());
+    for (int i = 2; i < 8; i += 2) {
+        lanes[i] = FoldWide(lanes[i - 2], by4, lanes[i]);
+        lanes[i + 1] = FoldWide(lanes[i - 1], by4, lanes[i + 1]);
+    }
+    __m128i last[4] = {_mm256_castsi256_si128(lanes[6]), _mm256_extracti128_si256(lanes[6], 1),
+                       _mm256_castsi256_si128(lanes[7]), _mm256_extracti128_si256(lanes[7], 1)};
+    return Finish(last, bytes, count);
+}
+
 std::uint32_t Update(std::uint32_t crc, const unsigned char* bytes, std::size_t count) {
     static const bool canMultiply = __builtin_cpu_supports("pclmul") && __builtin_cpu_supports("sse4.1");
+    static const bool canMultiplyWide =
+        canMultiply && __builtin_cpu_supports("vpclmulqdq") && __builtin_cpu_supports("avx2");
+    if (canMultiplyWide && count >= kWideMinimum) return UpdateByWideMultiplication(crc, bytes, count);
     return canMultiply && count >= 64 ? UpdateByMultiplication(crc, bytes, count)
                                       : UpdateBySlices(crc, bytes, count);
 }

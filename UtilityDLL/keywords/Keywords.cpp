@@ -237,7 +237,7 @@ void CKeywords::FromString(const std::wstring& text) {
 
 ErrorString CKeywords::Write(Section& section) const {
     section.Clear();
-    for (const CKeyword& keyword : m_keywords) section.AddKey(SectionKey(keyword.name, keyword.value, std::wstring()));
+    for (const CKeyword& keyword : m_keywords) section.AddKey(keyword.name, keyword.value, {});
     return {};
 }
 

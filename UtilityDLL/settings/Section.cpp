@@ -30,6 +30,11 @@ bool Section::AddKey(SectionKey&& key) {
     return true;
 }
 
+bool Section::AddKey(const HashedString<wchar_t>& name, std::wstring value, const std::wstring& comments) {
+    m_keys.Append(name, std::move(value), comments);
+    return true;
+}
+
 Section& Section::operator+=(const SectionKey& key) {
     m_keys.Append(key);
     return *this;

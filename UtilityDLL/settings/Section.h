@@ -64,6 +64,7 @@ public:
     bool AddKey(const wchar_t* name) { return AddKey(SectionKey(name)); }
     bool AddKey(const std::wstring& name) { return AddKey(SectionKey(name)); }
     bool AddKey(SectionKey&& key);
+    bool AddKey(const HashedString<wchar_t>& name, std::wstring value, const std::wstring& comments);
     Section& operator+=(const SectionKey& key);
     Section& operator+=(const wchar_t* name) { return *this += SectionKey(name); }
     Section& operator+=(const std::wstring& name) { return *this += SectionKey(name); }

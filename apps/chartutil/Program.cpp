@@ -1,0 +1,52 @@
+#include "apps/chartutil/Program.h"
+
+#include "apps/chartutil/Commands.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <exception>
+#include <iostream>
+
+namespace {
+
+// A caller that reads the output must learn that it is not all there.
+ExitCode Finished(ExitCode code) {
+    std::cout.flush();
+    if (std::cout) return code;
+    std::cerr << "chartutil: standard output cannot be written\n";
+    return ExitCode::IO_ERROR;
+}
+
+} // namespace
+
+ExitCode RunProgram(std::vector<std::string> arguments) {
+    CLI::App program("chartutil: settings, colours and geometry of the charting suite from the command line");
+    program.footer("Exit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.\n"
+                   "'chartutil COMMAND --help' explains a command and shows examples.");
+    program.set_version_flag("--version", "chartutil 5.0.0.20");
+    program.require_subcommand(1);
+    AddSettingsCommand(program);
+    AddCrcCommand(program);
+
+    try {
+        std::reverse(arguments.begin(), arguments.end()); // CLI11 takes them from the back
+        program.parse(std::move(arguments));
+        return Finished(ExitCode::SUCCESS);
+    } catch (const CLI::ParseError& error) {
+        const bool isHelp = program.exit(error) == 0;
+        return isHelp ? Finished(ExitCode::SUCCESS) : ExitCode::WRONG_USE;
+    } catch (const CommandExit& exit) {
+        return Finished(exit.code);
+    } catch (const CommandError& error) {
+        std::cout.flush();
+        std::cerr << "chartutil: " << error.what() << '\n';
+        return error.Code();
+    } catch (const std::bad_alloc&) {
+        std::cerr << "chartutil: not enough memory for this input\n";
+        return ExitCode::IO_ERROR;
+    } catch (const std::exception& error) {
+        std::cerr << "chartutil: " << error.what() << '\n';
+        return ExitCode::IO_ERROR;
+    }
+}

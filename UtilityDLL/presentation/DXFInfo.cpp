@@ -1,0 +1,37 @@
+#include "UtilityDLL/presentation/DXFInfo.h"
+
+#include "UtilityDLL/presentation/Fields.h"
+#include "VelmBase/VelmString.h"
+
+template <typename Exchange, typename Record> bool DXFInfo::Fields(Exchange field, Record& record) {
+    field(L"DXFLineColor", record.m_color, FORM::IndexedColor());
+    field(L"DXFLineTrueColor", record.m_color);
+    field(L"DXFLineWidth", record.m_width);
+    field(L"DXFColorMode", record.m_colorMode);
+    return true;
+}
+
+bool DXFInfo::Read(const Section& section) { return Fields(FieldReader(section), *this); }
+bool DXFInfo::Write(Section& section) const { return Fields(FieldWriter(section), *this); }
+
+std::wstring DXFInfo::ToString() const {
+    CVelmString items(L',');
+    items.AddItem(m_width);
+    items.AddItem(DXFColor(m_color).Index());
+    items.AddItem(m_colorMode);
+    items.AddItem(m_color);
+    return items.Text();
+}
+
+void DXFInfo::FromString(const std::wstring& line) {
+    *this = DXFInfo();
+    const CVelmString items(line, L',');
+    if (items.NumItems() < 3) return;
+    items.GetItem(0, m_width);
+    int index = 0;
+    items.GetItem(1, index);
+    m_color = DXFColor(index);
+    items.GetItem(2, m_colorMode);
+    int color = 0;
+    if (items.GetItem(3, color)) m_color = static_cast<std::uint32_t>(color);
+}

@@ -1,0 +1,56 @@
+#include "UtilityDLL/presentation/GridInfo.h"
+
+#include "UtilityDLL/presentation/Fields.h"
+#include "VelmBase/FormatString.h"
+
+namespace {
+
+// By the flags' bits; files carry these.
+constexpr const wchar_t* kTokens[] = {L"POINTS",  L"X_LINES",      L"Y_LINES",      L"X_TICKS",
+                                      L"Y_TICKS", L"X_MINORTICKS", L"Y_MINORTICKS", L"LONG_NORTHTICK"};
+
+} // namespace
+
+// The form of the flags in their key; it works on the whole record.
+struct GridInfo::StyleText {
+    static void Write(SectionKey& key, const GridInfo& record) { key << record.FormatGridStyle(); }
+    static void Read(const SectionKey& key, GridInfo& record) { record.UnFormatGridStyle(key.GetValue()); }
+};
+
+template <typename Exchange, typename Record> bool GridInfo::Fields(Exchange field, Record& record) {
+    field(L"XInterval", record.m_xInterval);
+    field(L"YInterval", record.m_yInterval);
+    field(L"XMinorTicks", record.m_xMinorTicks);
+    field(L"YMinorTicks", record.m_yMinorTicks);
+    field(L"GridStyle", record, StyleText());
+    field(L"TickSize", record.m_tickSize);
+    field(L"MinorTickSize", record.m_minorTickSize);
+    field(L"EastingMark", record.m_eastingMark, FORM::Quoted());
+    field(L"NorthingMark", record.m_northingMark, FORM::Quoted());
+    return true;
+}
+
+bool GridInfo::Read(const Section& section) { return Fields(FieldReader(section), *this); }
+bool GridInfo::Write(Section& section) const { return Fields(FieldWriter(section), *this); }
+
+bool GridInfo::operator==(const GridInfo& other) const {
+    return m_minorTickSize == other.m_minorTickSize && m_tickSize == other.m_tickSize &&
+           m_gridStyle == other.m_gridStyle && MATH::equal(m_xInterval, other.m_xInterval) &&
+           MATH::equal(m_yInterval, other.m_yInterval) && m_eastingMark == other.m_eastingMark &&
+           m_northingMark == other.m_northingMark && m_xMinorTicks == other.m_xMinorTicks &&
+           m_yMinorTicks == other.m_yMinorTicks;
+}
+
+std::wstring GridInfo::FormatGridStyle() const {
+    FormatString tokens(L',');
+    for (std::size_t bit = 0; bit < std::size(kTokens); ++bit)
+        if (m_gridStyle >> bit & 1) tokens.AddItem(kTokens[bit]);
+    return tokens.Text();
+}
+
+void GridInfo::UnFormatGridStyle(const std::wstring& text) {
+    const FormatString tokens(text, L',');
+    m_gridStyle = 0;
+    for (std::size_t bit = 0; bit < std::size(kTokens); ++bit)
+        if (tokens.HasSubString(kTokens[bit])) m_gridStyle |= 1u << bit;
+}

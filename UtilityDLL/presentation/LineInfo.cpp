@@ -1,0 +1,53 @@
+#include "UtilityDLL/presentation/LineInfo.h"
+
+#include "UtilityDLL/presentation/Fields.h"
+#include "VelmBase/VelmString.h"
+
+const wchar_t* const LineInfo::STYLEDESCRIPTIONS[] = {L"Solid Line", L"Dashed", L"Dot", L"Dash dot"};
+
+namespace {
+
+constexpr FORM::Name kStyleNames{LineInfo::STYLEDESCRIPTIONS, true};
+
+} // namespace
+
+template <typename Exchange, typename Record> bool LineInfo::Fields(Exchange field, Record& record) {
+    field(L"LineColor", record.m_color, FORM::IndexedColor());
+    field(L"LineWidth", record.m_width);
+    field(L"LineStyle", record.m_style, kStyleNames);
+    field(L"LineTrueColor", record.m_color);
+    field(L"Enable", record.m_enable);
+    return true;
+}
+
+bool LineInfo::Read(const Section& section) { return Fields(FieldReader(section), *this); }
+bool LineInfo::Write(Section& section) const { return Fields(FieldWriter(section), *this); }
+
+std::wstring LineInfo::StyleStr() const { return kStyleNames.TextOf(m_style); }
+
+void LineInfo::SetStyleStr(const std::wstring& text) {
+    m_style = static_cast<LINESTYLE>(kStyleNames.NumberOf(text));
+}
+
+std::wstring LineInfo::ToString() const {
+    CVelmString items(L',');
+    items.AddItem(m_width);
+    items.AddItem(DXFColor(m_color).Index());
+    items.AddItem(StyleStr());
+    items.AddItem(m_color);
+    items.AddItem(m_enable);
+    return items.Text();
+}
+
+void LineInfo::FromString(const std::wstring& line) {
+    *this = LineInfo();
+    const CVelmString items(line, L',');
+    if (items.NumItems() < 3) return;
+    items.GetItem(0, m_width);
+    int color = 0;
+    items.GetItem(1, color);
+    SetStyleStr(items.GetItem(2));
+    items.GetItem(3, color);
+    m_color = static_cast<std::uint32_t>(color);
+    items.GetItem(4, m_enable);
+}

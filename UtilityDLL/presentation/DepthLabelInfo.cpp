@@ -1,0 +1,49 @@
+#include "UtilityDLL/presentation/DepthLabelInfo.h"
+
+#include "UtilityDLL/presentation/OneLineForm.h"
+
+namespace {
+
+constexpr unsigned int kNumPresentations = 3;
+constexpr unsigned int kNumPlacements = 3;
+
+} // namespace
+
+bool DepthLabelInfo::operator==(const DepthLabelInfo& other) const {
+    return TextInfo::operator==(other) && m_precision == other.m_precision &&
+           m_presentation == other.m_presentation && m_placement == other.m_placement &&
+           m_useTextColor == other.m_useTextColor && m_autoTextRotation == other.m_autoTextRotation &&
+           m_underlineDryingHeights == other.m_underlineDryingHeights &&
+           m_noDecimalZeros == other.m_noDecimalZeros;
+}
+
+std::wstring DepthLabelInfo::ToString() const {
+    OneLineForm line;
+    line.Add(TextInfo::ToString());
+    line.Add(m_precision);
+    line.Add(m_presentation);
+    line.Add(m_placement);
+    line.Add(m_useTextColor);
+    line.Add(m_autoTextRotation);
+    line.Add(m_underlineDryingHeights);
+    line.Add(m_noDecimalZeros);
+    return line.Text();
+}
+
+void DepthLabelInfo::FromString(const std::wstring& line) {
+    *this = DepthLabelInfo();
+    const FormatString items = SplitOneLineForm(line);
+    int next = TextInfo::FromString(items);
+    const auto isThere = [&] { return next < items.NumItems(); };
+    const auto number = [&] { return atoi(items.Item(next++)); };
+    const auto readFlag = [&](bool& flag) {
+        if (isThere()) flag = number() != 0;
+    };
+    if (isThere()) m_precision = number();
+    ReadNumberBelow(kNumPresentations, items, next++, m_presentation);
+    ReadNumberBelow(kNumPlacements, items, next++, m_placement);
+    readFlag(m_useTextColor);
+    readFlag(m_autoTextRotation);
+    readFlag(m_underlineDryingHeights);
+    readFlag(m_noDecimalZeros);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "VelmBase/FormatString.h"
+#include "VelmBase/NumberText.h"
+#include "VelmBase/WideString.h"
+
+#include <concepts>
+#include <string>
+
+// The one-line form of text styles and depth labels: items with a comma between them, without quotes. Numbers
+// are as a wide stream of the "C" locale writes them by default.
+//
+// This header is the library's own and is not for hosts.
+
+/// Composes a line.
+class OneLineForm {
+public:
+    void Add(const std::wstring& item) { m_items.AddItem(item); }
+    void Add(bool item) { Add(std::wstring(1, item ? L'1' : L'0')); }
+    void Add(double item) { Add(NumberText::FromGeneral(item)); }
+    void Add(float item) { Add(static_cast<double>(item)); }
+    void Add(int item) { Add(NumberText::FromInteger(static_cast<long long>(item))); }
+    void Add(unsigned long item) { Add(NumberText::FromInteger(static_cast<unsigned long long>(item))); }
+
+    std::wstring Text() const { return m_items.Text(); }
+
+private:
+    FormatString m_items{L','};
+};
+
+/// The items of a line. No record has more than 17, and fewer than that tell which form it is, so what is
+/// behind the 18th is not split.
+inline FormatString SplitOneLineForm(const std::wstring& line) { return {line, L',', 18}; }
+
+/// Takes the item as the number of an enumeration. One that is missing or not below `count` leaves the field
+/// alone.
+template <typename Field>
+void ReadNumberBelow(unsigned int count, const FormatString& items, int index, Field& field) {
+    if (index >= items.NumItems()) return;
+    const auto number = static_cast<unsigned int>(atoi(items.Item(index))); // negatives are out too
+    if (number < count) field = static_cast<Field>(number);
+}

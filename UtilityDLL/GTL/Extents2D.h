@@ -1,0 +1,116 @@
+#pragma once
+
+#include "UtilityDLL/GTL/Classification.h"
+#include "UtilityDLL/GTL/ExternTemplate.h"
+#include "UtilityDLL/GTL/Point2D.h"
+#include "UtilityDLL/GTL/Transformation.h"
+#include "VelmBase/Math.h"
+
+#include <algorithm>
+#include <array>
+
+namespace GTL {
+
+/// Axis-aligned box in the caller's units that grows with what is added to it; exported for float and double.
+/// A box that nothing was added to is not valid: its maximum lies below its minimum.
+template <typename T> class Extents2D {
+public:
+    using P = Point2D<T>;
+
+    constexpr Extents2D() noexcept = default;
+
+    constexpr bool IsValid() const noexcept { return m_max.X() >= m_min.X() && m_max.Y() >= m_min.Y(); }
+
+    constexpr const P& MinPnt() const noexcept { return m_min; }
+    constexpr const P& MaxPnt() const noexcept { return m_max; }
+
+    /// The bare values, whether the box is valid or not.
+    constexpr T MinX() const noexcept { return m_min.X(); }
+    constexpr T MinY() const noexcept { return m_min.Y(); }
+    constexpr T MaxX() const noexcept { return m_max.X(); }
+    constexpr T MaxY() const noexcept { return m_max.Y(); }
+
+    /// 0 when the box is not valid.
+    constexpr T ExtentX() const noexcept { return IsValid() ? MaxX() - MinX() : T{0}; }
+    constexpr T ExtentY() const noexcept { return IsValid() ? MaxY() - MinY() : T{0}; }
+
+    /// The middle of the two corners, whether the box is valid or not.
+    constexpr P Center() const noexcept {
+        return {MinX() + (MaxX() - MinX()) * T{0.5}, MinY() + (MaxY() - MinY()) * T{0.5}};
+    }
+
+    constexpr CLS::CLASSIFICATION Classify(const P& p) const noexcept {
+        if (!IsValid()) return CLS::INVALID;
+        return MinX() <= p.X() && p.X() <= MaxX() && MinY() <= p.Y() && p.Y() <= MaxY() ? CLS::INSIDE
+                                                                                        : CLS::OUTSIDE;
+    }
+
+    /// INSIDE when the other box is within this one; INVALID when one of the two is not valid.
+    constexpr CLS::CLASSIFICATION Classify(const Extents2D& other) const noexcept {
+        if (!IsValid() || !other.IsValid()) return CLS::INVALID;
+        if (IsApartFrom(other)) return CLS::OUTSIDE;
+        return Covers(other) ? CLS::INSIDE : CLS::OVERLAP;
+    }
+
+    /// Not valid again.
+    constexpr void Reset() noexcept { *this = Extents2D(); }
+
+    /// Grows to hold the point; a box that is not valid becomes the point. A coordinate that is NaN does not
+    /// grow a valid box.
+    constexpr void Update(const P& p) noexcept {
+        if (!IsValid()) {
+            m_min = m_max = p;
+            return;
+        }
+        m_min = P(std::min(MinX(), p.X()), std::min(MinY(), p.Y()));
+        m_max = P(std::max(MaxX(), p.X()), std::max(MaxY(), p.Y()));
+    }
+    constexpr void Update(T x, T y) noexcept { Update(P(x, y)); }
+
+    /// Grows to hold the other box; one that is not valid changes nothing.
+    constexpr void Update(const Extents2D& other) noexcept {
+        if (!other.IsValid()) return;
+        Update(other.m_min);
+        Update(other.m_max);
+    }
+    constexpr Extents2D& operator+=(const Extents2D& other) noexcept {
+        Update(other);
+        return *this;
+    }
+    constexpr Extents2D operator+(const Extents2D& other) const noexcept { return Extents2D(*this) += other; }
+
+    /// Becomes the box around its four transformed corners; a box that is not valid stays as it is.
+    void Transform(const Transformation<P>& transformation) {
+        if (!IsValid()) return;
+        std::array<P, 4> corners = {P(MinX(), MinY()), P(MaxX(), MinY()), P(MaxX(), MaxY()),
+                                    P(MinX(), MaxY())};
+        for (P& corner : corners) transformation.Apply(corner);
+        Reset();
+        for (const P& corner : corners) Update(corner);
+    }
+
+    /// Tolerant (MATH::equal on the four values), unlike the equality of spatial boxes; != is its negation.
+    bool operator==(const Extents2D& other) const noexcept {
+        return MATH::equal(MinX(), other.MinX()) && MATH::equal(MinY(), other.MinY()) &&
+               MATH::equal(MaxX(), other.MaxX()) && MATH::equal(MaxY(), other.MaxY());
+    }
+
+private:
+    // Strictly: boxes that touch are not apart.
+    constexpr bool IsApartFrom(const Extents2D& other) const noexcept {
+        return other.MinX() > MaxX() || MinX() > other.MaxX() || other.MinY() > MaxY() ||
+               MinY() > other.MaxY();
+    }
+    constexpr bool Covers(const Extents2D& other) const noexcept {
+        return other.MinX() >= MinX() && other.MaxX() <= MaxX() && other.MinY() >= MinY() &&
+               other.MaxY() <= MaxY();
+    }
+
+    P m_min{1, 1};
+    P m_max{0, 0};
+};
+
+GTL_EXTERN_TEMPLATE(Extents2D<float>);
+GTL_EXTERN_TEMPLATE(Extents2D<double>);
+
+} // namespace GTL

@@ -1,0 +1,213 @@
+#include "UtilityDLL/GTL/Rectangle.h"
+
+#include "tests/support/Numbers.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <utility>
+
+using GTL::Point2D;
+namespace CLS = GTL::CLS;
+
+namespace {
+
+template <typename T> class RectangleOf : public ::testing::Test {};
+using ElementTypes = ::testing::Types<int, float, double>;
+TYPED_TEST_SUITE(RectangleOf, ElementTypes);
+
+template <typename T> using Rect = GTL::Rectangle<Point2D<T>>;
+
+template <typename T>
+void ExpectCorner(double x, double y, const Rect<T>& rectangle, int index, double tolerance) {
+    EXPECT_NEAR(x, static_cast<double>(rectangle.Corner(index).X()), tolerance) << index;
+    EXPECT_NEAR(y, static_cast<double>(rectangle.Corner(index).Y()), tolerance) << index;
+}
+
+TYPED_TEST(RectangleOf, HoldsSidesAndRotation) {
+    const Rect<TypeParam> rectangle({1, 2}, 4, 3, 30);
+    EXPECT_EQ(4, rectangle.Width());
+    EXPECT_EQ(3, rectangle.Height());
+    EXPECT_EQ(30.0, rectangle.Rotation().Get());
+    EXPECT_EQ(4, rectangle.NumCorners());
+    const Rect<TypeParam> none;
+    EXPECT_EQ(0, none.Width());
+    EXPECT_EQ(CLS::INSIDE, none.Classify({0, 0}));
+    EXPECT_EQ(CLS::OUTSIDE, none.Classify({1, 0}));
+}
+
+TYPED_TEST(RectangleOf, CornersRunFromTheOriginAlongTheWidth) {
+    struct Row {
+        double degrees;
+        int corners[8];
+    };
+    for (const Row& row : {Row{0, {1, 2, 5, 2, 5, 4, 1, 4}}, Row{90, {1, 2, 1, -2, 3, -2, 3, 2}},
+                           Row{180, {1, 2, -3, 2, -3, 0, 1, 0}}, Row{270, {1, 2, 1, 6, -1, 6, -1, 2}}}) {
+        const Rect<TypeParam> rectangle({1, 2}, 4, 2, row.degrees);
+        for (int i = 0; i < 4; ++i)
+            ExpectCorner(row.corners[2 * i], row.corners[2 * i + 1], rectangle, i, 1e-6);
+    }
+}
+
+TYPED_TEST(RectangleOf, CornersFollowTheSinesAndCosines) {
+    Numbers numbers(1);
+    for (int i = 0; i < kPropertyRuns; ++i) {
+        const auto x = static_cast<TypeParam>(numbers.Integer(-100, 100)),
+                   y = static_cast<TypeParam>(numbers.Integer(-100, 100));
+        const double width = numbers.Integer(0, 100), height = numbers.Integer(0, 100),
+                     degrees = numbers.Real(0, 360);
+        const Rect<TypeParam> rectangle({x, y}, width, height, degrees);
+        const double radians = degrees * std::acos(-1.0) / 180;
+        const double ox = static_cast<double>(x), oy = static_cast<double>(y);
+        const double wx = width * std::cos(radians), wy = -width * std::sin(radians);
+        const double hx = height * std::sin(radians), hy = height * std::cos(radians);
+        const double tolerance = std::is_same_v<TypeParam, int>     ? 0.5 + 1e-9
+                                 : std::is_same_v<TypeParam, float> ? 1e-4
+                                                                    : 1e-10;
+        ExpectCorner(ox, oy, rectangle, 0, 0);
+        ExpectCorner(ox + wx, oy + wy, rectangle, 1, tolerance);
+        ExpectCorner(ox + wx + hx, oy + wy + hy, rectangle, 2, tolerance);
+        ExpectCorner(ox + hx, oy + hy, rectangle, 3, tolerance);
+        if (this->HasFailure()) break;
+    }
+}
+
+TYPED_TEST(RectangleOf, RotatedRectangleHoldsPointsClockwiseOfItsWidth) {
+    const Rect<TypeParam> rectangle({0, 0}, 4, 2, 90);
+    EXPECT_EQ(CLS::INSIDE, rectangle.Classify({1, -3}));
+    EXPECT_EQ(CLS::OUTSIDE, rectangle.Classify({1, 3}));
+}
+
+TYPED_TEST(RectangleOf, BorderOfAnUnrotatedRectangleIsInside) {
+    const Rect<TypeParam> rectangle({1, 2}, 4, 3, 0);
+    struct Row {
+        int x, y;
+        CLS::CLASSIFICATION expected;
+    };
+    for (const Row& row : {Row{1, 2, CLS::INSIDE}, Row{5, 2, CLS::INSIDE}, Row{5, 5, CLS::INSIDE},
+                           Row{1, 5, CLS::INSIDE}, Row{3, 3, CLS::INSIDE}, Row{0, 3, CLS::OUTSIDE},
+                           Row{6, 3, CLS::OUTSIDE}, Row{3, 1, CLS::OUTSIDE}, Row{3, 6, CLS::OUTSIDE}}) {
+        EXPECT_EQ(row.expected,
+                  rectangle.Classify({static_cast<TypeParam>(row.x), static_cast<TypeParam>(row.y)}))
+            << row.x << ' ' << row.y;
+    }
+}
+
+TYPED_TEST(RectangleOf, EveryCornerOfAnUnrotatedRectangleIsInside) {
+    Numbers numbers(2);
+    for (int i = 0; i < kPropertyRuns; ++i) {
+        const Rect<TypeParam> rectangle({static_cast<TypeParam>(numbers.Real(-1e6, 1e6)),
+                                         static_cast<TypeParam>(numbers.Real(-1e6, 1e6))},
+                                        numbers.Real(0, 1e6), numbers.Real(0, 1e6), 0);
+        for (int corner = 0; corner < 4; ++corner) {
+            ASSERT_EQ(CLS::INSIDE, rectangle.Classify(rectangle.Corner(corner))) << corner;
+        }
+    }
+}
+
+TYPED_TEST(RectangleOf, ClassificationAgreesWithAnIndependentRotation) {
+    Numbers numbers(3);
+    int tried = 0, inside = 0;
+    while (tried < kPropertyRuns) {
+        const auto any = [&](double range) { return static_cast<TypeParam>(numbers.Real(-range, range)); };
+        const Point2D<TypeParam> origin(any(1000), any(1000));
+        const double width = numbers.Integer(1, 1000), height = numbers.Integer(1, 1000);
+        const double degrees = numbers.Integer(0, 9) ? numbers.Real(0, 360) : 90.0 * numbers.Integer(0, 3);
+        const Point2D<TypeParam> point = origin + GTL::Vector2D<TypeParam>(any(800), any(800));
+
+        // Along the width and along the height, by the products with their directions.
+        const double radians = degrees * std::acos(-1.0) / 180;
+        const double dx = static_cast<double>(point.X()) - static_cast<double>(origin.X());
+        const double dy = static_cast<double>(point.Y()) - static_cast<double>(origin.Y());
+        const double along = dx * std::cos(radians) - dy * std::sin(radians);
+        const double up = dx * std::sin(radians) + dy * std::cos(radians);
+        const double away =
+            std::is_same_v<TypeParam, int> ? 2 : 1e-2; // from the border, where rounding decides
+        const double distance =
+            std::min({std::fabs(along), std::fabs(along - width), std::fabs(up), std::fabs(up - height)});
+        if (distance < away) continue;
+
+        const bool expected = 0 <= along && along <= width && 0 <= up && up <= height;
+        ASSERT_EQ(expected ? CLS::INSIDE : CLS::OUTSIDE,
+                  Rect<TypeParam>(origin, width, height, degrees).Classify(point))
+            << degrees << ' ' << along << ' ' << up;
+        ++tried;
+        inside += expected;
+    }
+    EXPECT_GT(inside, kPropertyRuns / 20);
+}
+
+TEST(Rectangle, RotationOfAWholeTurnCountsAsRotated) {
+    const Rect<double> rectangle({0, 0}, 4, 2, -1e-20); // kept as 360
+    EXPECT_EQ(360.0, rectangle.Rotation().Get());
+    EXPECT_EQ(CLS::INSIDE, rectangle.Classify({1, 1}));
+    EXPECT_EQ(CLS::OUTSIDE, rectangle.Classify({1, 3}));
+    const Rect<double> minusZero({0, 0}, 4, 2, -360); // kept as -0, which is no rotation
+    EXPECT_EQ(CLS::INSIDE, minusZero.Classify({4, 2}));
+}
+
+TEST(Rectangle, NegativeSidesHoldNothing) {
+    for (const double degrees : {0.0, 45.0}) {
+        const Rect<double> rectangle({0, 0}, -4, 2, degrees);
+        for (const Point2D<double>& point :
+             {Point2D<double>(-1, 1), Point2D<double>(1, 1), Point2D<double>(-2, 0)}) {
+            EXPECT_EQ(CLS::OUTSIDE, rectangle.Classify(point));
+        }
+    }
+}
+
+TEST(Rectangle, TransformationMovesCornersAndLeavesSidesAndRotation) {
+    Rect<double> rectangle({0, 0}, 4, 2, 0);
+    GTL::Transformation2D<Point2D<double>> t;
+    t.Rotate(90, {0, 0});
+    t.Translate(10, 0);
+    rectangle.Transform(t);
+    ExpectCorner(10, -4, rectangle, 1, 1e-12);
+    EXPECT_EQ(4, rectangle.Width());
+    EXPECT_EQ(0.0, rectangle.Rotation().Get());
+}
+
+TEST(Rectangle, ClassificationFollowsAChangedOrigin) {
+    Rect<double> rectangle({0, 0}, 4, 2, 90);
+    rectangle.SetCorner(0, {100, 100});
+    EXPECT_EQ(CLS::INSIDE, rectangle.Classify({101, 97}));
+    EXPECT_EQ(CLS::OUTSIDE, rectangle.Classify({1, -3}));
+}
+
+TYPED_TEST(RectangleOf, UpdateAddsTheCornersAtHeightZero) {
+    const Rect<TypeParam> rectangle({1, 2}, 4, 3, 90);
+    GTL::Extents3D<double> extents;
+    const GTL::GeoPrimitiveBase<Point2D<TypeParam>>& shape = rectangle;
+    shape.Update(extents);
+    EXPECT_NEAR(1, extents.MinX(), 1e-6);
+    EXPECT_NEAR(-2, extents.MinY(), 1e-6);
+    EXPECT_NEAR(4, extents.MaxX(), 1e-6);
+    EXPECT_NEAR(2, extents.MaxY(), 1e-6);
+    EXPECT_EQ(0, extents.MinZ());
+    EXPECT_EQ(0, extents.MaxZ());
+    EXPECT_EQ(0, extents.MinPnt().B());
+}
+
+TEST(Rectangle, IntegerExtremesDoNotWrapInside) {
+    constexpr int kMin = std::numeric_limits<int>::min();
+    constexpr int kMax = std::numeric_limits<int>::max();
+    const Rect<int> rectangle({kMax - 10, kMax - 10}, 5, 5, 180);
+    EXPECT_EQ(CLS::INSIDE, rectangle.Classify({kMax - 12, kMax - 12}));
+    EXPECT_EQ(CLS::OUTSIDE, rectangle.Classify({kMin, kMin}));
+    EXPECT_EQ(CLS::OUTSIDE, rectangle.Classify({kMax, kMax}));
+}
+
+TYPED_TEST(RectangleOf, AwkwardNumbersGoThroughEveryFunction) {
+    for (const double a : kAwkwardNumbers) {
+        for (const double b : kAwkwardNumbers) {
+            const Rect<TypeParam> rectangle({1, 2}, a, b, a);
+            const auto classification = rectangle.Classify(rectangle.Corner(2));
+            EXPECT_TRUE(classification == CLS::INSIDE || classification == CLS::OUTSIDE);
+            EXPECT_TRUE(classification == CLS::OUTSIDE || !std::isnan(a));
+            GTL::Extents3D<double> extents;
+            rectangle.Update(extents);
+            EXPECT_TRUE(extents.IsValid()); // the origin at least is a number
+        }
+    }
+}
+
+} // namespace

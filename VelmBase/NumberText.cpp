@@ -88,7 +88,8 @@ long long DecimalMagnitude(std::string_view text) {
         std::string_view digits = text.substr(mark + 1);
         const bool negative = !digits.empty() && digits[0] == '-';
         if (!digits.empty() && (negative || digits[0] == '+')) digits.remove_prefix(1);
-        for (const char c : digits) exponent = std::min(exponent * 10 + (c - '0'), 1LL << 60);
+        constexpr long long kFar = 1LL << 58; // beyond the length of any text, and ten times it still fits
+        for (const char c : digits) exponent = std::min(exponent * 10 + (c - '0'), kFar);
         if (negative) exponent = -exponent;
     }
     return point - first + exponent;
@@ -177,8 +178,9 @@ std::wstring FromFixed(double value) {
 }
 
 std::wstring FromGeneral(double value, int precision) {
-    char text[64];
-    const int digits = std::clamp(precision, 1, 40);
+    constexpr int kMost = 800; // no double has more significant digits
+    char text[kMost + 32];
+    const int digits = std::clamp(precision, 1, kMost);
     return Widened(text,
                    std::to_chars(text, text + sizeof text, value, std::chars_format::general, digits).ptr);
 }

@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-/// The path for the standard library's file functions: these take a wide path through the host's locale, which
-/// a test must not depend on.
+/// The path for the standard library's file functions: these take a wide path through the host's locale,
+/// which a test must not depend on.
 inline std::filesystem::path NativePath(std::wstring_view path) {
     const std::string bytes = ToUtf8(path);
     return std::u8string(bytes.begin(), bytes.end());

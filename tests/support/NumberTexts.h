@@ -61,9 +61,7 @@ inline std::wstring NumberLikeText(Random& random) {
     std::wstring text;
     switch (random.Below(8)) {
     case 0: // anything at all
-        return random.Text(
-            std::wstring_view(L"0123456789+-.eE,' \t\n\v\f\rxXabcdfinNAF;=\0\u00A0\u2003\u0660\uFF11", 46),
-            12);
+        return random.Text(L"0123456789+-.eE,' \t\n\v\f\rxXabcdfinNAF;=\0\u00A0\u2003\u0660\uFF11", 12);
     case 1: // an integer
         text = random.Text(L" \t", 2) + random.Text(L"+-", 1) + random.Text(L"0", 3) + digits(24);
         break;

@@ -26,11 +26,10 @@ public:
         for (Char& c : text) c = alphabet[Below(alphabet.size())];
         return text;
     }
-    std::wstring Text(const wchar_t* alphabet, std::size_t longest) {
-        return Text(std::wstring_view(alphabet), longest);
-    }
-    std::string Text(const char* alphabet, std::size_t longest) {
-        return Text(std::string_view(alphabet), longest);
+    /// The same from a literal, in which a NUL is a character as well.
+    template <typename Char, std::size_t Size>
+    std::basic_string<Char> Text(const Char (&alphabet)[Size], std::size_t longest) {
+        return Text(std::basic_string_view<Char>(alphabet, Size - 1), longest);
     }
 
 private:

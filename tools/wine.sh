@@ -3,14 +3,14 @@
 # Wine's registry, its drive C and what it takes for the user's home lie in FOLDER, which is made by the first call;
 # nothing is written anywhere else, and no display is needed.
 set -euo pipefail
-mkdir -p "$1/home"
+mkdir -p "$1/home" "$1/tmp"
 folder=$(cd "$1" && pwd)
 shift
-export WINEPREFIX=$folder/prefix HOME=$folder/home XDG_RUNTIME_DIR=$folder/home
+export WINEPREFIX=$folder/prefix HOME=$folder/home TMPDIR=$folder/tmp
 export WINEDEBUG=-all WINEARCH=win64
 # Neither the .NET nor the HTML engine, which Wine would offer to download; no menu entries on the desktop.
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
-unset DISPLAY WAYLAND_DISPLAY
+unset DISPLAY WAYLAND_DISPLAY XDG_RUNTIME_DIR XDG_CONFIG_HOME XDG_DATA_HOME XDG_CACHE_HOME
 
 if [ ! -e "$folder/ready" ]; then
     (

@@ -79,6 +79,9 @@ bool IsEntryKey(std::wstring_view key) {
 
 } // namespace
 
+// Exported, for hosts that bind a reference to it.
+constexpr std::size_t ColorTable::MAX_REMARKS; // NOLINT(readability-redundant-declaration)
+
 void ColorTable::AddEntry(double value, unsigned long color) {
     const auto place = std::upper_bound(m_values.begin(), m_values.end(), value, IsBelow);
     m_colors.insert(m_colors.begin() + (place - m_values.begin()),

@@ -146,10 +146,10 @@ TEST(ColorTable_FileOpen, ReadsBackExactlyWhatWasSaved) {
     ColorTable table;
     table.SetDefaultColor(0x010203);
     for (const double value : {0.1, 1.0 / 3, -0.0, 5e-324, 1.7976931348623157e308, -1e-7, kInf, -kInf})
-        table.AddEntry(value, random());
+        table.AddEntry(value, static_cast<std::uint32_t>(random()));
     for (int i = 0; i < 2000; ++i) {
         const auto value = std::bit_cast<double>(static_cast<std::uint64_t>(random()));
-        if (!std::isnan(value)) table.AddEntry(value, random());
+        if (!std::isnan(value)) table.AddEntry(value, static_cast<std::uint32_t>(random()));
     }
     const ColorTable back = ThroughAFile(table);
     EXPECT_TRUE(table == back);

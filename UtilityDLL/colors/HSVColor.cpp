@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+// Exported, for hosts that bind a reference to it.
+constexpr float HSVColor::UNDEFINED_HUE; // NOLINT(readability-redundant-declaration)
+
 HSVColor::HSVColor(const RGBColor& color) {
     const float r = static_cast<float>(color.Red()) / 255.0f;
     const float g = static_cast<float>(color.Green()) / 255.0f;

@@ -25,6 +25,9 @@ std::size_t ReadWords(FILES::Reader& file, std::vector<unsigned char>& buffer) {
 
 } // namespace
 
+// Exported, for hosts that bind a reference to it.
+constexpr unsigned int FileChecksum::ALL_WORDS; // NOLINT(readability-redundant-declaration)
+
 FileChecksum::FileChecksum(const std::wstring& path, unsigned int maxWords) : m_path(path) {
     std::uint32_t modified = 0;
     if (path.empty() || !FILES::ModificationTime(path, modified)) return;

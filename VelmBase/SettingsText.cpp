@@ -162,9 +162,10 @@ char* Writer::Extend(std::size_t count) {
 }
 
 void Writer::Put(char* bytes, std::wstring_view text) {
-    std::make_unsigned_t<wchar_t> all = 0;
+    using Code = std::make_unsigned_t<wchar_t>;
+    Code all = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto code = static_cast<std::make_unsigned_t<wchar_t>>(text[i]);
+        const auto code = static_cast<Code>(text[i]);
         all |= code;
         bytes[i] = static_cast<char>(code);
     }

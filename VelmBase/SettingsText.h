@@ -52,8 +52,8 @@ VELMBASE_API ReadResult Read(const std::wstring& path, Handler& handler);
 /// with the widths of their columns, EndSection().
 class VELMBASE_API Writer {
 public:
-    /// `numLines` is how many lines will come, roughly: growing a large text step by step costs as much as composing
-    /// it.
+    /// `numLines` is how many lines will come, roughly: growing a large text step by step costs as much as
+    /// composing it.
     explicit Writer(std::size_t numLines = 0) { m_text.reserve(numLines * kUsualLine); }
 
     void BeginSection(std::wstring_view name, std::wstring_view comment);

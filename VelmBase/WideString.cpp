@@ -69,9 +69,8 @@ std::size_t DecodeUtf8(std::string_view bytes, char32_t& code) {
 bool icompareW(std::wstring_view a, std::wstring_view b) {
     if (a.size() != b.size()) return false;
     // Mostly the letter case is the same as well, and that is told faster.
-    return a == b || std::equal(a.begin(), a.end(), b.begin(), [](wchar_t x, wchar_t y) {
-        return x == y || ToUpperW(x) == ToUpperW(y);
-    });
+    return a == b || std::equal(a.begin(), a.end(), b.begin(),
+                                [](wchar_t x, wchar_t y) { return x == y || ToUpperW(x) == ToUpperW(y); });
 }
 
 int CompareNoCaseW(std::wstring_view a, std::wstring_view b) {

@@ -1,5 +1,5 @@
-// Keyword text: the placeholder scan against its rule written out character by character, and the forms in which
-// a set is stored. A byte of the input is a character.
+// Keyword text: the placeholder scan against its rule written out character by character, and the forms in
+// which a set is stored. A byte of the input is a character.
 
 #include "UtilityDLL/keywords/Keywords.h"
 

@@ -1,0 +1,5 @@
+#include "apps/chartutil/Png.h"
+
+bool CanRenderPng() { return false; }
+
+std::string RenderPng(const std::string& /*svg*/, int /*width*/, int /*height*/) { return {}; }

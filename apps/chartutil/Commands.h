@@ -8,3 +8,4 @@ class App;
 // callback; it ends by returning (success) or by throwing a CommandError or CommandExit.
 void AddSettingsCommand(CLI::App& program);
 void AddCrcCommand(CLI::App& program);
+void AddColorsCommand(CLI::App& program);

@@ -28,6 +28,7 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
     program.require_subcommand(1);
     AddSettingsCommand(program);
     AddCrcCommand(program);
+    AddColorsCommand(program);
 
     try {
         std::reverse(arguments.begin(), arguments.end()); // CLI11 takes them from the back

@@ -1,0 +1,354 @@
+#include "UtilityDLL/colors/DXFColorTable.h"
+#include "UtilityDLL/colors/HSVColor.h"
+#include "VelmBase/FormatString.h"
+#include "VelmBase/NumberText.h"
+#include "VelmBase/WideString.h"
+#include "apps/chartutil/Commands.h"
+#include "apps/chartutil/Console.h"
+#include "apps/chartutil/CptFile.h"
+#include "apps/chartutil/Picture.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <optional>
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr RGBColor kBlack(0, 0, 0);
+constexpr RGBColor kGrey(96, 96, 96);
+
+std::string Components(const RGBColor& color) {
+    return std::to_string(color.Red()) + ',' + std::to_string(color.Green()) + ',' +
+           std::to_string(color.Blue());
+}
+
+std::string ValueText(double value, int digits = 10) {
+    return ToUtf8(NumberText::FromGeneral(value, digits));
+}
+
+// Text on that colour, where the terminal shows colours; else as it is.
+std::string OnColor(const std::string& text, const RGBColor& color) {
+    if (!OutputIsTerminal()) return text;
+    const RGBColor ink = ReadableOn(color);
+    const auto codes = [](const RGBColor& c) {
+        return std::to_string(c.Red()) + ';' + std::to_string(c.Green()) + ';' + std::to_string(c.Blue());
+    };
+    return Colored(" " + text + " ", ("38;2;" + codes(ink) + ";48;2;" + codes(color)).c_str());
+}
+
+Json ColorJson(const RGBColor& color) {
+    return {{"hex", HexText(color)},
+            {"rgb", {color.Red(), color.Green(), color.Blue()}},
+            {"reference", static_cast<unsigned long>(color)}};
+}
+
+// "#RRGGBB" or "R,G,B".
+std::optional<RGBColor> ParseColor(const std::string& text) {
+    const auto number = [](const std::string& digits, int base, int& value) {
+        const char* const end = digits.data() + digits.size();
+        const auto [stop, error] = std::from_chars(digits.data(), end, value, base);
+        return error == std::errc() && stop == end && digits[0] != '-';
+    };
+    int packed = 0;
+    if (text.size() == 7 && text[0] == '#' && number(text.substr(1), 16, packed))
+        return RGBColor(packed >> 16, packed >> 8, packed);
+    const FormatString items(FromUtf8(text), L',');
+    int components[3] = {};
+    if (items.NumItems() != 3) return std::nullopt;
+    for (int i = 0; i < 3; ++i) {
+        const std::string item = ToUtf8(TrimmedW(items.Item(i)));
+        if (item.empty() || !number(item, 10, components[i]) || components[i] > 255) return std::nullopt;
+    }
+    return RGBColor(components[0], components[1], components[2]);
+}
+
+// --- nearest ---
+
+void Nearest(const std::string& text, bool json) {
+    const std::optional<RGBColor> color = ParseColor(text);
+    if (!color)
+        throw CommandError(ExitCode::WRONG_USE, "'" + text +
+                                                    "' is no colour; write it as '#RRGGBB' or as R,G,B with "
+                                                    "numbers from 0 to 255");
+    const DXFColor nearest(*color);
+    const RGBColor palette(nearest);
+    const HSVColor hsv(*color);
+    if (json) {
+        PrintJson({{"color", ColorJson(*color)},
+                   {"hsv", {hsv.Hue(), hsv.Saturation(), hsv.Value()}},
+                   {"index", nearest.Index()},
+                   {"palette", ColorJson(palette)}});
+        return;
+    }
+    char line[100];
+    std::snprintf(line, sizeof line,
+                  hsv.Hue() < 0 ? "grey, value %.3g" : "hue %.4g, saturation %.3g, value %.3g",
+                  static_cast<double>(hsv.Hue() < 0 ? hsv.Value() : hsv.Hue()),
+                  static_cast<double>(hsv.Saturation()), static_cast<double>(hsv.Value()));
+    std::cout << "colour   " << OnColor(HexText(*color), *color) << "  " << Components(*color)
+              << "  reference " << static_cast<unsigned long>(*color) << "\n         " << line
+              << "\nindex    " << nearest.Index() << "\npalette  " << OnColor(HexText(palette), palette)
+              << "  " << Components(palette) << "  reference " << static_cast<unsigned long>(palette) << '\n';
+}
+
+// --- palette ---
+
+Picture PalettePicture() {
+    constexpr int kCellWidth = 44;
+    constexpr int kCellHeight = 34;
+    constexpr int kLeft = 20;
+    constexpr int kGroups = 24;
+    constexpr int kLevels = 10;
+    constexpr int kTop = 120;
+    const int bottom = kTop + kLevels * kCellHeight;
+    Picture picture(2 * kLeft + kGroups * kCellWidth, bottom + 90);
+    const auto cell = [&](int index, double x, double y) {
+        const RGBColor color{DXFColor(index)};
+        picture.Rectangle(x, y, kCellWidth, kCellHeight, color);
+        picture.Text(x + kCellWidth / 2.0, y + kCellHeight / 2.0 + 5, std::to_string(index), 13,
+                     ReadableOn(color), Picture::Anchor::MIDDLE);
+    };
+    const auto frame = [&](double y, int columns, int rows) {
+        picture.Frame(kLeft, y, columns * kCellWidth, rows * kCellHeight, kGrey);
+    };
+
+    picture.Text(kLeft, 26, "The 256 colours of the DXF palette", 18, kBlack, Picture::Anchor::START, true);
+    picture.Text(kLeft, 48, "0 to 9: named colours and two greys", 12, kGrey);
+    for (int index = 0; index < 10; ++index) cell(index, kLeft + index * kCellWidth, 55);
+    frame(55, 10, 1);
+
+    picture.Text(kLeft, kTop - 12, "10 to 249: 24 hues, 15 degrees apart; odd numbers are half saturated", 12,
+                 kGrey);
+    for (int group = 0; group < kGroups; ++group)
+        for (int level = 0; level < kLevels; ++level)
+            cell(10 + 10 * group + level, kLeft + group * kCellWidth, kTop + level * kCellHeight);
+    frame(kTop, kGroups, kLevels);
+
+    picture.Text(kLeft, bottom + 28, "250 to 255: greys", 12, kGrey);
+    for (int index = 250; index < 256; ++index) cell(index, kLeft + (index - 250) * kCellWidth, bottom + 36);
+    frame(bottom + 36, 6, 1);
+    return picture;
+}
+
+void Palette(const std::string& picture, bool json) {
+    if (!picture.empty()) PalettePicture().Save(picture);
+    if (json) {
+        Json colors = Json::array();
+        for (int index = 0; index < 256; ++index) {
+            Json entry = {{"index", index}};
+            entry.update(ColorJson(DXFColor(index)));
+            colors.push_back(entry);
+        }
+        PrintJson({{"palette", colors}});
+        return;
+    }
+    for (int index = 0; index < 256; ++index) {
+        const RGBColor color{DXFColor(index)};
+        char cell[32];
+        std::snprintf(cell, sizeof cell, "%3d %s", index, HexText(color).c_str());
+        std::cout << OnColor(cell, color) << (index % 8 == 7 ? "\n" : "  ");
+    }
+}
+
+// --- table ---
+
+// Reads a table. What is odd goes to standard error; `complete` says whether all of it could be read.
+DXFColorTable OpenTable(const std::string& path, bool& complete) {
+    FileObject file;
+    if (!file.Open(FromUtf8(path), 0))
+        throw CommandError(ExitCode::IO_ERROR,
+                           path + ": cannot be read as a settings file; check the name, the permissions and "
+                                  "that no section header is empty");
+    DXFColorTable table;
+    std::vector<std::wstring> remarks;
+    complete = table.FileOpen(file, &remarks);
+    if (!complete && !file.GetSection(L"ColorTable"))
+        throw CommandError(ExitCode::CHECK_FAILED,
+                           path + ": no colour table: " + ToUtf8(remarks.at(0)) +
+                               "; 'chartutil colors import' makes a table from a .cpt file");
+    for (const std::wstring& remark : remarks) std::cerr << path << ": " << ToUtf8(remark) << '\n';
+    if (remarks.size() == ColorTable::MAX_REMARKS) std::cerr << path << ": and perhaps more\n";
+    return table;
+}
+
+Picture TablePicture(const DXFColorTable& table, const std::string& title, bool dxf) {
+    constexpr double kTop = 60;
+    constexpr double kLeft = 24;
+    constexpr double kBarWidth = 90;
+    constexpr int kMostBands = 9000; // of two pixels each
+    const int count = table.NumEntries();
+    // In whole pixels, so that no light shines through between bands. A band has room for its number as long
+    // as the picture stays on a screen; beyond that every so many bands one number stands.
+    const double bandHeight = count > kMostBands
+                                  ? kMostBands * 2.0 / count
+                                  : std::floor(std::clamp(720.0 / std::max(count, 1), 2.0, 26.0));
+    const int labelStep = std::max(1, static_cast<int>(std::ceil(15.0 / bandHeight)));
+    const double bottom = kTop + bandHeight * count;
+    constexpr double kDefaultHeight = 26;
+    const int columns = dxf ? 2 : 1;
+    const double labelX = kLeft + columns * (kBarWidth + 8) + 4;
+    Picture picture(std::max(static_cast<int>(labelX) + 130, 80 + static_cast<int>(title.size()) * 9),
+                    static_cast<int>(bottom + kDefaultHeight) + 34);
+
+    picture.Text(kLeft, 28, title, 15, kBlack, Picture::Anchor::START, true);
+    const auto column = [&](int number, const char* name, auto colorOf, const RGBColor& below, auto textOf) {
+        const double x = kLeft + number * (kBarWidth + 8);
+        picture.Text(x, kTop - 8, name, 11, kGrey);
+        for (int i = 0; i < count; ++i) {
+            const double y = bottom - bandHeight * (i + 1); // the lowest value at the bottom
+            picture.Rectangle(x, y, kBarWidth, bandHeight, colorOf(i));
+            const std::string text = textOf(i);
+            if (bandHeight >= 15 && !text.empty())
+                picture.Text(x + kBarWidth / 2, y + bandHeight / 2 + 4, text, 11, ReadableOn(colorOf(i)),
+                             Picture::Anchor::MIDDLE);
+        }
+        if (count > 0) picture.Frame(x, kTop, kBarWidth, bandHeight * count, kGrey);
+        picture.Rectangle(x, bottom + 8, kBarWidth, kDefaultHeight, below);
+        picture.Frame(x, bottom + 8, kBarWidth, kDefaultHeight, kGrey);
+    };
+    column(
+        0, "colour", [&](int i) { return RGBColor(table.EntryColor(i)); }, RGBColor(table.DefaultColor()),
+        [](int) { return std::string(); });
+    if (dxf)
+        column(
+            1, "DXF", [&](int i) { return RGBColor(table.EntryDxfColor(i)); },
+            RGBColor(DXFColor(table.DefaultColor())),
+            [&](int i) { return std::to_string(table.EntryDxfColor(i).Index()); });
+
+    // A value stands at the lower border of the band that it opens.
+    for (int i = 0; i < count; i += labelStep) {
+        const double y = bottom - bandHeight * i;
+        picture.Line(labelX - 8, y, labelX - 3, y, kGrey);
+        picture.Text(labelX, y + 4, ValueText(table.EntryValue(i), 6), 12, kBlack);
+    }
+    picture.Text(labelX, bottom + 8 + kDefaultHeight / 2 + 4, "below", 12, kGrey);
+    return picture;
+}
+
+void Table(const std::string& path, const std::string& picture, bool dxf, bool json) {
+    if (!picture.empty()) Picture::CheckEnding(picture);
+    bool complete = true;
+    DXFColorTable table = OpenTable(path, complete);
+    // Merging makes no sense of the entries as the file has them, so it is left to --dxf.
+    if (dxf) table.Unique();
+    if (!picture.empty()) TablePicture(table, path.substr(path.find_last_of("/\\") + 1), dxf).Save(picture);
+
+    Json bands = Json::array();
+    for (int i = 0; i < table.NumEntries(); ++i) {
+        const RGBColor color(table.EntryColor(i));
+        Json band = {{"from", table.EntryValue(i)}};
+        band.update(ColorJson(color));
+        if (dxf) band["dxf"] = table.EntryDxfColor(i).Index();
+        bands.push_back(band);
+    }
+    const RGBColor below(table.DefaultColor());
+    if (json) {
+        Json document = {
+            {"file", path}, {"complete", complete}, {"below", ColorJson(below)}, {"bands", bands}};
+        if (dxf) document["below"]["dxf"] = DXFColor(below).Index();
+        PrintJson(document);
+    } else {
+        const auto line = [dxf](const std::string& from, const RGBColor& color, int index) {
+            const std::string components = Components(color);
+            std::cout << std::string(from.size() < 20 ? 20 - from.size() : 0, ' ') << from << "  "
+                      << OnColor(HexText(color), color) << "  " << components;
+            if (dxf) std::cout << std::string(13 - components.size(), ' ') << "DXF " << index;
+            std::cout << '\n';
+        };
+        line("below", below, DXFColor(below).Index());
+        for (int i = 0; i < table.NumEntries(); ++i)
+            line("from " + ValueText(table.EntryValue(i)), RGBColor(table.EntryColor(i)),
+                 dxf ? table.EntryDxfColor(i).Index() : 0);
+    }
+    if (!complete)
+        throw CommandError(ExitCode::CHECK_FAILED,
+                           path + ": not all of the table could be read; mend what is named above");
+}
+
+// --- import ---
+
+void Import(const std::string& from, const std::string& to, int step) {
+    const CptTable table = ReadCptFile(from, step);
+    for (const std::string& remark : table.remarks) std::cerr << from << ": " << remark << '\n';
+    FileObject file;
+    table.colors.FileSave(file);
+    if (!file.Save(FromUtf8(to), 0))
+        throw CommandError(ExitCode::IO_ERROR,
+                           to + ": cannot be written; check that the folder exists and takes new files");
+    std::cout << to << ": " << table.colors.NumEntries() << " bands from "
+              << ValueText(table.colors.EntryValue(0)) << " on\n";
+}
+
+} // namespace
+
+void AddColorsCommand(CLI::App& program) {
+    CLI::App* colors = program.add_subcommand("colors", "Colours, the DXF palette and colour tables");
+    colors->require_subcommand(1);
+    struct Options {
+        std::string color, file, target, picture;
+        bool json = false;
+        bool dxf = false;
+        int step = 16;
+    };
+    const auto options = std::make_shared<Options>();
+    const auto addJson = [&](CLI::App* command) {
+        command->add_flag("--json", options->json, "Print a JSON document");
+    };
+    const auto addPicture = [&](CLI::App* command) {
+        command->add_option("--picture", options->picture, "Also draw it into this .svg or .png file");
+    };
+
+    CLI::App* nearest = colors->add_subcommand("nearest", "The DXF colour nearest to a colour");
+    nearest->add_option("COLOUR", options->color, "'#RRGGBB', or R,G,B with numbers from 0 to 255")
+        ->required();
+    addJson(nearest);
+    nearest->footer(
+        "Examples:\n  chartutil colors nearest '#FF8000'\n  chartutil colors nearest 255,128,0 --json");
+    nearest->callback([options] { Nearest(options->color, options->json); });
+
+    CLI::App* palette = colors->add_subcommand("palette", "The 256 colours of the DXF palette");
+    addPicture(palette);
+    addJson(palette);
+    palette->footer(
+        "Examples:\n  chartutil colors palette\n  chartutil colors palette --picture palette.svg");
+    palette->callback([options] { Palette(options->picture, options->json); });
+
+    CLI::App* table = colors->add_subcommand("table", "The bands of a colour table");
+    table->add_option("FILE", options->file, "The colour table, a .col file")->required();
+    table->add_flag("--dxf", options->dxf,
+                    "With the DXF index of each band; equal neighbours become one band");
+    addPicture(table);
+    addJson(table);
+    table->footer("What is odd in the file is told on standard error; the exit code is 1 when not all of it\n"
+                  "could be read.\n\nExamples:\n  chartutil colors table depths.col\n"
+                  "  chartutil colors table depths.col --dxf --picture depths.png");
+    table->callback([options] { Table(options->file, options->picture, options->dxf, options->json); });
+
+    CLI::App* import =
+        colors->add_subcommand("import", "Make a colour table from a .cpt colour palette table");
+    import->add_option("FROM", options->file, "The .cpt file, regular or by category")->required();
+    import->add_option("TO", options->target, "The colour table to write, a .col file")->required();
+    import
+        ->add_option("--step", options->step,
+                     "Where colours change gradually: the most by which neighbouring bands differ in red,\n"
+                     "green or blue")
+        ->check(CLI::Range(1, 255))
+        ->capture_default_str();
+    import->footer(
+        "The background colour (B) becomes the default colour and the foreground colour (F) a band "
+        "above\nthe last one; the colour for missing values (N) has no place in a table. A table of "
+        "values from 0\nto 1 or -1 to 1 that names a RANGE is stretched to it.\n\nExamples:\n"
+        "  chartutil colors import bathy.cpt bathy.col\n"
+        "  chartutil colors import --step 4 bathy.cpt fine.col");
+    import->callback([options] { Import(options->file, options->target, options->step);
+});
+}

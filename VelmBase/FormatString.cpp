@@ -1,6 +1,7 @@
 #include "VelmBase/FormatString.h"
 
 #include <algorithm>
+#include <utility>
 
 FormatString::FormatString(const std::wstring& text, wchar_t separator, int mostItems)
     : m_separator(separator) {
@@ -24,8 +25,9 @@ const std::wstring& FormatString::Item(int index) const {
 
 void FormatString::SetItem(int index, const std::wstring& item) {
     if (index < 0) return;
+    std::wstring text = item; // it may be one of the items, which move
     if (index >= NumItems()) m_items.resize(static_cast<std::size_t>(index) + 1);
-    m_items[static_cast<std::size_t>(index)] = item;
+    m_items[static_cast<std::size_t>(index)] = std::move(text);
 }
 
 bool FormatString::HasSubString(const std::wstring& item) const {

@@ -1,0 +1,110 @@
+// Contour definition files: what is loaded against the settings store's reading of the same file, and saving
+// what was loaded: from the first save on a file loads and saves as itself.
+
+#include "UtilityDLL/contours/ContourDefinitionList.h"
+
+#include "UtilityDLL/colors/DXFColor.h"
+#include "UtilityDLL/settings/IniFile.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Info = ContourDefinitionList::ContourDefInfo;
+
+void Require(bool condition) {
+    if (!condition) std::abort();
+}
+
+// A file of this process, gone at its end; in memory where that can be had, since each save waits for the
+// disk.
+class ScratchFile {
+public:
+    ScratchFile() : m_path(Folder() / ("contour-fuzz-" + std::to_string(std::random_device{}()))) {}
+    ~ScratchFile() {
+        std::error_code ignored;
+        std::filesystem::remove(m_path, ignored);
+    }
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+
+    std::wstring Path() const { return FromUtf8(m_path.string()); }
+    void Write(const std::uint8_t* data, std::size_t size) const {
+        std::ofstream(m_path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+    }
+    std::string Read() const {
+        std::ifstream file(m_path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+private:
+    static std::filesystem::path Folder() {
+        const std::filesystem::path memory = "/dev/shm";
+        return std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path();
+    }
+
+    std::filesystem::path m_path;
+};
+
+std::vector<Info> RecordsByIniFile(const std::wstring& path) {
+    IniFile opened;
+    if (!opened.Open(path)) return {};
+    const IniFile& file = opened;
+    std::vector<Info> records;
+    for (int i = 0;; ++i) {
+        const Section& section = file[L"Contour(" + std::to_wstring(i) + L")"];
+        if (section.NumKeys() == 0) return records;
+        Info& info = records.emplace_back();
+        int index = 0;
+        section[L"Color"] >> index;
+        auto color = static_cast<unsigned long>(DXFColor(index));
+        if (section.HasKey(L"TrueColor")) section[L"TrueColor"] >> color;
+        info.trueColor = static_cast<std::uint32_t>(color);
+        if (icompareW(section[L"LineType"].GetValue(), L"DASHED")) info.lineType = 1;
+        if (icompareW(section[L"LineType"].GetValue(), L"DOTTED")) info.lineType = 2;
+        section[L"Annotate"] >> info.annotate;
+        section[L"Level"] >> info.level;
+        section[L"LineWidth"] >> info.lineWidth;
+    }
+}
+
+std::vector<Info> RecordsOf(const ContourDefinitionList& list) {
+    std::vector<Info> records;
+    for (int i = 0; i < list.NumContours(); ++i) records.push_back(list[i]);
+    return records;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const ScratchFile file;
+    file.Write(data, size);
+    ContourDefinitionList list;
+    const bool loaded = list.Load(file.Path().c_str());
+    Require(RecordsOf(list) == RecordsByIniFile(file.Path()));
+    Require(loaded == (list.NumContours() > 0));
+    if (!loaded) return 0;
+
+    Require(list.Save(file.Path().c_str()));
+    const std::string once = file.Read();
+    ContourDefinitionList again;
+    Require(again.Load(file.Path().c_str()) && again.NumContours() == list.NumContours());
+    Require(again.Save(file.Path().c_str()) && file.Read() == once);
+
+    // Edits keep to the list, sorted or not.
+    for (int i = 0; i < list.NumContours(); ++i) {
+        Info info = list[i];
+        info.level = -info.level;
+        Require(list.Set(i, info) < list.NumContours() && list.Add(info) < list.NumContours());
+    }
+    return 0;
+}

@@ -43,6 +43,16 @@ bool ErrorIsTerminal();
 /// `text` in a colour of the terminal (an SGR code such as "32"); as it is when the output is no terminal.
 std::string Colored(std::string_view text, const char* sgr);
 
+/// `text` (UTF-8) with its control characters but line breaks and tabs spelt as \xNN.
+std::string WithoutControls(std::string_view text);
+
+/// `text` (UTF-8) as it can be shown: on a terminal without controls, so that no file
+/// can steer the terminal; elsewhere as it is.
+std::string Printable(std::string_view text);
+
+/// Prints the error to standard error.
+void PrintError(const CommandError& error);
+
 /// Prints a JSON document to standard output.
 void PrintJson(const nlohmann::ordered_json& document);
 

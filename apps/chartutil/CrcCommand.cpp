@@ -1,5 +1,204 @@
+#include "VelmBase/CRCChecksum.h"
+#include "VelmBase/File.h"
+#include "VelmBase/WideString.h"
 #include "apps/chartutil/Commands.h"
+#include "apps/chartutil/Console.h"
+#include "apps/chartutil/FilePaths.h"
 
 #include <CLI/CLI.hpp>
 
-void AddCrcCommand(CLI::App& program) { program.add_subcommand("crc", "CRC-guarded files"); }
+#include <algorithm>
+#include <cstring>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+constexpr std::size_t kTrailerSize = 4;
+
+struct FileSums {
+    std::uint64_t size = 0;
+    std::optional<std::uint32_t> stored; // the last four bytes; none in a shorter file
+    std::uint32_t computed = 0;          // over the bytes before them
+    std::uint32_t whole = 0;             // over all bytes
+
+    bool IsSealed() const { return stored == computed; }
+};
+
+// One pass over the file: how long it is shows only at its end, so the last four bytes are always held back.
+FileSums SumsOf(const std::string& path) {
+    FILES::Reader file(FromUtf8(path));
+    if (!file.IsOpen()) ThrowNotReadable(path);
+    ProgressBar progress(path, file.Size());
+    constexpr std::size_t kBlock = 1024 * 1024;
+    std::vector<unsigned char> buffer(kTrailerSize + kBlock);
+    std::size_t held = 0;
+    FileSums sums;
+    CRCChecksum checksum;
+    while (const std::size_t got = file.Read(buffer.data() + held, kBlock)) {
+        const std::size_t available = held + got;
+        held = std::min(available, kTrailerSize);
+        checksum.Update(buffer.data(), available - held);
+        std::memmove(buffer.data(), buffer.data() + available - held, held);
+        sums.size += got;
+        progress.Show(sums.size);
+    }
+    if (file.Failed()) ThrowNotReadable(path);
+    if (held == kTrailerSize) {
+        sums.computed = checksum.Value();
+        sums.stored =
+            buffer[0] | buffer[1] << 8 | buffer[2] << 16 | static_cast<std::uint32_t>(buffer[3]) << 24;
+    }
+    checksum.Update(buffer.data(), held);
+    sums.whole = checksum.Value();
+    return sums;
+}
+
+// Appends the trailer where the file ends now. The bytes that are there stay as they are, so that nothing can
+// be lost, whatever happens, and the file keeps its owner, its links and its permissions.
+void AppendTrailer(const std::string& path, const FileSums& sums) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(FILES::OpenStream(FromUtf8(path), L"r+"),
+                                                               &std::fclose);
+    if (!file) throw CommandError(ExitCode::IO_ERROR, path + ": cannot be written; check its permissions");
+    std::setvbuf(file.get(), nullptr, _IONBF, 0); // the four bytes in one write
+    unsigned char bytes[kTrailerSize];
+    for (std::size_t i = 0; i < kTrailerSize; ++i)
+        bytes[i] = static_cast<unsigned char>(sums.whole >> (8 * i));
+    const bool written = FILES::SeekTo(file.get(), static_cast<std::int64_t>(sums.size), SEEK_SET) &&
+                         std::fwrite(bytes, 1, kTrailerSize, file.get()) == kTrailerSize;
+    if (!written) {
+        const bool undone = Truncate(path, sums.size);
+        throw CommandError(ExitCode::IO_ERROR,
+                           path + ": its checksum cannot be written; " +
+                               (undone ? "the file is as it was" : "its end may have part of a checksum") +
+                               "; check the space on the disk");
+    }
+}
+
+std::string Hex(std::uint32_t value) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%08X", static_cast<unsigned int>(value));
+    return text;
+}
+
+// Works through the files, of which none keeps the others from being done. `doOne` gives the file's report,
+// as a line of text and as JSON, and whether all is well with it.
+struct Report {
+    bool good;
+    std::string text;
+    Json json;
+};
+void ForEachFile(const std::vector<std::string>& paths, bool asJson, Report (*doOne)(const std::string&)) {
+    Json reports = Json::array();
+    ExitCode worst = ExitCode::SUCCESS;
+    for (const std::string& path : paths) {
+        try {
+            const Report report = doOne(path);
+            if (!report.good) worst = std::max(worst, ExitCode::CHECK_FAILED);
+            if (!asJson)
+                std::cout << Printable(path + ": ") << Colored(report.text, report.good ? "32" : "31")
+                          << '\n';
+            Json entry = {{"file", path}};
+            entry.update(report.json);
+            reports.push_back(std::move(entry));
+        } catch (const CommandError& error) {
+            worst = std::max(worst, error.Code());
+            PrintError(error);
+            reports.push_back({{"file", path}, {"error", error.what()}});
+        }
+    }
+    if (asJson) PrintJson({{"files", std::move(reports)}});
+    if (worst != ExitCode::SUCCESS) throw CommandExit{worst};
+}
+
+Report SealFile(const std::string& path) {
+    const FileSums before = SumsOf(path);
+    if (before.IsSealed())
+        return {true, "sealed already, left alone", {{"sealed", false}, {"checksum", Hex(before.computed)}}};
+    AppendTrailer(path, before);
+    const FileSums after = SumsOf(path);
+    if (!after.IsSealed() || after.size != before.size + kTrailerSize)
+        throw CommandError(
+            ExitCode::IO_ERROR,
+            path + ": was changed by another program while it was sealed; its checksum is wrong, seal "
+                   "it again from a good copy");
+    return {true, "sealed, " + Hex(after.computed), {{"sealed", true}, {"checksum", Hex(after.computed)}}};
+}
+
+Report CheckFile(const std::string& path) {
+    const FileSums sums = SumsOf(path);
+    const char* text = "intact";
+    if (!sums.stored)
+        text = "FAILED: too short to have a checksum";
+    else if (!sums.IsSealed())
+        text = "FAILED: its checksum does not fit, it was changed or never sealed";
+    return {sums.IsSealed(), text, {{"intact", sums.IsSealed()}}};
+}
+
+Report PrintFile(const std::string& path) {
+    const FileSums sums = SumsOf(path);
+    const std::string stored = sums.stored ? Hex(*sums.stored) : "none";
+    const std::string computed = sums.stored ? Hex(sums.computed) : "none";
+    Json json = {{"size", sums.size}, {"stored", nullptr}, {"computed", nullptr}, {"whole", Hex(sums.whole)}};
+    if (sums.stored) {
+        json["stored"] = stored;
+        json["computed"] = computed;
+    }
+    return {true,
+            "stored " + stored + ", computed " + computed + ", over all " + std::to_string(sums.size) +
+                " bytes " + Hex(sums.whole),
+            std::move(json)};
+}
+
+} // namespace
+
+void AddCrcCommand(CLI::App& program) {
+    CLI::App& crc = *program.add_subcommand("crc", "Seal and check files with a CRC-32 at their end");
+    crc.require_subcommand(1);
+    crc.footer(
+        "The last 4 bytes of a sealed file are the CRC-32 of all bytes before them, low byte first.\n\n"
+        "Example:\n"
+        "  chartutil crc check soundings.bin");
+
+    struct Options {
+        std::vector<std::string> files;
+        bool json = false;
+    };
+    const auto options = std::make_shared<Options>();
+    struct Row {
+        const char* name;
+        const char* what;
+        Report (*doOne)(const std::string&);
+        const char* footer;
+    };
+    const Row rows[] = {
+        {"seal", "Add the checksum to files", SealFile,
+         "The checksum is added behind the file's bytes, which are not touched. A file that is sealed "
+         "already is\n"
+         "left alone.\n\n"
+         "Example:\n"
+         "  chartutil crc seal soundings.bin tracks.bin"},
+        {"check", "Tell whether files are as they were sealed", CheckFile,
+         "Examples:\n"
+         "  chartutil crc check soundings.bin\n"
+         "  chartutil crc check --json *.bin"},
+        {"print", "Print stored and computed checksums", PrintFile,
+         "\"computed\" covers all bytes but the last four, \"stored\" is what these four say. In "
+         "hexadecimal.\n\n"
+         "Example:\n"
+         "  chartutil crc print soundings.bin"},
+    };
+    for (const Row& row : rows) {
+        CLI::App* const command = crc.add_subcommand(row.name, row.what);
+        command->add_option("FILE", options->files, "The files")->required();
+        command->add_flag("--json", options->json, "Print JSON, for programs");
+        command->footer(std::string(row.footer) +
+                        "\n\nExit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.");
+        command->callback(
+            [options, doOne = row.doOne] { ForEachFile(options->files, options->json, doOne); });
+    }
+}

@@ -21,11 +21,13 @@ ExitCode Finished(ExitCode code) {
 } // namespace
 
 ExitCode RunProgram(std::vector<std::string> arguments) {
-    CLI::App program("chartutil: settings, colours and geometry of the charting suite from the command line");
+    CLI::App program("Settings, colours and geometry of the charting suite from the command line",
+                     "chartutil");
     program.footer("Exit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.\n"
                    "'chartutil COMMAND --help' explains a command and shows examples.");
     program.set_version_flag("--version", "chartutil 5.0.0.20");
     program.require_subcommand(1);
+    program.allow_windows_style_options(false); // "/data/a.ini" is a path on every platform
     AddSettingsCommand(program);
     AddCrcCommand(program);
     AddColorsCommand(program);
@@ -40,8 +42,7 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
     } catch (const CommandExit& exit) {
         return Finished(exit.code);
     } catch (const CommandError& error) {
-        std::cout.flush();
-        std::cerr << "chartutil: " << error.what() << '\n';
+        PrintError(error);
         return error.Code();
     } catch (const std::bad_alloc&) {
         std::cerr << "chartutil: not enough memory for this input\n";

@@ -28,12 +28,14 @@ inline std::wstring WidePath(const std::filesystem::path& path) {
 /// that touches a file also proves wide paths.
 class TemporaryFolder {
 public:
-    TemporaryFolder() {
+    TemporaryFolder() : TemporaryFolder(std::filesystem::temp_directory_path()) {}
+
+    /// In this folder instead of the system's own.
+    explicit TemporaryFolder(const std::filesystem::path& parent) {
         static std::atomic<unsigned> count{0};
         std::random_device random;
-        m_path = std::filesystem::temp_directory_path() /
-                 NativePath(L"utilitydll-\u00FC\u03A9\u6D77-" + std::to_wstring(random()) + L"-" +
-                            std::to_wstring(++count));
+        m_path = parent / NativePath(L"utilitydll-\u00FC\u03A9\u6D77-" + std::to_wstring(random()) + L"-" +
+                                     std::to_wstring(++count));
         std::filesystem::create_directory(m_path);
     }
     ~TemporaryFolder() {

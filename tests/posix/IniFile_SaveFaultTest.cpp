@@ -1,0 +1,557 @@
+// Saving under fault, on POSIX systems: whatever happens, the file is the whole old one or the whole new one,
+// and the result of the save says which.
+
+#include "UtilityDLL/settings/IniFile.h"
+
+#include "tests/support/IniFiles.h"
+#include "tests/support/Random.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+#include <sstream>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Longer than what is saved over it, so that a new file with an old end would be seen.
+const std::string kOld = "[Old]\r\nkept = as it was" + std::string(500, '!') + "\r\n\r\n";
+
+std::string SaveLoopProgram() {
+    return (fs::read_symlink("/proc/self/exe").parent_path() / "SaveLoop").string();
+}
+
+/// A process of this test; killed if it still runs when the test is done with it.
+class Process {
+public:
+    explicit Process(const std::vector<std::string>& arguments, int output = -1) {
+        m_id = fork();
+        if (m_id != 0) return;
+        setenv("ASAN_OPTIONS", "detect_leaks=0", 1); // leaks cannot be looked for in a traced process
+        if (output >= 0) dup2(output, STDOUT_FILENO);
+        std::vector<char*> words;
+        for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
+        words.push_back(nullptr);
+        execvp(words[0], words.data());
+        _exit(127);
+    }
+    ~Process() { Kill(); }
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+
+    void Kill() {
+        if (m_id <= 0) return;
+        kill(m_id, SIGKILL);
+        Wait();
+    }
+
+    /// The exit code, or -1 when a signal ended it.
+    int Wait() {
+        int status = 0;
+        if (m_id > 0) waitpid(m_id, &status, 0);
+        m_id = 0;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    pid_t m_id = 0;
+};
+
+int RunProgram(const std::vector<std::string>& arguments) { return Process(arguments).Wait(); }
+
+/// Runs `act` in a child process and gives its result; for what this process could not take back.
+bool InChild(const std::function<bool()>& act) {
+    const pid_t child = fork();
+    if (child == 0) _exit(act() ? 0 : 1);
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) < 2) << "the child did not end by itself";
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+bool IsRoot() { return geteuid() == 0; }
+
+/// The same as another user than root, to whom permissions mean something.
+bool AsOrdinaryUser(const std::function<bool()>& act) {
+    return InChild([&] {
+        if (IsRoot() && (setgid(65534) != 0 || setuid(65534) != 0)) _exit(3);
+        return act();
+    });
+}
+
+IniFile NewContent(std::size_t size = 0) {
+    IniFile file;
+    file[L"New"][L"value"] << std::wstring(size, L'v');
+    return file;
+}
+
+std::string NewBytes(std::size_t size = 0) {
+    return "[New]\r\nvalue = " + std::string(size, 'v') + "\r\n\r\n";
+}
+
+/// A folder with the settings file "a.ini" in it.
+class SaveTarget {
+public:
+    explicit SaveTarget(bool exists, const fs::path& parent = fs::temp_directory_path()) : m_folder(parent) {
+        if (exists) WriteBytes(Path(), kOld);
+    }
+    std::wstring Path() const { return m_folder.File(L"a.ini"); }
+    std::string NativeName() const { return ToUtf8(Path()); }
+    const TemporaryFolder& Folder() const { return m_folder; }
+    std::string Bytes() const { return ReadBytes(Path()); }
+    bool Exists() const { return fs::exists(NativePath(Path())); }
+    struct stat Status() const {
+        struct stat status {};
+        EXPECT_EQ(0, stat(NativeName().c_str(), &status));
+        return status;
+    }
+
+private:
+    TemporaryFolder m_folder;
+};
+
+std::vector<std::string> SaveCommand(const SaveTarget& target, const std::string& value = "new") {
+    return {SaveLoopProgram(), "save", target.NativeName(), value, "3"};
+}
+
+/// What a save of that command leaves in the file.
+std::string SavedByCommand(const std::string& value = "new") {
+    const SaveTarget target(false);
+    EXPECT_EQ(0, RunProgram(SaveCommand(target, value)));
+    return target.Bytes();
+}
+
+// Tracing
+
+struct SystemCall {
+    std::string name;
+    int number = 0; ///< how many of that name came before it in the process, and itself
+    std::string line;
+};
+
+/// The system calls of a save, from the first that names the target's folder to the end of the process.
+/// Empty when nothing could be traced.
+std::vector<SystemCall> TracedSave(const SaveTarget& target) {
+    const TemporaryFolder folder;
+    const std::string trace = (folder.Path() / "trace").string();
+    std::vector<std::string> command = {"strace", "-f", "-y", "-o", trace};
+    for (const std::string& word : SaveCommand(target)) command.push_back(word);
+    EXPECT_EQ(0, RunProgram(command));
+    std::vector<SystemCall> calls;
+    std::map<std::string, int> numbers;
+    std::istringstream lines(ReadBytes(fs::path(trace)));
+    bool begun = false;
+    for (std::string line; std::getline(lines, line);) {
+        line.erase(0, line.find_first_not_of("0123456789 ")); // the process number
+        const std::size_t end = line.find('(');
+        if (end == std::string::npos || line[0] == '+' || line[0] == '-' || line[0] == '<') continue;
+        const std::string name = line.substr(0, end);
+        const int number = ++numbers[name];
+        if (name != "execve" && line.find("a.ini") != std::string::npos) begun = true;
+        if (begun) calls.push_back({name, number, line});
+    }
+    return calls;
+}
+
+/// The system calls that work on files: those that can fail by the disk's or the folder's fault.
+bool WorksOnFiles(const std::string& name) {
+    for (const char* part :
+         {"open", "write", "sync", "chmod", "chown", "rename", "close", "stat", "unlink", "truncate", "lseek",
+          "readlink", "access", "pread", "fcntl", "flock", "allocate", "link"})
+        if (name.find(part) != std::string::npos) return true;
+    return name == "read";
+}
+
+class TracedSaves : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(0, RunProgram({"strace", "-o", "/dev/null", "true"}))
+            << "strace is missing or may not trace here: nothing of this test can be shown";
+    }
+
+    /// Saves with a fault injected into `call`; the exit code of the save, -1 when it was killed.
+    static int SaveWithFault(const SaveTarget& target, const SystemCall& call, const std::string& fault) {
+        std::vector<std::string> command = {"strace",
+                                            "-f",
+                                            "-qq",
+                                            "-o",
+                                            "/dev/null",
+                                            "-e",
+                                            "trace=" + call.name,
+                                            "-e",
+                                            "inject=" + call.name + ":" + fault +
+                                                ":when=" + std::to_string(call.number)};
+        for (const std::string& word : SaveCommand(target)) command.push_back(word);
+        return RunProgram(command);
+    }
+};
+
+} // namespace
+
+// Kept: permissions, owners, links
+
+TEST(IniFile_SaveFault, KeepsModeAndOwner) {
+    for (const mode_t mode : {0600u, 0640u, 0644u, 0664u, 0666u, 0755u, 0200u | 0400u}) {
+        const SaveTarget target(true);
+        ASSERT_EQ(0, chmod(target.NativeName().c_str(), mode));
+        if (IsRoot()) {
+            ASSERT_EQ(0, chown(target.NativeName().c_str(), 1234, 4321));
+        }
+        ASSERT_TRUE(NewContent().Save(target.Path()));
+        EXPECT_EQ(NewBytes(), target.Bytes());
+        EXPECT_EQ(mode, target.Status().st_mode & 07777);
+        if (IsRoot()) {
+            EXPECT_EQ(1234u, target.Status().st_uid);
+            EXPECT_EQ(4321u, target.Status().st_gid);
+        }
+        EXPECT_EQ(1u, target.Folder().NumFiles());
+    }
+}
+
+TEST(IniFile_SaveFault, ANewFileHasTheModeOfTheProcess) {
+    for (const mode_t mask : {022u, 077u, 0u}) {
+        const SaveTarget target(false);
+        const mode_t before = umask(mask);
+        const bool saved = static_cast<bool>(NewContent().Save(target.Path()));
+        umask(before);
+        ASSERT_TRUE(saved);
+        EXPECT_EQ(0666 & ~mask, target.Status().st_mode & 07777);
+    }
+}
+
+TEST(IniFile_SaveFault, KeepsTheOwnerWhereOnlyWritingInPlaceCan) {
+    if (!IsRoot()) GTEST_SKIP() << "needs root to make a file of another user";
+    const SaveTarget target(true);
+    ASSERT_EQ(0, chmod(target.NativeName().c_str(), 0666));
+    ASSERT_EQ(0, chmod(target.Folder().Path().c_str(), 0777));
+    EXPECT_TRUE(AsOrdinaryUser([&] { return static_cast<bool>(NewContent().Save(target.Path())); }));
+    EXPECT_EQ(NewBytes(), target.Bytes());
+    EXPECT_EQ(0u, target.Status().st_uid);
+    EXPECT_EQ(0666u, target.Status().st_mode & 07777);
+    EXPECT_EQ(1u, target.Folder().NumFiles());
+}
+
+TEST(IniFile_SaveFault, ASymbolicLinkStaysALink) {
+    const TemporaryFolder links, files;
+    WriteBytes(files.File(L"real.ini"), kOld);
+    fs::create_symlink(files.Path() / "real.ini", links.Path() / "absolute.ini");
+    fs::create_symlink("absolute.ini", links.Path() / "chain.ini");
+    fs::create_directory_symlink(files.Path(), links.Path() / "folder");
+    int size = 0;
+    for (const wchar_t* name : {L"absolute.ini", L"chain.ini", L"folder/real.ini"}) {
+        const std::wstring path = links.File(name);
+        ASSERT_TRUE(NewContent(static_cast<std::size_t>(++size)).Save(path));
+        EXPECT_EQ(NewBytes(static_cast<std::size_t>(size)), ReadBytes(files.File(L"real.ini")));
+        EXPECT_TRUE(fs::is_symlink(links.Path() / "absolute.ini"));
+        EXPECT_TRUE(fs::is_symlink(links.Path() / "chain.ini"));
+        EXPECT_EQ(3u, links.NumFiles());
+        EXPECT_EQ(1u, files.NumFiles());
+    }
+}
+
+TEST(IniFile_SaveFault, ADanglingLinkGetsItsFile) {
+    const TemporaryFolder folder;
+    fs::create_directory(folder.Path() / "d");
+    fs::create_symlink("d/new.ini", folder.Path() / "link.ini");
+    IniFile file;
+    EXPECT_EQ(L"Error opening \"" + folder.File(L"link.ini") + L"\" for reading!",
+              file.Open(folder.File(L"link.ini")).Text());
+    EXPECT_TRUE(NewContent().Save(folder.File(L"link.ini")));
+    EXPECT_TRUE(fs::is_symlink(folder.Path() / "link.ini"));
+    EXPECT_EQ(NewBytes(), ReadBytes(folder.File(L"d/new.ini")));
+    EXPECT_EQ(2u, folder.NumFiles());
+}
+
+TEST(IniFile_SaveFault, ALoopOfLinksIsRefused) {
+    const TemporaryFolder folder;
+    fs::create_symlink("b.ini", folder.Path() / "a.ini");
+    fs::create_symlink("a.ini", folder.Path() / "b.ini");
+    EXPECT_FALSE(NewContent().Save(folder.File(L"a.ini")));
+    EXPECT_TRUE(fs::is_symlink(folder.Path() / "a.ini"));
+    EXPECT_EQ(2u, folder.NumFiles());
+}
+
+TEST(IniFile_SaveFault, HardLinksStayTogether) {
+    const SaveTarget target(true);
+    fs::create_hard_link(NativePath(target.Path()), target.Folder().Path() / "other.ini");
+    ASSERT_TRUE(NewContent().Save(target.Path()));
+    EXPECT_EQ(NewBytes(), target.Bytes());
+    EXPECT_EQ(NewBytes(), ReadBytes(target.Folder().File(L"other.ini")));
+    EXPECT_EQ(2u, target.Status().st_nlink);
+    EXPECT_EQ(2u, target.Folder().NumFiles());
+}
+
+TEST(IniFile_SaveFault, NamesOfFullLengthCanBeSaved) {
+    const TemporaryFolder folder;
+    for (const std::size_t length : {240u, 246u, 247u, 248u, 249u, 250u, 254u, 255u}) {
+        const std::wstring path = folder.File(std::wstring(length, L'n'));
+        for (const std::size_t size : {1u, 2u}) { // as a new file, and over the old one
+            ASSERT_TRUE(NewContent(size).Save(path)) << length;
+            EXPECT_EQ(NewBytes(size), ReadBytes(path));
+        }
+    }
+    EXPECT_FALSE(NewContent().Save(folder.File(std::wstring(256, L'n'))));
+    EXPECT_EQ(8u, folder.NumFiles());
+}
+
+// Taken away: permissions and room
+
+TEST(IniFile_SaveFault, AReadOnlyFileIsKept) {
+    const SaveTarget target(true);
+    ASSERT_EQ(0, chmod(target.NativeName().c_str(), 0444));
+    ASSERT_EQ(0, chmod(target.Folder().Path().c_str(), 0777));
+    EXPECT_FALSE(AsOrdinaryUser([&] { return static_cast<bool>(NewContent().Save(target.Path())); }));
+    EXPECT_EQ(kOld, target.Bytes());
+    EXPECT_EQ(1u, target.Folder().NumFiles());
+    EXPECT_EQ(0444u, target.Status().st_mode & 07777);
+}
+
+TEST(IniFile_SaveFault, AReadOnlyFileOfTheUsersOwnIsKept) {
+    const SaveTarget target(true);
+    ASSERT_EQ(0, chmod(target.NativeName().c_str(), 0444));
+    if (IsRoot()) {
+        ASSERT_EQ(0, chown(target.NativeName().c_str(), 65534, 65534));
+    }
+    if (IsRoot()) {
+        ASSERT_EQ(0, chown(target.Folder().Path().c_str(), 65534, 65534));
+    }
+    EXPECT_FALSE(AsOrdinaryUser([&] { return static_cast<bool>(NewContent().Save(target.Path())); }));
+    EXPECT_EQ(kOld, target.Bytes());
+    EXPECT_EQ(1u, target.Folder().NumFiles());
+}
+
+TEST(IniFile_SaveFault, AReadOnlyFolderLetsAFileBeWrittenInPlace) {
+    const SaveTarget target(true);
+    ASSERT_EQ(0, chmod(target.NativeName().c_str(), 0666));
+    ASSERT_EQ(0, chmod(target.Folder().Path().c_str(), 0555));
+    for (const std::size_t size : {100000u, 0u}) {
+        EXPECT_TRUE(AsOrdinaryUser([&] { return static_cast<bool>(NewContent(size).Save(target.Path())); }));
+        EXPECT_EQ(NewBytes(size), target.Bytes());
+    }
+    EXPECT_EQ(1u, target.Folder().NumFiles());
+}
+
+TEST(IniFile_SaveFault, AReadOnlyFolderTakesNoNewFile) {
+    const SaveTarget target(false);
+    ASSERT_EQ(0, chmod(target.Folder().Path().c_str(), 0555));
+    EXPECT_FALSE(AsOrdinaryUser([&] { return static_cast<bool>(NewContent().Save(target.Path())); }));
+    EXPECT_EQ(0u, target.Folder().NumFiles());
+}
+
+TEST(IniFile_SaveFault, AFileBesideTheTemporaryNamesIsLeftAlone) {
+    // What a stranger put where the temporary file goes: a folder, a link to a file of somebody.
+    for (const bool link : {false, true}) {
+        const SaveTarget target(true);
+        const TemporaryFolder elsewhere;
+        WriteBytes(elsewhere.File(L"precious"), "precious");
+        const fs::path temporary = target.Folder().Path() / ".a.ini.saving";
+        if (link)
+            fs::create_symlink(elsewhere.Path() / "precious", temporary);
+        else
+            fs::create_directory(temporary);
+        const bool saved = static_cast<bool>(NewContent().Save(target.Path()));
+        EXPECT_EQ(saved ? NewBytes() : kOld, target.Bytes());
+        EXPECT_FALSE(fs::is_symlink(NativePath(target.Path())));
+        EXPECT_EQ("precious", ReadBytes(elsewhere.File(L"precious")));
+    }
+}
+
+TEST(IniFile_SaveFault, AFileSizeLimitKeepsTheOldFile) {
+    for (const bool inPlace : {false, true})
+        for (const rlim_t limit : {0ul, 1ul, 100ul, 4096ul, 70000ul}) {
+            const SaveTarget target(true);
+            if (inPlace)
+                fs::create_hard_link(NativePath(target.Path()), target.Folder().Path() / "other.ini");
+            const bool saved = InChild([&] {
+                std::signal(SIGXFSZ, SIG_IGN);
+                const rlimit most{limit, limit};
+                setrlimit(RLIMIT_FSIZE, &most);
+                return static_cast<bool>(NewContent(100000).Save(target.Path()));
+            });
+            EXPECT_FALSE(saved);
+            EXPECT_EQ(kOld, target.Bytes()) << inPlace << ' ' << limit;
+            EXPECT_EQ(inPlace ? 2u : 1u, target.Folder().NumFiles());
+            EXPECT_TRUE(NewContent(100000).Save(target.Path()));
+        }
+}
+
+TEST(IniFile_SaveFault, AFullDiskKeepsTheOldFile) {
+    const TemporaryFolder mountPoint;
+    if (mount("tmpfs", mountPoint.Path().c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "no small file system can be mounted here; the file size limit shows the same";
+    struct Unmount {
+        const char* path;
+        ~Unmount() { umount(path); }
+    };
+    const std::string mounted = mountPoint.Path().string();
+    const Unmount unmount{mounted.c_str()};
+    const std::wstring path = mountPoint.File(L"a.ini");
+    for (const bool inPlace : {false, true}) {
+        WriteBytes(path, kOld);
+        if (inPlace) fs::create_hard_link(NativePath(path), mountPoint.Path() / "other.ini");
+        for (const std::size_t size : {66000u, 1000000u}) { // more than there is
+            EXPECT_FALSE(NewContent(size).Save(path));
+            EXPECT_EQ(kOld, ReadBytes(path)) << inPlace;
+            EXPECT_EQ(inPlace ? 2u : 1u, mountPoint.NumFiles());
+        }
+        { // nothing left at all
+            std::ofstream filler(NativePath(mountPoint.File(L"filler")), std::ios::binary);
+            for (int i = 0; i < 100 && filler.flush(); ++i) filler << std::string(1024, 'x');
+        }
+        const bool saved = static_cast<bool>(NewContent(10000).Save(path));
+        EXPECT_FALSE(saved);
+        EXPECT_EQ(kOld, ReadBytes(path)) << inPlace;
+        EXPECT_EQ(inPlace ? 3u : 2u, mountPoint.NumFiles());
+        fs::remove(NativePath(mountPoint.File(L"filler")));
+        EXPECT_TRUE(NewContent(10000).Save(path));
+        EXPECT_EQ(NewBytes(10000), ReadBytes(path));
+        fs::remove(NativePath(path));
+    }
+}
+
+TEST(IniFile_SaveFault, ADeviceIsNotReplaced) {
+    const TemporaryFolder folder;
+    const std::string node = (folder.Path() / "device").string();
+    if (mknod(node.c_str(), S_IFCHR | 0666, makedev(1, 7)) != 0) // as /dev/full
+        GTEST_SKIP() << "no device can be made here";
+    EXPECT_FALSE(NewContent().Save(folder.File(L"device")));
+    EXPECT_TRUE(fs::is_character_file(node));
+    EXPECT_EQ(1u, folder.NumFiles());
+}
+
+// Killed
+
+TEST(IniFile_SaveFault, AProcessKilledAtAnyMomentLeavesAWholeFile) {
+    Random random(90);
+    // Many saves: in memory, if there is such a file system, so that they need not wait for a disk.
+    const SaveTarget target(true, fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path());
+    int saves = 0, torn = 0;
+    for (int round = 0; round < 60 || (saves < 500 && round < 600); ++round) {
+        int pipe[2];
+        ASSERT_EQ(0, ::pipe(pipe));
+        Process host({SaveLoopProgram(), "loop", target.NativeName(), "20000"}, pipe[1]);
+        close(pipe[1]);
+        char byte = 0;
+        for (unsigned n = 4 + random.Below(10); n > 0 && read(pipe[0], &byte, 1) == 1; --n) ++saves;
+        // Some more of the next save: the time that this takes is the moment of the kill.
+        volatile unsigned spin = random.Below(4000000);
+        while (spin > 0) spin = spin - 1;
+        host.Kill();
+        close(pipe[0]);
+        IniFile file;
+        const ErrorString result = file.Open(target.Path());
+        torn += !result || file.NumSections() != 1 || file[0].IsModified();
+        ASSERT_LE(target.Folder().NumFiles(), 2u) << "more than one temporary file";
+    }
+    EXPECT_EQ(0, torn);
+    EXPECT_GE(saves, 500);
+    ASSERT_TRUE(NewContent().Save(target.Path()));
+    EXPECT_EQ(NewBytes(), target.Bytes());
+    EXPECT_EQ(1u, target.Folder().NumFiles()) << "the next save clears the killed one's temporary file";
+}
+
+TEST_F(TracedSaves, KilledAtEverySystemCallTheFileIsWhole) {
+    const std::string saved = SavedByCommand();
+    for (const bool exists : {true, false}) {
+        const std::vector<SystemCall> calls = TracedSave(SaveTarget(exists));
+        ASSERT_GT(calls.size(), 5u);
+        std::set<std::string> outcomes;
+        for (const SystemCall& call : calls) {
+            const SaveTarget target(exists);
+            EXPECT_EQ(-1, SaveWithFault(target, call, "signal=KILL")) << call.line;
+            const std::string bytes = target.Exists() ? target.Bytes() : "<no file>";
+            outcomes.insert(bytes);
+            EXPECT_TRUE(bytes == saved || bytes == (exists ? kOld : "<no file>")) << call.line << '\n'
+                                                                                  << bytes;
+            EXPECT_LE(target.Folder().NumFiles(), 2u) << call.line;
+            EXPECT_TRUE(NewContent().Save(target.Path())) << call.line;
+            EXPECT_EQ(NewBytes(), target.Bytes());
+            EXPECT_EQ(1u, target.Folder().NumFiles()) << call.line;
+        }
+        EXPECT_EQ(2u, outcomes.size()); // both were met: the kills lay on both sides of the exchange
+    }
+}
+
+TEST_F(TracedSaves, EverySystemCallMayFail) {
+    const std::string saved = SavedByCommand();
+    enum Target { NEW, OLD, LINK, HARD_LINK };
+    for (const Target kind : {NEW, OLD, LINK, HARD_LINK}) {
+        const auto prepare = [&](const SaveTarget& target) {
+            if (kind == LINK) {
+                fs::rename(NativePath(target.Path()), target.Folder().Path() / "real.ini");
+                fs::create_symlink("real.ini", NativePath(target.Path()));
+            }
+            if (kind == HARD_LINK)
+                fs::create_hard_link(NativePath(target.Path()), target.Folder().Path() / "other.ini");
+        };
+        const SaveTarget sample(kind != NEW);
+        prepare(sample);
+        const std::size_t files = kind == NEW || kind == OLD ? 1 : 2;
+        int failed = 0;
+        for (const SystemCall& call : TracedSave(sample)) {
+            if (!WorksOnFiles(call.name)) continue;
+            for (const std::string error : {"EIO", "EINTR", "ENOSPC", "EDQUOT", "EACCES"}) {
+                if ((kind == NEW || kind == LINK) && error != "EIO" && error != "EINTR") continue;
+                SCOPED_TRACE(call.line + " fails with " + error);
+                const SaveTarget target(kind != NEW);
+                prepare(target);
+                const int result = SaveWithFault(target, call, "error=" + error);
+                EXPECT_TRUE(result == 0 || result == 1) << result;
+                const std::string bytes = target.Exists() ? target.Bytes() : "<no file>";
+                EXPECT_EQ(result == 0 ? saved : kind == NEW ? "<no file>" : kOld, bytes);
+                failed += result == 1;
+                // A temporary file stays only where taking it away is what fails.
+                if (call.name.find("unlink") == std::string::npos) {
+                    EXPECT_EQ(bytes == "<no file>" ? 0 : files, target.Folder().NumFiles());
+                }
+                EXPECT_TRUE(NewContent().Save(target.Path()));
+                EXPECT_EQ(NewBytes(), target.Bytes());
+                EXPECT_EQ(files, target.Folder().NumFiles());
+            }
+        }
+        EXPECT_GT(failed, 5) << kind; // the faults were felt
+    }
+}
+
+TEST_F(TracedSaves, ContentAndNameReachTheDiskInOrder) {
+    for (const bool exists : {true, false}) {
+        std::vector<std::string> order;
+        for (const SystemCall& call : TracedSave(SaveTarget(exists))) {
+            if (call.name.find("write") != std::string::npos &&
+                call.line.find(".saving>") != std::string::npos)
+                order.push_back("write");
+            else if (call.name.find("sync") != std::string::npos)
+                order.push_back(call.line.find(".saving>") != std::string::npos ? "sync file"
+                                                                                : "sync folder");
+            else if (call.name.find("rename") != std::string::npos)
+                order.push_back("rename");
+        }
+        order.erase(std::unique(order.begin(), order.end()), order.end());
+        EXPECT_THAT(order, ::testing::ElementsAre("write", "sync file", "rename", "sync folder"));
+    }
+}
+
+TEST(IniFile_SaveFault, TwoProcessesSavingWhileAThirdOpens) {
+    const SaveTarget target(false);
+    ASSERT_EQ(0, RunProgram(SaveCommand(target)));
+    Process first({SaveLoopProgram(), "count", target.NativeName(), "50", "400"});
+    Process second({SaveLoopProgram(), "count", target.NativeName(), "300", "400"});
+    Process reader({SaveLoopProgram(), "read", target.NativeName(), "4000"});
+    EXPECT_EQ(0, reader.Wait()) << "a torn file was seen";
+    EXPECT_EQ(0, first.Wait());
+    EXPECT_EQ(0, second.Wait());
+    EXPECT_EQ(0, RunProgram({SaveLoopProgram(), "read", target.NativeName(), "1"}));
+    EXPECT_EQ(1u, target.Folder().NumFiles());
+}

@@ -2,10 +2,10 @@
 
 #include "UtilityDLL/Export.h"
 #include "UtilityDLL/settings/HashedString.h"
+#include "UtilityDLL/settings/StableSequence.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -90,7 +90,7 @@ public:
     NamedSequence& operator=(NamedSequence&& other) = default;
     ~NamedSequence() = default;
 
-    std::size_t Size() const { return m_elements.size(); }
+    std::size_t Size() const { return m_elements.Size(); }
     Element& operator[](std::size_t position) { return m_elements[position]; }
     const Element& operator[](std::size_t position) const { return m_elements[position]; }
     auto begin() const { return m_elements.begin(); }
@@ -100,7 +100,7 @@ public:
     std::size_t Find(std::wstring_view name) const {
         if (!m_index || m_index->IsStale()) return Scan(name);
         const std::uint32_t position = m_index->Find(name);
-        return position != NameIndex::kNone ? position : m_elements.size();
+        return position != NameIndex::kNone ? position : m_elements.Size();
     }
     std::size_t Find(std::wstring_view name) {
         if (m_index && m_index->IsStale()) Rebuild();
@@ -108,21 +108,21 @@ public:
     }
 
     template <typename... Arguments> Element& Append(Arguments&&... arguments) {
-        Element& element = m_elements.emplace_back(std::forward<Arguments>(arguments)...);
+        Element& element = m_elements.EmplaceBack(std::forward<Arguments>(arguments)...);
         if (m_index && !m_index->IsStale())
-            AddToIndex(m_elements.size() - 1, element);
-        else if (!m_index && m_elements.size() > kLongestScan)
+            AddToIndex(m_elements.Size() - 1, element);
+        else if (!m_index && m_elements.Size() > kLongestScan)
             Rebuild();
         return element;
     }
 
     void Remove(std::size_t position) {
-        m_elements.erase(m_elements.begin() + static_cast<std::ptrdiff_t>(position));
+        m_elements.Remove(position);
         if (m_index) m_index->MarkStale();
     }
 
     void Clear() {
-        m_elements.clear();
+        m_elements.Clear();
         m_index.reset();
     }
 
@@ -151,6 +151,6 @@ private:
         for (Element& element : m_elements) AddToIndex(position++, element);
     }
 
-    std::deque<Element> m_elements;
+    StableSequence<Element> m_elements;
     std::unique_ptr<NameIndex> m_index;
 };

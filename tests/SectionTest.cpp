@@ -420,3 +420,16 @@ TEST(Section_Checksum, OfAnEmptySectionWithAnUnreadableSealIsZero) {
     EXPECT_FALSE(SectionWith({{L"$CHECKSUM$", L"none"}}).IsModified());
     EXPECT_TRUE(SectionWith({{L"$CHECKSUM$", L"1"}}).IsModified());
 }
+
+TEST(Section, HashedNamesLookUpAndAppendLikeTheirText) {
+    const HashedString<wchar_t> name(L"Width");
+    Section section;
+    section[name] << 5;
+    EXPECT_EQ(1, section.NumKeys());
+    EXPECT_EQ(L"Width", section[0].GetName().String());
+    section[HashedString<wchar_t>(L"WIDTH")] << 6;
+    EXPECT_EQ(1, section.NumKeys());
+    EXPECT_EQ(L"6", std::as_const(section)[name].GetValue());
+    EXPECT_FALSE(std::as_const(section)[HashedString<wchar_t>(L"Height")].IsValid());
+    EXPECT_EQ(&Section::m_ErrorKey, &std::as_const(section)[HashedString<wchar_t>()]);
+}

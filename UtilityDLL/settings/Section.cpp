@@ -20,6 +20,11 @@ const SectionKey& Section::KeyOf(std::wstring_view name) const {
     return position < m_keys.Size() ? m_keys[position] : m_ErrorKey;
 }
 
+SectionKey& Section::operator[](const HashedString<wchar_t>& name) {
+    const std::size_t position = m_keys.Find(name.String());
+    return position < m_keys.Size() ? m_keys[position] : m_keys.Append(name, std::wstring(), std::wstring());
+}
+
 bool Section::AddKey(const SectionKey& key) {
     m_keys.Append(key);
     return true;

@@ -53,11 +53,13 @@ public:
     /// The first key of that name; a missing one is added at the end, without value and comment.
     SectionKey& operator[](const wchar_t* name) { return KeyOf(name ? name : L""); }
     SectionKey& operator[](const std::wstring& name) { return KeyOf(name); }
+    SectionKey& operator[](const HashedString<wchar_t>& name); ///< a new key shares the name
 
     /// The first key of that name, or m_ErrorKey: nameless and empty, so that numbers read from it keep their
     /// value.
     const SectionKey& operator[](const wchar_t* name) const { return KeyOf(name ? name : L""); }
     const SectionKey& operator[](const std::wstring& name) const { return KeyOf(name); }
+    const SectionKey& operator[](const HashedString<wchar_t>& name) const { return KeyOf(name.String()); }
 
     /// Adds a copy, or a key of that name, at the end, also when the name is taken. Always true.
     bool AddKey(const SectionKey& key);

@@ -3,7 +3,7 @@
 #include "UtilityDLL/presentation/Fields.h"
 
 template <typename Exchange, typename Record> bool BiasInfo::Fields(Exchange field, Record& record) {
-    field(L"BiasMode", record.m_mode);
+    field(L"BiasMode"_key, record.m_mode);
     return true;
 }
 

@@ -9,15 +9,15 @@ constexpr const wchar_t* kOrientations[] = {L"OptimumTextAngle", L"LowToHigh", L
 } // namespace
 
 template <typename Exchange, typename Record> bool ContourInfo::Fields(Exchange field, Record& record) {
-    field(L"SmoothingWindow", record.m_smoothingWindow, FORM::Commented(L"Values between 0 and 8"));
-    field.OnlyRead(L"LabelSpacing", record.m_labelSpacing);
-    field(L"ContourLabelSpacing", record.m_labelSpacing);
+    field(L"SmoothingWindow"_key, record.m_smoothingWindow, FORM::Commented(L"Values between 0 and 8"));
+    field.OnlyRead(L"LabelSpacing"_key, record.m_labelSpacing);
+    field(L"ContourLabelSpacing"_key, record.m_labelSpacing);
     // "suppresion" is how existing files spell it.
-    field(L"SuppressionLength", record.m_suppressionLength,
+    field(L"SuppressionLength"_key, record.m_suppressionLength,
           FORM::Commented(L"A value of 0 disables suppresion"));
-    field(L"SmoothingPasses", record.m_smoothingPasses);
-    field(L"EnableContouring", record.m_enableContouring);
-    field(L"LabelOrientation", record.m_labelOrientation, FORM::Name{kOrientations, false});
+    field(L"SmoothingPasses"_key, record.m_smoothingPasses);
+    field(L"EnableContouring"_key, record.m_enableContouring);
+    field(L"LabelOrientation"_key, record.m_labelOrientation, FORM::Name{kOrientations, false});
     return true;
 }
 

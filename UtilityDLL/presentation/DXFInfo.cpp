@@ -1,13 +1,14 @@
 #include "UtilityDLL/presentation/DXFInfo.h"
 
 #include "UtilityDLL/presentation/Fields.h"
+#include "UtilityDLL/presentation/OneLineForm.h"
 #include "VelmBase/VelmString.h"
 
 template <typename Exchange, typename Record> bool DXFInfo::Fields(Exchange field, Record& record) {
-    field(L"DXFLineColor", record.m_color, FORM::IndexedColor());
-    field(L"DXFLineTrueColor", record.m_color);
-    field(L"DXFLineWidth", record.m_width);
-    field(L"DXFColorMode", record.m_colorMode);
+    field(L"DXFLineColor"_key, record.m_color, FORM::IndexedColor());
+    field(L"DXFLineTrueColor"_key, record.m_color);
+    field(L"DXFLineWidth"_key, record.m_width);
+    field(L"DXFColorMode"_key, record.m_colorMode);
     return true;
 }
 
@@ -15,12 +16,11 @@ bool DXFInfo::Read(const Section& section) { return Fields(FieldReader(section),
 bool DXFInfo::Write(Section& section) const { return Fields(FieldWriter(section), *this); }
 
 std::wstring DXFInfo::ToString() const {
-    CVelmString items(L',');
-    items.AddItem(m_width);
-    items.AddItem(DXFColor(m_color).Index());
-    items.AddItem(m_colorMode);
-    items.AddItem(m_color);
-    return items.Text();
+    OneLineForm line(m_width);
+    line.Add(DXFColor(m_color).Index());
+    line.Add(m_colorMode);
+    line.Add(m_color);
+    return line.Text();
 }
 
 void DXFInfo::FromString(const std::wstring& line) {

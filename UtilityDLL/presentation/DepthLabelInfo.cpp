@@ -18,8 +18,7 @@ bool DepthLabelInfo::operator==(const DepthLabelInfo& other) const {
 }
 
 std::wstring DepthLabelInfo::ToString() const {
-    OneLineForm line;
-    line.Add(TextInfo::ToString());
+    OneLineForm line(TextInfo::ToString());
     line.Add(m_precision);
     line.Add(m_presentation);
     line.Add(m_placement);

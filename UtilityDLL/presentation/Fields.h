@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -16,9 +17,9 @@
 // of the file: the key, the field and, where it is not a plain value, its form.
 //
 //     template <typename Exchange, typename Record> bool DXFInfo::Fields(Exchange field, Record& record) {
-//         field(L"DXFLineColor", record.m_color, FORM::IndexedColor());
-//         field(L"DXFLineTrueColor", record.m_color);
-//         field(L"DXFLineWidth", record.m_width);
+//         field(L"DXFLineColor"_key, record.m_color, FORM::IndexedColor());
+//         field(L"DXFLineTrueColor"_key, record.m_color);
+//         field(L"DXFLineWidth"_key, record.m_width);
 //         return true;
 //     }
 //
@@ -143,6 +144,18 @@ struct Name {
 
 } // namespace FORM
 
+/// A text that can stand in a template's argument.
+template <std::size_t size> struct FixedText {
+    constexpr FixedText(const wchar_t (&literal)[size]) { std::copy_n(literal, size, text); }
+    wchar_t text[size];
+};
+
+/// The name of a key. It is made once, and every section that a record is written to shares it.
+template <FixedText name> const HashedString<wchar_t>& operator""_key() {
+    static const HashedString<wchar_t> key(name.text);
+    return key;
+}
+
 /// The keys of a section for one record: under their own names, or behind a prefix and a point.
 template <typename AnySection> class FieldKeys {
 public:
@@ -153,10 +166,10 @@ public:
     bool IsPrefixed() const { return m_prefixLength > 0; }
 
 protected:
-    auto& Key(const wchar_t* key) {
+    auto& Key(const HashedString<wchar_t>& key) {
         if (!IsPrefixed()) return m_section[key];
         m_name.resize(m_prefixLength);
-        return m_section[m_name += key];
+        return m_section[m_name += key.String()];
     }
 
 private:
@@ -171,13 +184,16 @@ public:
     using FieldKeys::FieldKeys;
 
     template <typename Field, typename Form = FORM::Plain>
-    void operator()(const wchar_t* key, Field& field, const Form& form = {}) {
+    void operator()(const HashedString<wchar_t>& key, Field& field, const Form& form = {}) {
         form.Read(Key(key), field);
     }
 
     /// A field under a key that is not written any more, or one that is written for others alone.
-    template <typename Field> void OnlyRead(const wchar_t* key, Field& field) { (*this)(key, field); }
-    template <typename Field> void OnlyWritten(const wchar_t* /*key*/, const Field& /*field*/) {}
+    template <typename Field> void OnlyRead(const HashedString<wchar_t>& key, Field& field) {
+        (*this)(key, field);
+    }
+    template <typename Field>
+    void OnlyWritten(const HashedString<wchar_t>& /*key*/, const Field& /*field*/) {}
 };
 
 /// Puts fields into a section; a key that is missing is added at its end.
@@ -186,12 +202,12 @@ public:
     using FieldKeys::FieldKeys;
 
     template <typename Field, typename Form = FORM::Plain>
-    void operator()(const wchar_t* key, const Field& field, const Form& form = {}) {
+    void operator()(const HashedString<wchar_t>& key, const Field& field, const Form& form = {}) {
         form.Write(Key(key), field);
     }
 
-    template <typename Field> void OnlyRead(const wchar_t* /*key*/, const Field& /*field*/) {}
-    template <typename Field> void OnlyWritten(const wchar_t* key, const Field& field) {
+    template <typename Field> void OnlyRead(const HashedString<wchar_t>& /*key*/, const Field& /*field*/) {}
+    template <typename Field> void OnlyWritten(const HashedString<wchar_t>& key, const Field& field) {
         (*this)(key, field);
     }
 };

@@ -3,15 +3,15 @@
 #include "UtilityDLL/presentation/Fields.h"
 
 template <typename Exchange, typename Record> bool GeoGridInfo::Fields(Exchange field, Record& record) {
-    field(L"LonInterval", record.m_lonInterval, FORM::PreciseMagnitude());
-    field(L"LatInterval", record.m_latInterval, FORM::PreciseMagnitude());
-    field(L"LatLonStyle", record.m_latLonStyle);
-    field(L"LatLonDecimals", record.m_latLonDecimals);
-    field(L"TrailingHemisphereIndicator", record.m_trailingHemisphereIndicator);
-    field(L"DegMinSecSymbols", record.m_degMinSecSymbols);
-    field(L"GridStyle", record.m_gridStyle);
-    field(L"GridColor", record.m_gridColor, FORM::IndexedColor());
-    field(L"GridTrueColor", record.m_gridColor);
+    field(L"LonInterval"_key, record.m_lonInterval, FORM::PreciseMagnitude());
+    field(L"LatInterval"_key, record.m_latInterval, FORM::PreciseMagnitude());
+    field(L"LatLonStyle"_key, record.m_latLonStyle);
+    field(L"LatLonDecimals"_key, record.m_latLonDecimals);
+    field(L"TrailingHemisphereIndicator"_key, record.m_trailingHemisphereIndicator);
+    field(L"DegMinSecSymbols"_key, record.m_degMinSecSymbols);
+    field(L"GridStyle"_key, record.m_gridStyle);
+    field(L"GridColor"_key, record.m_gridColor, FORM::IndexedColor());
+    field(L"GridTrueColor"_key, record.m_gridColor);
     return true;
 }
 

@@ -18,15 +18,15 @@ struct GridInfo::StyleText {
 };
 
 template <typename Exchange, typename Record> bool GridInfo::Fields(Exchange field, Record& record) {
-    field(L"XInterval", record.m_xInterval);
-    field(L"YInterval", record.m_yInterval);
-    field(L"XMinorTicks", record.m_xMinorTicks);
-    field(L"YMinorTicks", record.m_yMinorTicks);
-    field(L"GridStyle", record, StyleText());
-    field(L"TickSize", record.m_tickSize);
-    field(L"MinorTickSize", record.m_minorTickSize);
-    field(L"EastingMark", record.m_eastingMark, FORM::Quoted());
-    field(L"NorthingMark", record.m_northingMark, FORM::Quoted());
+    field(L"XInterval"_key, record.m_xInterval);
+    field(L"YInterval"_key, record.m_yInterval);
+    field(L"XMinorTicks"_key, record.m_xMinorTicks);
+    field(L"YMinorTicks"_key, record.m_yMinorTicks);
+    field(L"GridStyle"_key, record, StyleText());
+    field(L"TickSize"_key, record.m_tickSize);
+    field(L"MinorTickSize"_key, record.m_minorTickSize);
+    field(L"EastingMark"_key, record.m_eastingMark, FORM::Quoted());
+    field(L"NorthingMark"_key, record.m_northingMark, FORM::Quoted());
     return true;
 }
 

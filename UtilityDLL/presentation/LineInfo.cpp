@@ -1,6 +1,7 @@
 #include "UtilityDLL/presentation/LineInfo.h"
 
 #include "UtilityDLL/presentation/Fields.h"
+#include "UtilityDLL/presentation/OneLineForm.h"
 #include "VelmBase/VelmString.h"
 
 const wchar_t* const LineInfo::STYLEDESCRIPTIONS[] = {L"Solid Line", L"Dashed", L"Dot", L"Dash dot"};
@@ -12,11 +13,11 @@ constexpr FORM::Name kStyleNames{LineInfo::STYLEDESCRIPTIONS, true};
 } // namespace
 
 template <typename Exchange, typename Record> bool LineInfo::Fields(Exchange field, Record& record) {
-    field(L"LineColor", record.m_color, FORM::IndexedColor());
-    field(L"LineWidth", record.m_width);
-    field(L"LineStyle", record.m_style, kStyleNames);
-    field(L"LineTrueColor", record.m_color);
-    field(L"Enable", record.m_enable);
+    field(L"LineColor"_key, record.m_color, FORM::IndexedColor());
+    field(L"LineWidth"_key, record.m_width);
+    field(L"LineStyle"_key, record.m_style, kStyleNames);
+    field(L"LineTrueColor"_key, record.m_color);
+    field(L"Enable"_key, record.m_enable);
     return true;
 }
 
@@ -30,13 +31,12 @@ void LineInfo::SetStyleStr(const std::wstring& text) {
 }
 
 std::wstring LineInfo::ToString() const {
-    CVelmString items(L',');
-    items.AddItem(m_width);
-    items.AddItem(DXFColor(m_color).Index());
-    items.AddItem(StyleStr());
-    items.AddItem(m_color);
-    items.AddItem(m_enable);
-    return items.Text();
+    OneLineForm line(m_width);
+    line.Add(DXFColor(m_color).Index());
+    line.Add(StyleStr());
+    line.Add(m_color);
+    line.Add(m_enable);
+    return line.Text();
 }
 
 void LineInfo::FromString(const std::wstring& line) {

@@ -3,15 +3,15 @@
 #include "UtilityDLL/presentation/Fields.h"
 
 template <typename Exchange, typename Record> bool CMapInfo::Fields(Exchange field, Record& record) {
-    field(L"SymbolizationType", record.m_symbolizationType);
-    field(L"ScaleLevel", record.m_scaleLevel);
-    field(L"DisplayType", record.m_displayType);
-    field(L"ShowTextGeneric", record.m_textGeneric);
-    field(L"ShowTextOther", record.m_textOther);
-    field(L"ShowChartContour", record.m_chartContour);
-    field(L"ShowLightsInfo", record.m_lightsInfo);
-    field(L"AntiCluttering", record.m_antiCluttering);
-    field(L"ShowBoundaries", record.m_boundaries);
+    field(L"SymbolizationType"_key, record.m_symbolizationType);
+    field(L"ScaleLevel"_key, record.m_scaleLevel);
+    field(L"DisplayType"_key, record.m_displayType);
+    field(L"ShowTextGeneric"_key, record.m_textGeneric);
+    field(L"ShowTextOther"_key, record.m_textOther);
+    field(L"ShowChartContour"_key, record.m_chartContour);
+    field(L"ShowLightsInfo"_key, record.m_lightsInfo);
+    field(L"AntiCluttering"_key, record.m_antiCluttering);
+    field(L"ShowBoundaries"_key, record.m_boundaries);
     return true;
 }
 

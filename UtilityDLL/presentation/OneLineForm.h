@@ -4,10 +4,10 @@
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
 
-#include <concepts>
 #include <string>
+#include <string_view>
 
-// The one-line form of text styles and depth labels: items with a comma between them, without quotes. Numbers
+// The one-line forms of records: items with a comma between them, without quotes. Numbers
 // are as a wide stream of the "C" locale writes them by default.
 //
 // This header is the library's own and is not for hosts.
@@ -15,17 +15,21 @@
 /// Composes a line.
 class OneLineForm {
 public:
-    void Add(const std::wstring& item) { m_items.AddItem(item); }
-    void Add(bool item) { Add(std::wstring(1, item ? L'1' : L'0')); }
+    explicit OneLineForm(const std::wstring& first) : m_text(first) { m_text.reserve(first.size() + 64); }
+    explicit OneLineForm(float first) : OneLineForm(NumberText::FromGeneral(static_cast<double>(first))) {}
+
+    void Add(std::wstring_view item) { (m_text += L',') += item; }
+    void Add(const std::wstring& item) { Add(std::wstring_view(item)); }
+    void Add(bool item) { Add(std::wstring_view(item ? L"1" : L"0", 1)); }
     void Add(double item) { Add(NumberText::FromGeneral(item)); }
     void Add(float item) { Add(static_cast<double>(item)); }
     void Add(int item) { Add(NumberText::FromInteger(static_cast<long long>(item))); }
     void Add(unsigned long item) { Add(NumberText::FromInteger(static_cast<unsigned long long>(item))); }
 
-    std::wstring Text() const { return m_items.Text(); }
+    const std::wstring& Text() const { return m_text; }
 
 private:
-    FormatString m_items{L','};
+    std::wstring m_text;
 };
 
 /// The items of a line. No record has more than 17, and fewer than that tell which form it is, so what is

@@ -3,14 +3,14 @@
 #include "UtilityDLL/presentation/Fields.h"
 
 template <typename Exchange, typename Record> bool PanelInfo::Fields(Exchange field, Record& record) {
-    field(L"Width", record.width);
-    field(L"Height", record.height);
+    field(L"Width"_key, record.width);
+    field(L"Height"_key, record.height);
     if (!field.IsPrefixed()) { // panels that share a section share no position
-        field(L"PosX", record.posX, FORM::OrZero());
-        field(L"PosY", record.posY, FORM::OrZero());
+        field(L"PosX"_key, record.posX, FORM::OrZero());
+        field(L"PosY"_key, record.posY, FORM::OrZero());
     }
-    field(L"LockPosSize", record.lockPosSize);
-    field(L"Justification", record.justification, FORM::OrZero());
+    field(L"LockPosSize"_key, record.lockPosSize);
+    field(L"Justification"_key, record.justification, FORM::OrZero());
     return true;
 }
 

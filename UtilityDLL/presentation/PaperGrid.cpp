@@ -14,13 +14,13 @@ double Snapped(double coordinate, double step, double origin) {
 } // namespace
 
 template <typename Exchange, typename Record> bool PaperGrid::Fields(Exchange field, Record& record) {
-    field(L"XStep", record.m_xStep, FORM::Magnitude());
-    field(L"YStep", record.m_yStep, FORM::Magnitude());
-    field(L"Visible", record.m_visible);
-    field(L"SnapOn", record.m_snapOn);
+    field(L"XStep"_key, record.m_xStep, FORM::Magnitude());
+    field(L"YStep"_key, record.m_yStep, FORM::Magnitude());
+    field(L"Visible"_key, record.m_visible);
+    field(L"SnapOn"_key, record.m_snapOn);
     // "Oringin" is how existing layout files spell it.
-    field.OnlyWritten(L"OringinX", record.m_origin.X());
-    field.OnlyWritten(L"OringinY", record.m_origin.Y());
+    field.OnlyWritten(L"OringinX"_key, record.m_origin.X());
+    field.OnlyWritten(L"OringinY"_key, record.m_origin.Y());
     return true;
 }
 

@@ -5,10 +5,10 @@
 // "Illumunation" is how the files spell it; writing it otherwise would orphan them.
 template <typename Exchange, typename Record>
 bool SunIlluminationInfo::Fields(Exchange field, Record& record) {
-    field(L"SunIllumunationEnable", record.m_enable);
-    field(L"SunIllumunationAzimuth", record.m_azimuth);
-    field(L"SunIllumunationElevation", record.m_elevation);
-    field(L"SunIllumunationContrast", record.m_contrast);
+    field(L"SunIllumunationEnable"_key, record.m_enable);
+    field(L"SunIllumunationAzimuth"_key, record.m_azimuth);
+    field(L"SunIllumunationElevation"_key, record.m_elevation);
+    field(L"SunIllumunationContrast"_key, record.m_contrast);
     return true;
 }
 

@@ -69,16 +69,16 @@ constexpr int kItemsOfOldDepthLabel = 14;
 } // namespace
 
 template <typename Exchange, typename Record> bool TextInfo::Fields(Exchange field, Record& record) {
-    field(L"Font", record.m_font, FORM::Text());
-    field(L"Size", record.m_size);
-    field(L"Style", record.m_style, FORM::Number{kNumStyles});
-    field(L"Justification", record.m_justification, FORM::Number{kNumJustifications});
-    field(L"Color", record.m_color, FORM::IndexedColor());
-    field(L"Rotation", record.m_rotation, FORM::Degrees());
-    field(L"RectWidth", record.m_rectWidth);
-    field(L"MultiLine", record.m_multiLine);
-    field(L"Annotation", record.m_annotation, FORM::Number{kNumAnnotations});
-    field(L"TrueColor", record.m_color);
+    field(L"Font"_key, record.m_font, FORM::Text());
+    field(L"Size"_key, record.m_size);
+    field(L"Style"_key, record.m_style, FORM::Number{kNumStyles});
+    field(L"Justification"_key, record.m_justification, FORM::Number{kNumJustifications});
+    field(L"Color"_key, record.m_color, FORM::IndexedColor());
+    field(L"Rotation"_key, record.m_rotation, FORM::Degrees());
+    field(L"RectWidth"_key, record.m_rectWidth);
+    field(L"MultiLine"_key, record.m_multiLine);
+    field(L"Annotation"_key, record.m_annotation, FORM::Number{kNumAnnotations});
+    field(L"TrueColor"_key, record.m_color);
     return true;
 }
 
@@ -113,8 +113,7 @@ bool TextInfo::operator<(const TextInfo& other) const {
 }
 
 std::wstring TextInfo::ToString() const {
-    OneLineForm line;
-    line.Add(m_font);
+    OneLineForm line(m_font);
     line.Add(m_size);
     line.Add(m_style);
     line.Add(m_justification);

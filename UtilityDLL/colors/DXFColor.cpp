@@ -2,6 +2,7 @@
 
 #include "UtilityDLL/colors/HSVColor.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 
@@ -65,12 +66,36 @@ int NearestGrey(int grey) {
     return best;
 }
 
-int BrightnessStep(float value) {
-    if (value > 0.8f) return 0;
-    if (value > 0.6f) return 2;
-    if (value > 0.4f) return 4;
-    if (value > 0.2f) return 6;
-    return 8;
+// n / divisor as n * kReciprocals[divisor] >> 24: exact while n * divisor is below 2^24.
+constexpr auto kReciprocals = [] {
+    std::array<std::uint32_t, 2 * 255 + 1> reciprocals{};
+    for (std::uint32_t divisor = 1; divisor < reciprocals.size(); ++divisor)
+        reciprocals[divisor] = (1u << 24) / divisor + 1;
+    return reciprocals;
+}();
+
+// The group of a hue, 0 to 24, by the rule in floats.
+int GroupOfHue(float hue) { return static_cast<int>(hue / 360.0f * 240.0f + 5.0f) / 10; }
+
+// The same in whole numbers, which takes a fraction of the time. The rule rounds 24 hue / 360 degrees; only
+// on a border between two groups is it for the rounding of the floats to decide.
+int GroupOf(const RGBColor& color, int max, int delta) {
+    const int red = color.Red();
+    const int green = color.Green();
+    const int blue = color.Blue();
+    // Sixths of the circle, in units of 1/delta. Sums of products instead of branches, which no processor
+    // could foresee.
+    const int isRed = red == max;
+    const int isGreen = (green == max) & (isRed ^ 1);
+    const int isBlue = 1 - isRed - isGreen;
+    const int sixths = isRed * (green - blue + 6 * delta * (green < blue)) +
+                       isGreen * (blue - red + 2 * delta) + isBlue * (red - green + 4 * delta);
+
+    const int dividend = 8 * sixths + delta;
+    const int divisor = 2 * delta;
+    const auto quotient = static_cast<int>(
+        static_cast<std::uint64_t>(dividend) * kReciprocals[static_cast<std::size_t>(divisor)] >> 24);
+    return quotient * divisor != dividend ? quotient : GroupOfHue(HSVColor(color).Hue());
 }
 
 } // namespace
@@ -85,14 +110,17 @@ const DXFColor DXFColor::_MAGENTA(6);
 const DXFColor DXFColor::_WHITE(7);
 
 int DXFColor::NearestIndex(const RGBColor& color) {
-    if (color == RGBColor()) return 0;
-    const HSVColor hsv(color);
-    if (hsv.Hue() < 0.0f) {
-        const int grey = NearestGrey(color.Red());
+    const int max = std::max(std::max(color.Red(), color.Green()), color.Blue());
+    const int delta = max - std::min(std::min(color.Red(), color.Green()), color.Blue());
+    if (max == 0) return 0;
+    if (delta == 0) {
+        const int grey = NearestGrey(max);
         return grey == kLastGrey ? _WHITE.Index() : grey;
     }
-    const int group = static_cast<int>(hsv.Hue() / 360.0f * 240.0f + 5.0f) / 10 * 10;
-    return group + BrightnessStep(hsv.Value()) + (hsv.Saturation() >= 0.5f ? 10 : 11);
+    // The borders are fifths of 255; on one it is the darker step.
+    const int darkness = 4 - ((max > 51) + (max > 102) + (max > 153) + (max > 204));
+    const int halfSaturated = 2 * delta < max;
+    return 10 * GroupOf(color, max, delta) + 2 * darkness + 10 + halfSaturated;
 }
 
 DXFColor::operator unsigned long() const { return kReferences[m_index]; }

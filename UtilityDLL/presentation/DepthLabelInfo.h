@@ -50,6 +50,9 @@ public:
     /// default.
     void FromString(const std::wstring& line);
 
+protected:
+    using TextInfo::FromString; // the reading of split items, which the above would hide
+
 private:
     // A section keeps a text style only: the label's part would be lost unnoticed.
     using TextInfo::Read;

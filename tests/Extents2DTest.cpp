@@ -109,6 +109,24 @@ TYPED_TEST(Extents2DOf, GrowsToTheRangesOfThePoints) {
     }
 }
 
+TYPED_TEST(Extents2DOf, GrowsByARunOfPointsAsByEachOfThem) {
+    Numbers numbers(4);
+    const auto random = [&] {
+        return static_cast<TypeParam>(numbers.Integer(0, 9) ? numbers.Integer(-9, 9) : kNaN);
+    };
+    for (int i = 0; i < kPropertyRuns; ++i) {
+        std::vector<Point2D<TypeParam>> points(static_cast<std::size_t>(numbers.Integer(0, 7)));
+        for (auto& point : points) point = Point2D<TypeParam>(random(), random());
+        Extents2D<TypeParam> box, expected;
+        if (numbers.Integer(0, 1)) box = expected = Box<TypeParam>(-2, -2, 2, 2);
+        for (const auto& point : points) expected.Update(point);
+        box.Update(points);
+        ASSERT_EQ(expected.IsValid(), box.IsValid());
+        if (box.IsValid()) ExpectBox(expected.MinX(), expected.MinY(), expected.MaxX(), expected.MaxY(), box);
+        if (this->HasFailure()) break;
+    }
+}
+
 TYPED_TEST(Extents2DOf, GrowsByBoxes) {
     using E = Extents2D<TypeParam>;
     const E box = Box<TypeParam>(0, 0, 10, 10);

@@ -113,6 +113,25 @@ TYPED_TEST(Extents3DOf, GrowsToTheRangesOfThePoints) {
     }
 }
 
+TYPED_TEST(Extents3DOf, GrowsByARunOfPointsAsByEachOfThem) {
+    Numbers numbers(3);
+    const auto random = [&] {
+        return static_cast<TypeParam>(numbers.Integer(0, 9) ? numbers.Integer(-9, 9) : kNaN);
+    };
+    for (int i = 0; i < kPropertyRuns; ++i) {
+        std::vector<Point3D<TypeParam>> points(static_cast<std::size_t>(numbers.Integer(0, 7)));
+        for (auto& point : points) point = Point3D<TypeParam>(random(), random(), random(), random());
+        Extents3D<TypeParam> box, expected;
+        if (numbers.Integer(0, 1)) box = expected = Stored<TypeParam>({-2, -2, -2, 5, 2, 2, 2, 6});
+        for (const auto& point : points) expected.Update(point);
+        box.Update(points);
+        const Values<TypeParam> grown = ValuesOf(box), each = ValuesOf(expected);
+        for (std::size_t n = 0; n < grown.size(); ++n) {
+            ASSERT_TRUE(grown[n] == each[n] || (std::isnan(grown[n]) && std::isnan(each[n]))) << n;
+        }
+    }
+}
+
 TYPED_TEST(Extents3DOf, GrowsByBoxes) {
     using E = Extents3D<TypeParam>;
     const E box = Box<TypeParam>(0, 0, 0, 10, 10, 10);

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <span>
 
 namespace GTL {
 
@@ -41,8 +43,7 @@ public:
 
     constexpr CLS::CLASSIFICATION Classify(const P& p) const noexcept {
         if (!IsValid()) return CLS::INVALID;
-        return MinX() <= p.X() && p.X() <= MaxX() && MinY() <= p.Y() && p.Y() <= MaxY() ? CLS::INSIDE
-                                                                                        : CLS::OUTSIDE;
+        return Covers(p) ? CLS::INSIDE : CLS::OUTSIDE;
     }
 
     /// INSIDE when the other box is within this one; INVALID when one of the two is not valid.
@@ -58,6 +59,7 @@ public:
     /// Grows to hold the point; a box that is not valid becomes the point. A coordinate that is NaN does not
     /// grow a valid box.
     constexpr void Update(const P& p) noexcept {
+        if (Covers(p)) return; // as it does most points; and then the box is valid
         if (!IsValid()) {
             m_min = m_max = p;
             return;
@@ -66,6 +68,22 @@ public:
         m_max = P(std::max(MaxX(), p.X()), std::max(MaxY(), p.Y()));
     }
     constexpr void Update(T x, T y) noexcept { Update(P(x, y)); }
+
+    /// Grows to hold all the points, as one by one but faster.
+    constexpr void Update(std::span<const P> points) noexcept {
+        std::size_t next = 0;
+        while (next < points.size() && !IsValid()) Update(points[next++]);
+        // From here on the box stays valid. Two boxes grow in turn, so that one need not wait for the other.
+        Bounds even(*this);
+        Bounds odd(*this);
+        for (; next + 1 < points.size(); next += 2) {
+            even.Take(points[next]);
+            odd.Take(points[next + 1]);
+        }
+        if (next < points.size()) even.Take(points[next]);
+        m_min = P(std::min(even.minX, odd.minX), std::min(even.minY, odd.minY));
+        m_max = P(std::max(even.maxX, odd.maxX), std::max(even.maxY, odd.maxY));
+    }
 
     /// Grows to hold the other box; one that is not valid changes nothing.
     constexpr void Update(const Extents2D& other) noexcept {
@@ -96,10 +114,26 @@ public:
     }
 
 private:
+    // Bare values, which stay in registers while a run of points goes by.
+    struct Bounds {
+        constexpr explicit Bounds(const Extents2D& box) noexcept
+            : minX(box.MinX()), minY(box.MinY()), maxX(box.MaxX()), maxY(box.MaxY()) {}
+        constexpr void Take(const P& p) noexcept {
+            minX = std::min(minX, p.X());
+            minY = std::min(minY, p.Y());
+            maxX = std::max(maxX, p.X());
+            maxY = std::max(maxY, p.Y());
+        }
+        T minX, minY, maxX, maxY;
+    };
+
     // Strictly: boxes that touch are not apart.
     constexpr bool IsApartFrom(const Extents2D& other) const noexcept {
         return other.MinX() > MaxX() || MinX() > other.MaxX() || other.MinY() > MaxY() ||
                MinY() > other.MaxY();
+    }
+    constexpr bool Covers(const P& p) const noexcept {
+        return MinX() <= p.X() && p.X() <= MaxX() && MinY() <= p.Y() && p.Y() <= MaxY();
     }
     constexpr bool Covers(const Extents2D& other) const noexcept {
         return other.MinX() >= MinX() && other.MaxX() <= MaxX() && other.MinY() >= MinY() &&

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <span>
 
 namespace GTL {
 
@@ -46,10 +48,7 @@ public:
 
     constexpr CLS::CLASSIFICATION Classify(const P& p) const noexcept {
         if (!IsValid()) return CLS::INVALID;
-        return MinX() <= p.X() && p.X() <= MaxX() && MinY() <= p.Y() && p.Y() <= MaxY() && MinZ() <= p.Z() &&
-                       p.Z() <= MaxZ()
-                   ? CLS::INSIDE
-                   : CLS::OUTSIDE;
+        return Covers(p) ? CLS::INSIDE : CLS::OUTSIDE;
     }
 
     /// INSIDE when the other box is within this one; INVALID when one of the two is not valid.
@@ -68,6 +67,7 @@ public:
     /// Grows to hold the point; a box that is not valid becomes the point, with its attribute. A coordinate
     /// that is NaN does not grow a valid box.
     constexpr void Update(const P& p) noexcept {
+        if (Covers(p)) return; // as it does most points; and then the box is valid
         if (!IsValid()) {
             m_min = m_max = p;
             return;
@@ -76,6 +76,24 @@ public:
         m_max = P(std::max(MaxX(), p.X()), std::max(MaxY(), p.Y()), std::max(MaxZ(), p.Z()), m_max.B());
     }
     constexpr void Update(T x, T y, T z) noexcept { Update(P(x, y, z)); }
+
+    /// Grows to hold all the points, as one by one but faster.
+    constexpr void Update(std::span<const P> points) noexcept {
+        std::size_t next = 0;
+        while (next < points.size() && !IsValid()) Update(points[next++]);
+        // From here on the box stays valid. Two boxes grow in turn, so that one need not wait for the other.
+        Bounds even(*this);
+        Bounds odd(*this);
+        for (; next + 1 < points.size(); next += 2) {
+            even.Take(points[next]);
+            odd.Take(points[next + 1]);
+        }
+        if (next < points.size()) even.Take(points[next]);
+        m_min = P(std::min(even.minX, odd.minX), std::min(even.minY, odd.minY), std::min(even.minZ, odd.minZ),
+                  m_min.B());
+        m_max = P(std::max(even.maxX, odd.maxX), std::max(even.maxY, odd.maxY), std::max(even.maxZ, odd.maxZ),
+                  m_max.B());
+    }
 
     /// Grows to hold the other box; one that is not valid changes nothing.
     constexpr void Update(const Extents3D& other) noexcept {
@@ -118,10 +136,30 @@ public:
     }
 
 private:
+    // Bare values, which stay in registers while a run of points goes by.
+    struct Bounds {
+        constexpr explicit Bounds(const Extents3D& box) noexcept
+            : minX(box.MinX()), minY(box.MinY()), minZ(box.MinZ()), maxX(box.MaxX()), maxY(box.MaxY()),
+              maxZ(box.MaxZ()) {}
+        constexpr void Take(const P& p) noexcept {
+            minX = std::min(minX, p.X());
+            minY = std::min(minY, p.Y());
+            minZ = std::min(minZ, p.Z());
+            maxX = std::max(maxX, p.X());
+            maxY = std::max(maxY, p.Y());
+            maxZ = std::max(maxZ, p.Z());
+        }
+        T minX, minY, minZ, maxX, maxY, maxZ;
+    };
+
     // Strictly: boxes that touch are not apart.
     constexpr bool IsApartFrom(const Extents3D& other) const noexcept {
         return other.MinX() > MaxX() || MinX() > other.MaxX() || other.MinY() > MaxY() ||
                MinY() > other.MaxY() || other.MinZ() > MaxZ() || MinZ() > other.MaxZ();
+    }
+    constexpr bool Covers(const P& p) const noexcept {
+        return MinX() <= p.X() && p.X() <= MaxX() && MinY() <= p.Y() && p.Y() <= MaxY() && MinZ() <= p.Z() &&
+               p.Z() <= MaxZ();
     }
     constexpr bool Covers(const Extents3D& other) const noexcept {
         return other.MinX() >= MinX() && other.MaxX() <= MaxX() && other.MinY() >= MinY() &&

@@ -9,3 +9,5 @@ class App;
 void AddSettingsCommand(CLI::App& program);
 void AddCrcCommand(CLI::App& program);
 void AddColorsCommand(CLI::App& program);
+void AddUnitsCommand(CLI::App& program);
+void AddTransformCommand(CLI::App& program);

@@ -31,6 +31,8 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
     AddSettingsCommand(program);
     AddCrcCommand(program);
     AddColorsCommand(program);
+    AddUnitsCommand(program);
+    AddTransformCommand(program);
 
     try {
         std::reverse(arguments.begin(), arguments.end()); // CLI11 takes them from the back

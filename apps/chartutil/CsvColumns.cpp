@@ -1,0 +1,316 @@
+#include "apps/chartutil/CsvColumns.h"
+
+#include "VelmBase/File.h"
+#include "VelmBase/WideString.h"
+#include "apps/chartutil/Console.h"
+
+#include <CLI/CLI.hpp>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t kBlock = 1 << 16;
+constexpr std::size_t kMaxLine = 1 << 20;
+constexpr std::string_view kBlanks = " \t";
+
+std::string_view Trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+/// Lines of a file or of standard input. A line break between quotes belongs to the line.
+class LineReader {
+public:
+    explicit LineReader(const std::string& path) : m_name(path == "-" ? "standard input" : path) {
+        if (path == "-") return;
+        m_file = std::make_unique<FILES::Reader>(FromUtf8(path));
+        if (!m_file->IsOpen())
+            throw CommandError(ExitCode::IO_ERROR,
+                               path + ": cannot be read; check the name and the permissions (a folder or a "
+                                      "device is no table; '-' reads standard input)");
+        m_progress.emplace(path, m_file->Size());
+    }
+
+    /// The next line with its line end; empty at the end of the table. It holds until the next call.
+    std::string_view Next() {
+        m_line = m_nextLine;
+        bool isQuoted = false;
+        std::size_t length = 0;
+        for (;; ++length) {
+            if (m_begin + length == m_end && !Fill(length)) break;
+            const char c = m_buffer[m_begin + length];
+            if (c == '"') isQuoted = !isQuoted;
+            if (c != '\n') continue;
+            ++m_nextLine;
+            if (isQuoted) continue;
+            ++length;
+            break;
+        }
+        const std::string_view line(m_buffer.data() + m_begin, length);
+        m_begin += length;
+        return line;
+    }
+
+    /// "FILE, line N" of the line that was read last.
+    std::string Place() const { return m_name + ", line " + std::to_string(m_line); }
+
+private:
+    // Reads more behind what is held of the line. False at the end of the table.
+    bool Fill(std::size_t held) {
+        if (held >= kMaxLine)
+            throw CommandError(ExitCode::IO_ERROR,
+                               Place() + ": longer than a megabyte; check for a quote that is not closed");
+        std::memmove(m_buffer.data(), m_buffer.data() + m_begin, held);
+        m_begin = 0;
+        m_end = held;
+        m_buffer.resize(std::max(m_buffer.size(), held + kBlock));
+        const std::size_t count = Read(m_buffer.data() + held, kBlock);
+        m_end += count;
+        m_done += count;
+        if (m_progress) m_progress->Show(m_done);
+        return count > 0;
+    }
+
+    std::size_t Read(char* buffer, std::size_t size) {
+        const std::size_t count = m_file ? m_file->Read(buffer, size) : std::fread(buffer, 1, size, stdin);
+        if (count == 0 && (m_file ? m_file->Failed() : std::ferror(stdin) != 0))
+            throw CommandError(ExitCode::IO_ERROR, Place() + ": reading failed");
+        return count;
+    }
+
+    std::string m_name;
+    std::unique_ptr<FILES::Reader> m_file;
+    std::optional<ProgressBar> m_progress;
+    std::vector<char> m_buffer;
+    std::size_t m_begin = 0;
+    std::size_t m_end = 0;
+    std::uint64_t m_done = 0;
+    std::uint64_t m_line = 1;
+    std::uint64_t m_nextLine = 1;
+};
+
+/// Standard output, or a file that takes its place when all was written.
+class Output {
+public:
+    explicit Output(const std::string& path) : m_path(path) {
+        if (path.empty()) return;
+        std::error_code ignored;
+        if (std::filesystem::exists(NativePath(path), ignored) &&
+            !std::filesystem::is_regular_file(NativePath(path), ignored))
+            Fail("is no regular file; leave out --output to write to standard output");
+        m_file = FILES::OpenStream(FromUtf8(m_temporary = path + ".saving"), L"w");
+        if (!m_file) Fail("cannot be written; check that the folder exists and takes new files");
+    }
+    ~Output() {
+        if (!m_file) return;
+        std::fclose(m_file);
+        Discard();
+    }
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+
+    void Write(std::string_view text) {
+        m_text += text;
+        if (m_text.size() >= kBlock) Flush();
+    }
+
+    void Finish() {
+        Flush();
+        if (!m_file) return;
+        const bool isWritten = std::fclose(m_file) == 0;
+        m_file = nullptr;
+        std::error_code error;
+        if (isWritten) std::filesystem::rename(NativePath(m_temporary), NativePath(m_path), error);
+        if (isWritten && !error) return;
+        Discard();
+        Fail("cannot be written; check the space on the disk and the permissions");
+    }
+
+private:
+    static std::filesystem::path NativePath(const std::string& path) {
+        return std::u8string(path.begin(), path.end());
+    }
+
+    void Flush() {
+        const std::size_t size = m_text.size();
+        if (m_file) {
+            if (std::fwrite(m_text.data(), 1, size, m_file) != size)
+                Fail("cannot be written; check the space on the disk");
+        } else if (!std::cout.write(m_text.data(), static_cast<std::streamsize>(size))) {
+            throw CommandError(ExitCode::IO_ERROR, "standard output cannot be written");
+        }
+        m_text.clear();
+    }
+
+    void Discard() const {
+        std::error_code ignored;
+        std::filesystem::remove(NativePath(m_temporary), ignored);
+    }
+
+    [[noreturn]] void Fail(const char* what) const {
+        throw CommandError(ExitCode::IO_ERROR, m_path + ": " + what);
+    }
+
+    std::string m_path;
+    std::string m_temporary;
+    std::FILE* m_file = nullptr;
+    std::string m_text;
+};
+
+/// A line cut at its separators; quotes hold a separator together.
+struct Fields {
+    Fields(std::string_view line, char separator) {
+        const std::size_t end = line.find_last_not_of("\r\n") + 1;
+        lineEnd = line.substr(end);
+        bool isQuoted = false;
+        std::size_t start = 0;
+        for (std::size_t i = 0; i <= end; ++i) {
+            if (i < end && line[i] == '"') isQuoted = !isQuoted;
+            if (i < end && (isQuoted || line[i] != separator)) continue;
+            items.push_back(line.substr(start, i - start));
+            start = i + 1;
+        }
+    }
+    std::vector<std::string_view> items;
+    std::string_view lineEnd;
+};
+
+std::string_view Unquoted(std::string_view field) {
+    field = Trimmed(field);
+    if (field.size() >= 2 && field.front() == '"' && field.back() == '"')
+        return Trimmed(field.substr(1, field.size() - 2));
+    return field;
+}
+
+std::optional<std::size_t> ColumnNumber(const std::string& column) {
+    std::size_t number = 0;
+    const auto [stop, error] = std::from_chars(column.data(), column.data() + column.size(), number);
+    if (error != std::errc() || stop != column.data() + column.size() || number == 0) return std::nullopt;
+    return number - 1;
+}
+
+// The index of a column: by the name in the header, else by its number.
+std::size_t ColumnIndex(const std::string& column, const Fields* header, const std::string& place) {
+    for (std::size_t i = 0; header && i < header->items.size(); ++i) {
+        if (Unquoted(header->items[i]) == column) return i;
+    }
+    if (const auto number = ColumnNumber(column)) return *number;
+    throw CommandError(ExitCode::WRONG_USE, place + ": no column '" + column +
+                                                "'; give a name of the header line or a number from 1");
+}
+
+std::string ColumnName(std::size_t index) { return "column " + std::to_string(index + 1); }
+
+char Separator(const std::string& text) {
+    if (text == "tab") return '\t';
+    if (text.size() == 1 && text[0] != '"' && text[0] != '\n' && text[0] != '\r') return text[0];
+    throw CommandError(ExitCode::WRONG_USE, "'" + text + "' is no separator; give one character, or 'tab'");
+}
+
+} // namespace
+
+bool ParseNumber(std::string_view text, double& value) {
+    text = Trimmed(text);
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && stop == text.data() + text.size() && std::isfinite(value);
+}
+
+std::string DecimalText(double value, int decimals) {
+    char text[400]; // a double has up to 309 digits before the point
+    const auto end = decimals < 0
+                         ? std::to_chars(text, std::end(text), value)
+                         : std::to_chars(text, std::end(text), value, std::chars_format::fixed, decimals);
+    const std::string_view number(text, static_cast<std::size_t>(end.ptr - text));
+    const bool isMinusZero = number[0] == '-' && number.find_first_not_of("-0.") == std::string_view::npos;
+    return std::string(number.substr(isMinusZero)); // a minus that rounding left over only puzzles the reader
+}
+
+void AddCsvOptions(CLI::App& command, CsvTable& table) {
+    command.add_option("-o,--output", table.output, "The table to write; standard output without it");
+    command.add_option("--separator", table.separator, "The character between columns, or 'tab'")
+        ->capture_default_str();
+    command.add_flag("--no-header", table.hasNoHeader,
+                     "The first line holds numbers, not the columns' names");
+    command
+        .add_option("--decimals", table.decimals,
+                    "Digits after the point of changed numbers; without it the shortest text\n"
+                    "that reads back as the same number")
+        ->check(CLI::Range(0, 20));
+}
+
+void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
+                   const std::function<void(std::span<double>)>& change) {
+    const char separator = Separator(table.separator);
+    LineReader input(table.input);
+    Output output(table.output);
+    std::vector<std::size_t> indices;
+    std::vector<double> numbers(columns.size());
+
+    const auto findColumns = [&](const Fields* header) {
+        for (const std::string& column : columns)
+            indices.push_back(ColumnIndex(column, header, input.Place()));
+    };
+    if (table.hasNoHeader) findColumns(nullptr);
+
+    for (std::string_view line = input.Next(); !line.empty(); line = input.Next()) {
+        if (line.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+            output.Write(line);
+            continue;
+        }
+        const bool isHeader = indices.empty();
+        constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+        if (isHeader && line.starts_with(kByteOrderMark)) {
+            output.Write(kByteOrderMark);
+            line.remove_prefix(kByteOrderMark.size());
+        }
+        Fields fields(line, separator);
+        if (isHeader) findColumns(&fields);
+
+        for (std::size_t i = 0; i < indices.size(); ++i) {
+            const std::size_t index = indices[i];
+            if (index >= fields.items.size())
+                throw CommandError(ExitCode::IO_ERROR, input.Place() + ": has no " + ColumnName(index) +
+                                                           ", only " + std::to_string(fields.items.size()));
+            const bool isNumber = ParseNumber(Unquoted(fields.items[index]), numbers[i]);
+            if (isHeader && isNumber)
+                throw CommandError(ExitCode::WRONG_USE,
+                                   input.Place() + ": is to name the columns, but " + ColumnName(index) +
+                                       " is a number; say --no-header when there are no names");
+            if (!isHeader && !isNumber)
+                throw CommandError(ExitCode::IO_ERROR, input.Place() + ": '" +
+                                                           std::string(fields.items[index].substr(0, 60)) +
+                                                           "' in " + ColumnName(index) + " is no number");
+        }
+        if (isHeader) {
+            output.Write(line);
+            continue;
+        }
+
+        change(numbers);
+        std::vector<std::string> texts(indices.size());
+        for (std::size_t i = 0; i < indices.size(); ++i) {
+            if (!std::isfinite(numbers[i]))
+                throw CommandError(ExitCode::IO_ERROR, input.Place() + ": the result in " +
+                                                           ColumnName(indices[i]) + " is too large a number");
+            fields.items[indices[i]] = texts[i] = DecimalText(numbers[i], table.decimals);
+        }
+        for (std::size_t i = 0; i < fields.items.size(); ++i) {
+            if (i > 0) output.Write({&separator, 1});
+            output.Write(fields.items[i]);
+        }
+        output.Write(fields.lineEnd);
+    }
+    output.Finish();
+}

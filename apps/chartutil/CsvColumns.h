@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace CLI {
+class App;
+}
+
+/// Numbers in some columns of a table of comma separated values, changed line by line. Everything else of the
+/// table comes out byte for byte as it came in. Only one line is held at a time, so a table may be larger
+/// than memory.
+struct CsvTable {
+    std::string input = "-"; ///< a file, or "-" for standard input
+    std::string output;      ///< a file, which is replaced when all is done; empty for standard output
+    std::string separator = ",";
+    bool hasNoHeader = false;
+    int decimals = -1; ///< digits after the point; -1 for the shortest text that reads back as the number
+};
+
+/// Adds the options of a table that all commands on tables share, without the input.
+void AddCsvOptions(CLI::App& command, CsvTable& table);
+
+/// Hands the numbers of these columns to `change`, line by line, and writes them back. A column is a name of
+/// the header line, or its number from 1. Blank lines stay as they are. Throws a CommandError with file and
+/// line when a number cannot be read or a result is not finite; an output file is then left as it was.
+void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
+                   const std::function<void(std::span<double>)>& change);
+
+/// Reads a decimal number with a point, perhaps a sign and an exponent, and blanks around it, whatever the
+/// locale. False for any other text, also for "nan" and for what no double holds.
+bool ParseNumber(std::string_view text, double& value);
+
+/// The number with this many digits after the point, or in the shortest form that reads back for -1;
+/// zero has no sign.
+std::string DecimalText(double value, int decimals = -1);

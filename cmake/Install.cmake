@@ -2,7 +2,8 @@
 # pkg-config, the host program and its data.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS VelmBaseR VelmConfigureR UtilityDLL EXPORT UtilityDLLTargets
+set(package_targets UtilityDLL VelmConfigureR VelmBaseR)
+install(TARGETS ${package_targets} EXPORT UtilityDLLTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
@@ -18,7 +19,19 @@ configure_package_config_file(cmake/UtilityDLLConfig.cmake.in ${PROJECT_BINARY_D
     INSTALL_DESTINATION ${package_folder})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/UtilityDLLConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
-configure_file(cmake/utilitydll.pc.in ${PROJECT_BINARY_DIR}/utilitydll.pc @ONLY)
+
+# The package can be moved: its pkg-config file finds everything from where it lies itself.
+set(package_link)
+foreach(target IN LISTS package_targets)
+    string(APPEND package_link "-l:$<TARGET_LINKER_FILE_NAME:${target}> ")
+endforeach()
+if(NOT WIN32)
+    # ldconfig keeps no library whose name does not begin with "lib".
+    string(APPEND package_link "-Wl,-rpath,\${libdir}")
+endif()
+file(RELATIVE_PATH package_root ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+configure_file(cmake/utilitydll.pc.in ${PROJECT_BINARY_DIR}/utilitydll.pc.configured @ONLY)
+file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/utilitydll.pc INPUT ${PROJECT_BINARY_DIR}/utilitydll.pc.configured)
 install(FILES ${PROJECT_BINARY_DIR}/UtilityDLLConfig.cmake ${PROJECT_BINARY_DIR}/UtilityDLLConfigVersion.cmake
     DESTINATION ${package_folder})
 install(FILES ${PROJECT_BINARY_DIR}/utilitydll.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

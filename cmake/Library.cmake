@@ -26,5 +26,6 @@ function(velm_library target folder macro)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:ProjectOptions>)
     set_target_properties(${target} PROPERTIES
-        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} PREFIX "")
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} PREFIX ""
+        INSTALL_RPATH "$ORIGIN") # the libraries lie beside each other
 endfunction()

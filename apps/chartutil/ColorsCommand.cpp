@@ -1,8 +1,8 @@
 #include "UtilityDLL/colors/DXFColorTable.h"
 #include "UtilityDLL/colors/HSVColor.h"
-#include "VelmBase/FormatString.h"
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
+#include "apps/chartutil/ColorText.h"
 #include "apps/chartutil/Commands.h"
 #include "apps/chartutil/Console.h"
 #include "apps/chartutil/CptFile.h"
@@ -12,12 +12,10 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <iostream>
 #include <memory>
-#include <optional>
 
 namespace {
 
@@ -35,55 +33,21 @@ std::string ValueText(double value, int digits = 10) {
     return ToUtf8(NumberText::FromGeneral(value, digits));
 }
 
-// Text on that colour, where the terminal shows colours; else as it is.
-std::string OnColor(const std::string& text, const RGBColor& color) {
-    if (!OutputIsTerminal()) return text;
-    const RGBColor ink = ReadableOn(color);
-    const auto codes = [](const RGBColor& c) {
-        return std::to_string(c.Red()) + ';' + std::to_string(c.Green()) + ';' + std::to_string(c.Blue());
-    };
-    return Colored(" " + text + " ", ("38;2;" + codes(ink) + ";48;2;" + codes(color)).c_str());
-}
-
 Json ColorJson(const RGBColor& color) {
     return {{"hex", HexText(color)},
             {"rgb", {color.Red(), color.Green(), color.Blue()}},
             {"reference", static_cast<unsigned long>(color)}};
 }
 
-// "#RRGGBB" or "R,G,B".
-std::optional<RGBColor> ParseColor(const std::string& text) {
-    const auto number = [](const std::string& digits, int base, int& value) {
-        const char* const end = digits.data() + digits.size();
-        const auto [stop, error] = std::from_chars(digits.data(), end, value, base);
-        return error == std::errc() && stop == end && digits[0] != '-';
-    };
-    int packed = 0;
-    if (text.size() == 7 && text[0] == '#' && number(text.substr(1), 16, packed))
-        return RGBColor(packed >> 16, packed >> 8, packed);
-    const FormatString items(FromUtf8(text), L',');
-    int components[3] = {};
-    if (items.NumItems() != 3) return std::nullopt;
-    for (int i = 0; i < 3; ++i) {
-        const std::string item = ToUtf8(TrimmedW(items.Item(i)));
-        if (item.empty() || !number(item, 10, components[i]) || components[i] > 255) return std::nullopt;
-    }
-    return RGBColor(components[0], components[1], components[2]);
-}
-
 // --- nearest ---
 
 void Nearest(const std::string& text, bool json) {
-    const std::optional<RGBColor> color = ParseColor(text);
-    if (!color)
-        throw CommandError(ExitCode::WRONG_USE, "'" + text +
-                                                    "' is no colour; write it as '#RRGGBB' or as R,G,B with "
-                                                    "numbers from 0 to 255");
-    const DXFColor nearest(*color);
+    const RGBColor color = RequireColor(text);
+    const DXFColor nearest(color);
     const RGBColor palette(nearest);
-    const HSVColor hsv(*color);
+    const HSVColor hsv(color);
     if (json) {
-        PrintJson({{"color", ColorJson(*color)},
+        PrintJson({{"color", ColorJson(color)},
                    {"hsv", {hsv.Hue(), hsv.Saturation(), hsv.Value()}},
                    {"index", nearest.Index()},
                    {"palette", ColorJson(palette)}});
@@ -94,10 +58,10 @@ void Nearest(const std::string& text, bool json) {
                   hsv.Hue() < 0 ? "grey, value %.3g" : "hue %.4g, saturation %.3g, value %.3g",
                   static_cast<double>(hsv.Hue() < 0 ? hsv.Value() : hsv.Hue()),
                   static_cast<double>(hsv.Saturation()), static_cast<double>(hsv.Value()));
-    std::cout << "colour   " << OnColor(HexText(*color), *color) << "  " << Components(*color)
-              << "  reference " << static_cast<unsigned long>(*color) << "\n         " << line
-              << "\nindex    " << nearest.Index() << "\npalette  " << OnColor(HexText(palette), palette)
-              << "  " << Components(palette) << "  reference " << static_cast<unsigned long>(palette) << '\n';
+    std::cout << "colour   " << OnColor(HexText(color), color) << "  " << Components(color) << "  reference "
+              << static_cast<unsigned long>(color) << "\n         " << line << "\nindex    "
+              << nearest.Index() << "\npalette  " << OnColor(HexText(palette), palette) << "  "
+              << Components(palette) << "  reference " << static_cast<unsigned long>(palette) << '\n';
 }
 
 // --- palette ---
@@ -161,25 +125,6 @@ void Palette(const std::string& picture, bool json) {
 
 // --- table ---
 
-// Reads a table. What is odd goes to standard error; `complete` says whether all of it could be read.
-DXFColorTable OpenTable(const std::string& path, bool& complete) {
-    FileObject file;
-    if (!file.Open(FromUtf8(path), 0))
-        throw CommandError(ExitCode::IO_ERROR,
-                           path + ": cannot be read as a settings file; check the name, the permissions and "
-                                  "that no section header is empty");
-    DXFColorTable table;
-    std::vector<std::wstring> remarks;
-    complete = table.FileOpen(file, &remarks);
-    if (!complete && !file.GetSection(L"ColorTable"))
-        throw CommandError(ExitCode::CHECK_FAILED,
-                           path + ": no colour table: " + ToUtf8(remarks.at(0)) +
-                               "; 'chartutil colors import' makes a table from a .cpt file");
-    for (const std::wstring& remark : remarks) std::cerr << path << ": " << ToUtf8(remark) << '\n';
-    if (remarks.size() == ColorTable::MAX_REMARKS) std::cerr << path << ": and perhaps more\n";
-    return table;
-}
-
 Picture TablePicture(const DXFColorTable& table, const std::string& title, bool dxf) {
     constexpr double kTop = 60;
     constexpr double kLeft = 24;
@@ -237,7 +182,7 @@ Picture TablePicture(const DXFColorTable& table, const std::string& title, bool 
 void Table(const std::string& path, const std::string& picture, bool dxf, bool json) {
     if (!picture.empty()) Picture::CheckEnding(picture);
     bool complete = true;
-    DXFColorTable table = OpenTable(path, complete);
+    DXFColorTable table = OpenColorTable(path, complete);
     // Merging makes no sense of the entries as the file has them, so it is left to --dxf.
     if (dxf) table.Unique();
     if (!picture.empty()) TablePicture(table, path.substr(path.find_last_of("/\\") + 1), dxf).Save(picture);

@@ -11,3 +11,5 @@ void AddCrcCommand(CLI::App& program);
 void AddColorsCommand(CLI::App& program);
 void AddUnitsCommand(CLI::App& program);
 void AddTransformCommand(CLI::App& program);
+void AddKeywordsCommand(CLI::App& program);
+void AddContoursCommand(CLI::App& program);

@@ -33,6 +33,8 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
     AddColorsCommand(program);
     AddUnitsCommand(program);
     AddTransformCommand(program);
+    AddKeywordsCommand(program);
+    AddContoursCommand(program);
 
     try {
         std::reverse(arguments.begin(), arguments.end()); // CLI11 takes them from the back

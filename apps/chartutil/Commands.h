@@ -9,6 +9,7 @@ class App;
 void AddSettingsCommand(CLI::App& program);
 void AddCrcCommand(CLI::App& program);
 void AddColorsCommand(CLI::App& program);
+void AddStyleCommand(CLI::App& program);
 void AddUnitsCommand(CLI::App& program);
 void AddTransformCommand(CLI::App& program);
 void AddKeywordsCommand(CLI::App& program);

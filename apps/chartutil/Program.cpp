@@ -31,6 +31,7 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
     AddSettingsCommand(program);
     AddCrcCommand(program);
     AddColorsCommand(program);
+    AddStyleCommand(program);
     AddUnitsCommand(program);
     AddTransformCommand(program);
     AddKeywordsCommand(program);

@@ -1,0 +1,167 @@
+#include "UtilityDLL/presentation/LineInfo.h"
+#include "UtilityDLL/presentation/PanelInfo.h"
+#include "UtilityDLL/presentation/TextInfo.h"
+#include "UtilityDLL/settings/IniFile.h"
+#include "tests/support/Program.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+using nlohmann::json;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+ProgramResult Style(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "style");
+    return RunChartutil(arguments);
+}
+
+// A layout with a text style, a section of several records, and one without any.
+class Layout {
+public:
+    Layout() {
+        IniFile file;
+        TextInfo text;
+        text.SetStyle(TextInfo::STYLE(3));
+        text.SetJustification(TextInfo::MIDDLE_CENTER);
+        text.SetColor(0x0080FF);
+        text.Write(file[L"Title"]);
+        LineInfo line;
+        line.SetStyle(LineInfo::DASHED);
+        line.Write(file[L"Panels"]);
+        file[L"Panels"].RemoveKey(L"Enable");
+        file[L"Panels"][L"LineWidth"] << L"abc";
+        PanelInfo panel;
+        panel.width = 12.5f;
+        panel.Write(L"Legend", file[L"Panels"]);
+        file[L"Other"][L"Author"] << L"N. N.";
+        EXPECT_TRUE(file.Save(m_folder.File(L"layout.ini")));
+    }
+    std::string Path() const { return ToUtf8(m_folder.File(L"layout.ini")); }
+
+private:
+    TemporaryFolder m_folder;
+};
+
+} // namespace
+
+TEST(StyleShow, TellsTheFieldsOfARecord) {
+    const Layout layout;
+    const ProgramResult result = Style({"show", layout.Path(), "title"});
+    EXPECT_EQ(0, result.exitCode) << result.error;
+    EXPECT_EQ("TextInfo\n"
+              "  Font           Arial\n"
+              "  Size           2.500000\n"
+              "  Style          3         bold italic\n"
+              "  Justification  8         middle centre\n"
+              "  Color          30        palette #FF7F00\n"
+              "  Rotation       0.000000\n"
+              "  RectWidth      0.000000\n"
+              "  MultiLine      0\n"
+              "  Annotation     0\n"
+              "  TrueColor      33023     #FF8000\n"
+              "  in one line: Arial,2.5,3,8,30,0,0,0,0,33023\n",
+              result.output);
+}
+
+TEST(StyleShow, TellsWhatIsMissingOrReadOtherwiseAndFindsPrefixes) {
+    const Layout layout;
+    const ProgramResult result = Style({"show", layout.Path(), "Panels"});
+    EXPECT_EQ(0, result.exitCode) << result.error;
+    EXPECT_THAT(result.output,
+                AllOf(HasSubstr("LineInfo\n"), HasSubstr("given as \"abc\""),
+                      HasSubstr("Enable         1         not given"),
+                      HasSubstr("PanelInfo with the prefix Legend\n"),
+                      HasSubstr("Legend.Width          12.500000\n"), Not(HasSubstr("TextInfo"))));
+}
+
+TEST(StyleShow, Json) {
+    const Layout layout;
+    const json document = json::parse(Style({"show", layout.Path(), "Panels", "--json"}).output);
+    ASSERT_EQ(2u, document["records"].size());
+    EXPECT_EQ("LineInfo", document["records"][0]["record"]);
+    EXPECT_EQ("0,0,Dashed,0,1", document["records"][0]["line"]);
+    EXPECT_EQ("Legend", document["records"][1]["prefix"]);
+    EXPECT_TRUE(document["records"][0]["fields"][4]["given"].is_null());
+}
+
+TEST(StyleShow, FaultsSayWhatToDo) {
+    const Layout layout;
+    struct Row {
+        const char* section;
+        const char* message;
+    };
+    for (const Row& row : {Row{"Nowhere", "has no section [Nowhere]"}, Row{"Other", "keys of no record"}}) {
+        const ProgramResult result = Style({"show", layout.Path(), row.section});
+        EXPECT_EQ(1, result.exitCode);
+        EXPECT_THAT(result.error, AllOf(HasSubstr("layout.ini"), HasSubstr(row.message)));
+    }
+    const ProgramResult missing = Style({"show", layout.Path() + ".no", "Title"});
+    EXPECT_EQ(3, missing.exitCode);
+    EXPECT_THAT(missing.error, HasSubstr("Error opening"));
+}
+
+TEST(StyleLine, GuessesTheRecord) {
+    struct Row {
+        const char* line;
+        const char* record;
+    };
+    for (const Row& row :
+         {Row{"Arial,2.5,0,0,0,0,0,0,0,0", "TextInfo"}, Row{"", "TextInfo"}, Row{"Arial", "TextInfo"},
+          Row{"Arial,2.5,0,0,0,0,0,0,0,0,2,0,0,1,1,0,0", "DepthLabelInfo"},
+          Row{"a,1,0,0,5,0,0,0,0,3,1,2,0,0", "DepthLabelInfo"}, Row{"0.5,1,dash dot", "LineInfo"},
+          Row{"2,1,3", "DXFInfo"}, Row{"2,1,3,255", "DXFInfo"}}) {
+        const json document = json::parse(Style({"line", row.line, "--json"}).output);
+        EXPECT_EQ(row.record, document["record"]) << row.line;
+    }
+    EXPECT_EQ("LineInfo", json::parse(Style({"line", "--as", "line", "2,1,3", "--json"}).output)["record"]);
+    EXPECT_EQ(2, Style({"line", "--as", "circle", "2,1,3"}).exitCode);
+}
+
+TEST(StyleLine, TellsWhatEachItemBecomes) {
+    const ProgramResult result = Style({"line", "Times,3,8,11,1,450"});
+    EXPECT_EQ(0, result.exitCode) << result.error;
+    EXPECT_EQ("TextInfo\n"
+              "  Font           Times\n"
+              "  Size           3\n"
+              "  Style          0      regular, given as \"8\"\n"
+              "  Justification  0      bottom left, given as \"11\"\n"
+              "  Color          10     palette #FF0000, given as \"1\"\n"
+              "  Rotation       90     given as \"450\"\n"
+              "  RectWidth      0      not given\n"
+              "  MultiLine      0      not given\n"
+              "  Annotation     0      not given\n"
+              "  TrueColor      255    #FF0000, not given\n"
+              "  in one line: Times,3,0,0,10,90,0,0,0,255\n",
+              result.output);
+}
+
+TEST(StyleLine, OldDepthLabelsHaveNoTrueColour) {
+    const json document = json::parse(Style({"line", "a,1,0,0,5,0,0,0,0,3,1,2,0,0", "--json"}).output);
+    const json& fields = document["fields"];
+    ASSERT_EQ(17u, fields.size());
+    EXPECT_TRUE(fields[9]["given"].is_null());
+    EXPECT_EQ("#0000FF", fields[9]["note"]);
+    EXPECT_EQ("Precision", fields[10]["name"]);
+    EXPECT_EQ("3", fields[10]["given"]);
+    EXPECT_EQ("0", fields[14]["value"]);
+    EXPECT_TRUE(fields[15]["given"].is_null());
+}
+
+TEST(StyleLine, HostileLinesAreRecordsToo) {
+    for (const std::string& line :
+         {std::string(50'000, ','), std::string(50'000, '9'), std::string("\xFF\xFE,\x01")}) {
+        const ProgramResult result = Style({"line", line});
+        EXPECT_EQ(0, result.exitCode) << result.error;
+        EXPECT_THAT(result.output, HasSubstr("in one line: "));
+    }
+}
+
+TEST(Style, HelpShowsExamples) {
+    for (const char* command : {"show", "line"})
+        EXPECT_THAT(Style({command, "--help"}).output, HasSubstr("Examples:")) << command;
+    EXPECT_EQ(2, Style({}).exitCode);
+}

@@ -12,6 +12,10 @@ if(UTILITYDLL_SANITIZE)
         -fsanitize=${UTILITYDLL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(ProjectOptions INTERFACE -fsanitize=${UTILITYDLL_SANITIZE})
 endif()
+if(UTILITYDLL_FUZZ)
+    # The fuzzer finds its way by the branches that it sees taken, in the libraries too.
+    target_compile_options(ProjectOptions INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # velm_library(<target> <folder> <API macro> <source>...): a shared library whose exports carry the macro of
 # its generated header <folder>/Export.h; everything else in it is hidden.

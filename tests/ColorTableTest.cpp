@@ -257,3 +257,13 @@ TEST(ColorTable_FileOpen, HostileFilesTakeNoLongTimeAndFewRemarks) {
     const Loaded longText = Load("[ColorTable]\nEntry(0)=" + std::string(10'000'000, 'x') + "\n");
     EXPECT_LT(longText.remarks.at(0).size(), 200u);
 }
+
+TEST(ColorTable_FileOpen, SampleTableIsCompleteAndInOrder) {
+    FileObject file;
+    ASSERT_TRUE(file.Open(FromUtf8(PROJECT_DATA_FOLDER "/depths.col"), 0));
+    ColorTable table;
+    std::vector<std::wstring> remarks;
+    EXPECT_TRUE(table.FileOpen(file, &remarks));
+    EXPECT_THAT(remarks, IsEmpty());
+    EXPECT_THAT(Values(table), ElementsAre(0, 2, 5, 10, 15, 20, 50));
+}

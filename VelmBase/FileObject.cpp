@@ -4,12 +4,26 @@
 #include "VelmBase/WideString.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 std::wstring InCapitals(std::wstring text) {
     std::transform(text.begin(), text.end(), text.begin(), ToUpperW);
     return text;
+}
+
+// Appends an element and notes its position under its name; neither when memory runs out in between.
+template <typename Element>
+void AppendNamed(std::vector<Element>& elements, std::unordered_map<std::wstring, std::size_t>& positions,
+                 std::wstring capitals, Element element) {
+    elements.push_back(std::move(element));
+    try {
+        positions.emplace(std::move(capitals), elements.size() - 1);
+    } catch (...) {
+        elements.pop_back();
+        throw;
+    }
 }
 
 } // namespace
@@ -33,14 +47,14 @@ bool FobjSection::GetNextMapEntry(int& position, std::wstring& key, std::wstring
 }
 
 bool FobjSection::SetItem(const std::wstring& key, const std::wstring& value, bool create) {
-    const auto found = m_positions.find(InCapitals(key));
+    std::wstring capitals = InCapitals(key);
+    const auto found = m_positions.find(capitals);
     if (found != m_positions.end()) {
         m_items[found->second].value = value;
         return true;
     }
     if (!create) return false;
-    m_positions.emplace(InCapitals(key), m_items.size());
-    m_items.push_back({key, value});
+    AppendNamed(m_items, m_positions, std::move(capitals), Item{key, value});
     return true;
 }
 
@@ -112,7 +126,9 @@ const std::wstring* FileObject::GetItem(const std::wstring& section, const std::
 }
 
 FobjSection& FileObject::SectionOf(const std::wstring& name) {
-    const auto [found, isNew] = m_positions.try_emplace(InCapitals(name), m_sections.size());
-    if (isNew) m_sections.emplace_back(name);
-    return m_sections[found->second];
+    std::wstring capitals = InCapitals(name);
+    const auto found = m_positions.find(capitals);
+    if (found != m_positions.end()) return m_sections[found->second];
+    AppendNamed(m_sections, m_positions, std::move(capitals), FobjSection(name));
+    return m_sections.back();
 }

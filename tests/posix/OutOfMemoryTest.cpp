@@ -1,0 +1,378 @@
+// Memory that runs out at any allocation: an exception or an error comes back, nothing leaks, and the objects
+// can be used as before. Here only because the replaced operators reach into the libraries on POSIX systems
+// alone.
+
+#include "UtilityDLL/settings/CRCFile.h"
+#include "UtilityDLL/settings/FileChecksum.h"
+#include "tests/support/IniFiles.h"
+
+#include <cstdlib>
+#include <functional>
+#include <gtest/gtest.h>
+#include <new>
+
+namespace {
+
+// Allocations are counted and made to fail only while a test asks for it; nothing here runs in threads.
+long long live = 0;
+bool counting = false;
+int untilFailure = 0; // 1: the next one fails
+bool failForEver = false;
+bool failed = false; // since it was last set back
+
+void* Allocate(std::size_t size, std::size_t alignment) {
+    if (counting) {
+        if (untilFailure > 0 && --untilFailure == 0) {
+            failed = true;
+            if (failForEver) untilFailure = 1;
+            return nullptr;
+        }
+    }
+    void* const memory = alignment > alignof(std::max_align_t)
+                             ? std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment)
+                             : std::malloc(size > 0 ? size : 1);
+    live += memory != nullptr;
+    return memory;
+}
+
+void* AllocateOrThrow(std::size_t size, std::size_t alignment) {
+    void* const memory = Allocate(size, alignment);
+    if (!memory) throw std::bad_alloc();
+    return memory;
+}
+
+void Free(void* memory) {
+    live -= memory != nullptr;
+    std::free(memory);
+}
+
+} // namespace
+
+void* operator new(std::size_t size) { return AllocateOrThrow(size, 0); }
+void* operator new[](std::size_t size) { return AllocateOrThrow(size, 0); }
+void* operator new(std::size_t size, std::align_val_t a) { return AllocateOrThrow(size, std::size_t(a)); }
+void* operator new[](std::size_t size, std::align_val_t a) { return AllocateOrThrow(size, std::size_t(a)); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size, 0); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size, 0); }
+void operator delete(void* memory) noexcept { Free(memory); }
+void operator delete[](void* memory) noexcept { Free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete(void* memory, std::align_val_t) noexcept { Free(memory); }
+void operator delete[](void* memory, std::align_val_t) noexcept { Free(memory); }
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept { Free(memory); }
+void operator delete[](void* memory, std::size_t, std::align_val_t) noexcept { Free(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { Free(memory); }
+void operator delete[](void* memory, const std::nothrow_t&) noexcept { Free(memory); }
+
+namespace {
+
+/// Runs `act` with the k-th allocation failing. True when it ended by itself, false when it threw.
+bool Attempt(int k, bool forEver, const std::function<void()>& act) {
+    untilFailure = k;
+    failForEver = forEver;
+    counting = true;
+    bool ended = true;
+    try {
+        act();
+    } catch (const std::bad_alloc&) {
+        ended = false;
+    }
+    counting = false;
+    untilFailure = 0;
+    return ended;
+}
+
+/// For k = 1, 2, ... until `act` needs fewer than k allocations, once and from then on: `round` makes the
+/// objects, has them used by the callback that it gets, checks them and lets them go without a leak.
+using Faulty = std::function<bool(const std::function<void()>&)>;
+void ExpectSurvival(const std::function<void(const Faulty&)>& round) {
+    round([](const std::function<void()>& act) { // what is made once in a process is made now
+        act();
+        return true;
+    });
+    for (const bool forEver : {false, true}) {
+        int failures = 0;
+        for (int k = 1;; ++k) {
+            SCOPED_TRACE(::testing::Message()
+                         << "allocation " << k << (forEver ? " and all that follow" : ""));
+            failed = false;
+            const long long before = live;
+            round([&](const std::function<void()>& act) { return Attempt(k, forEver, act); });
+            ASSERT_EQ(before, live) << "leaked";
+            if (::testing::Test::HasFailure()) return;
+            if (!failed) break;
+            ++failures;
+        }
+        EXPECT_GT(failures, 0) << "nothing was allocated, so nothing was shown";
+    }
+}
+
+/// Every name is found where a plain search finds it, and what is not there is not found.
+void ExpectConsistent(const Section& section) {
+    for (int i = 0; i < section.NumKeys(); ++i) {
+        int first = 0;
+        while (!(section[first] == section[i])) ++first;
+        ASSERT_EQ(&section[first], &section[section[i].GetName().String()]);
+    }
+    ASSERT_FALSE(section.HasKey(L"a name that is not there"));
+}
+
+void ExpectConsistent(const IniFile& file) {
+    for (int i = 0; i < file.NumSections(); ++i) {
+        ASSERT_EQ(&file[i], &file[file[i].GetName().String()]);
+        ExpectConsistent(file[i]);
+    }
+    ASSERT_FALSE(file.HasSection(L"a name that is not there"));
+}
+
+std::wstring LongName(int i) { return L"a name that is longer than a small buffer " + std::to_wstring(i); }
+
+Section LongSection(const std::wstring& name, int keys) {
+    Section section(name);
+    section.SetComments(L"a comment that is longer than a small buffer");
+    for (int i = 0; i < keys; ++i)
+        section.AddKey(SectionKey(HashedString<wchar_t>(LongName(i)),
+                                  L"a value that is longer than a small buffer",
+                                  L"a comment that is longer than a small buffer"));
+    return section;
+}
+
+IniFile LongFile(int sections, int keys) {
+    IniFile file;
+    for (int i = 0; i < sections; ++i) file.AddSection(LongSection(LongName(i), keys));
+    return file;
+}
+
+} // namespace
+
+TEST(OutOfMemory, Open) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    ASSERT_TRUE(LongFile(36, 3).Save(path)); // enough sections for an index
+    const PlainFile expected = Plain(IniFile(path));
+    ExpectSurvival([&](const Faulty& faulty) {
+        IniFile file;
+        ErrorString result(false);
+        const bool ended = faulty([&] { result = file.Open(path); });
+        ExpectConsistent(file);
+        if (ended && result) {
+            ASSERT_EQ(expected.size(), static_cast<std::size_t>(file.NumSections()));
+        }
+        ASSERT_TRUE(file.Open(path));
+        ASSERT_TRUE(expected == Plain(file));
+    });
+}
+
+TEST(OutOfMemory, OpenOfALongSection) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    ASSERT_TRUE(LongFile(1, 80).Save(path));
+    ExpectSurvival([&](const Faulty& faulty) {
+        IniFile file;
+        ErrorString result(false);
+        const bool ended = faulty([&] { result = file.Open(path); });
+        ExpectConsistent(file);
+        if (ended && result) {
+            ASSERT_EQ(80, file[0].NumKeys());
+        }
+        file[L"new"][L"key"] << 1;
+        ASSERT_TRUE(file.HasSection(L"new"));
+    });
+}
+
+TEST(OutOfMemory, OpenOfABadFile) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    for (const char* bytes : {"[a]\nx=1\n[A]\n", "[a]\nx=1\n[]\n"}) {
+        WriteBytes(path, bytes);
+        ExpectSurvival([&](const Faulty& faulty) {
+            IniFile file;
+            ErrorString result(false);
+            faulty([&] { result = file.Open(path); });
+            ASSERT_FALSE(result);
+            ASSERT_LE(file.NumSections(), 1);
+        });
+    }
+}
+
+TEST(OutOfMemory, Save) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    const IniFile file = LongFile(5, 5);
+    const std::string old = "[old]\r\n", saved = SavedBytes(file);
+    ExpectSurvival([&](const Faulty& faulty) {
+        WriteBytes(path, old);
+        ErrorString result(false);
+        const bool ended = faulty([&] { result = file.Save(path); });
+        ASSERT_EQ(ended && result ? saved : old, ReadBytes(path));
+        ASSERT_EQ(1u, folder.NumFiles());
+        ASSERT_TRUE(file.Save(path));
+        ASSERT_EQ(saved, ReadBytes(path));
+    });
+}
+
+TEST(OutOfMemory, AddSection) {
+    for (const std::wstring& name : {LongName(7), LongName(99)}) { // replaced, appended
+        const Section section = LongSection(name, 40);
+        ExpectSurvival([&](const Faulty& faulty) {
+            IniFile file = LongFile(32, 2);
+            bool added = false;
+            faulty([&] { added = file.AddSection(section); });
+            ExpectConsistent(file);
+            ASSERT_GE(file.NumSections(), 32);
+            ASSERT_LE(file.NumSections(), 33);
+            if (added) {
+                ASSERT_EQ(40, file[name].NumKeys());
+            }
+            for (int i = 0; i < 32; ++i) { // nothing is lost, and nothing is half replaced
+                ASSERT_TRUE(file.HasSection(LongName(i)));
+                const int keys = std::as_const(file)[LongName(i)].NumKeys();
+                ASSERT_TRUE(keys == 2 || (name == LongName(i) && keys == 40)) << keys;
+            }
+            ASSERT_TRUE(file.AddSection(section));
+            ASSERT_EQ(40, file[name].NumKeys());
+            ExpectConsistent(file);
+        });
+    }
+}
+
+TEST(OutOfMemory, TheIndexOperatorOfASection) {
+    for (const int keys : {0, 5, 31, 32, 33, 63, 64, 127, 128, 300}) {
+        ExpectSurvival([&](const Faulty& faulty) {
+            Section section = LongSection(L"s", keys);
+            const std::wstring name = LongName(1000);
+            faulty([&] { section[name] << L"another value that is longer than a small buffer"; });
+            ASSERT_GE(section.NumKeys(), keys);
+            ASSERT_LE(section.NumKeys(), keys + 1);
+            ExpectConsistent(section);
+            section[name] << 1;
+            ASSERT_EQ(keys + 1, section.NumKeys());
+            for (int i = 0; i < 40; ++i) section[LongName(2000 + i)] << i;
+            ExpectConsistent(section);
+        });
+    }
+}
+
+TEST(OutOfMemory, TheIndexOperatorOfAFile) {
+    for (const int sections : {0, 31, 32, 33, 64}) {
+        ExpectSurvival([&](const Faulty& faulty) {
+            IniFile file = LongFile(sections, 1);
+            faulty([&] { file[LongName(1000)][LongName(1)] << 1; });
+            ASSERT_GE(file.NumSections(), sections);
+            ASSERT_LE(file.NumSections(), sections + 1);
+            ExpectConsistent(file);
+            file[LongName(1000)][LongName(1)] << 1;
+            ASSERT_EQ(sections + 1, file.NumSections());
+            ExpectConsistent(file);
+        });
+    }
+}
+
+TEST(OutOfMemory, RenamesThroughHeldReferences) {
+    ExpectSurvival([&](const Faulty& faulty) {
+        Section section = LongSection(L"s", 100);
+        ASSERT_TRUE(section.HasKey(LongName(5)));
+        faulty([&] {
+            section[7] = SectionKey(LongName(500));
+            section[L"a key that is not there and has a long name"] << 1;
+            section.RemoveKey(LongName(3));
+            (void)section[LongName(500)];
+        });
+        ExpectConsistent(section);
+        section[8] = SectionKey(LongName(501));
+        ASSERT_EQ(&section[8], &section[LongName(501)]);
+        ExpectConsistent(section);
+    });
+}
+
+TEST(OutOfMemory, CopiesAndAssignments) {
+    const Section source = LongSection(L"source", 60);
+    ExpectSurvival([&](const Faulty& faulty) {
+        Section target = LongSection(L"target", 50);
+        ASSERT_TRUE(target.HasKey(LongName(1)));
+        faulty([&] { target = source; });
+        ExpectConsistent(target);
+        target[3] = SectionKey(L"renamed");
+        ASSERT_TRUE(target.HasKey(L"renamed"));
+        faulty([&] { target << source; });
+        ExpectConsistent(target);
+        faulty([&] { Section copy(source); });
+    });
+}
+
+TEST(OutOfMemory, Seals) {
+    ExpectSurvival([&](const Faulty& faulty) {
+        Section section = LongSection(L"s", 32);
+        faulty([&] { section.AddChecksum(); });
+        ExpectConsistent(section);
+        bool modified = true;
+        section.AddChecksum();
+        ASSERT_EQ(33, section.NumKeys());
+        if (faulty([&] { modified = section.IsModified(); })) {
+            ASSERT_FALSE(modified);
+        }
+        ASSERT_FALSE(section.IsModified());
+    });
+}
+
+TEST(OutOfMemory, RenameAndRemoveSection) {
+    ExpectSurvival([&](const Faulty& faulty) {
+        IniFile file = LongFile(40, 1);
+        faulty([&] {
+            file.RenameSection(LongName(3), LongName(300));
+            file.RemoveSection(LongName(5));
+        });
+        ExpectConsistent(file);
+        ASSERT_NE(file.HasSection(LongName(3)), file.HasSection(LongName(300)));
+    });
+}
+
+TEST(OutOfMemory, TheBaseLibrarysContainer) {
+    ExpectSurvival([&](const Faulty& faulty) {
+        FileObject object;
+        object.SetItem(LongName(1), LongName(1), LongName(1), true);
+        IniFile file = LongFile(2, 2);
+        faulty([&] { file.Save(object); });
+        for (int i = 0; i < 2; ++i) // what failed half way can be done again
+            object.SetItem(LongName(50), LongName(i), LongName(i), true);
+        ASSERT_NE(nullptr, object.GetItem(LongName(50), LongName(1)));
+        ASSERT_TRUE(file.Save(object));
+        ASSERT_NE(nullptr, object.GetItem(LongName(1), LongName(0)));
+        faulty([&] { file.Open(object); });
+        ExpectConsistent(file);
+        int position = 0;
+        std::wstring name;
+        int walked = 0;
+        for (bool more = object.GetFirstSectionEntry(position, name); more;
+             more = object.GetNextSectionEntry(position, name)) {
+            ASSERT_NE(nullptr, object.GetSection(name));
+            ++walked;
+        }
+        ASSERT_EQ(walked, object.NumSections());
+    });
+}
+
+TEST(OutOfMemory, CheckedFiles) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.bin");
+    ExpectSurvival([&](const Faulty& faulty) {
+        CRCFile file;
+        std::size_t written = 0;
+        faulty([&] {
+            if (file.Open(path, L"wb")) written = file.Write("some data", 1, 9);
+        });
+        file.Close();
+        if (written == 9) {
+            ErrorString result(false);
+            if (faulty([&] { result = file.Open(path, L"rb"); })) {
+                EXPECT_EQ(static_cast<bool>(result), file.IsOpen());
+            }
+            file.Close();
+        }
+        ASSERT_TRUE(file.Open(path, L"wb"));
+        file.Close();
+        faulty([&] { FileChecksum(path, 100); });
+        faulty([&] { CRCFile::GetCRC(path); });
+    });
+}

@@ -251,10 +251,10 @@ TEST(ColorTable_FileOpen, HostileFilesTakeNoLongTimeAndFewRemarks) {
     EXPECT_EQ(-199'999.0, sorted.table.EntryValue(0));
     EXPECT_EQ(ColorTable::MAX_REMARKS, sorted.remarks.size());
 
-    const Loaded commas = Load("[ColorTable]\nEntry(0)=" + std::string(10'000'000, ',') + "\n");
+    const Loaded commas = Load("[ColorTable]\nEntry(0)=" + std::string().append(10'000'000, ',') + "\n");
     EXPECT_FALSE(commas.complete);
     ASSERT_EQ(1u, commas.remarks.size());
-    const Loaded longText = Load("[ColorTable]\nEntry(0)=" + std::string(10'000'000, 'x') + "\n");
+    const Loaded longText = Load("[ColorTable]\nEntry(0)=" + std::string().append(10'000'000, 'x') + "\n");
     EXPECT_LT(longText.remarks.at(0).size(), 200u);
 }
 

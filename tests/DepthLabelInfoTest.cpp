@@ -151,6 +151,8 @@ TEST(DepthLabelInfo_FromString, ReadsBackWhatToStringWrote) {
 }
 
 TEST(DepthLabelInfo_FromString, HostileLinesGiveARecord) {
-    EXPECT_EQ(L",0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0", FromLine(std::wstring(10'000'000, L',')).ToString());
-    EXPECT_EQ(2147483647, FromLine(L"a,1,0,0,0,0,0,0,0,0," + std::wstring(1'000'000, L'9')).Precision());
+    EXPECT_EQ(L",0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0",
+              FromLine(std::wstring().append(10'000'000, L',')).ToString());
+    EXPECT_EQ(2147483647,
+              FromLine(L"a,1,0,0,0,0,0,0,0,0," + std::wstring().append(1'000'000, L'9')).Precision());
 }

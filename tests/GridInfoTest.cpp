@@ -112,6 +112,6 @@ TEST(GridInfo, ReadAndWriteAreAlwaysTrue) {
 
 TEST(GridInfo_Read, HostileStyleTextGivesARecord) {
     Section section;
-    section[L"GridStyle"] << std::wstring(10'000'000, L',') + L"POINTS";
+    section[L"GridStyle"] << std::wstring().append(10'000'000, L',') + L"POINTS";
     EXPECT_EQ(1u, ReadFrom<GridInfo>(section).GridStyle());
 }

@@ -168,9 +168,9 @@ TEST(LineInfo_FromString, ReadsBackWhatToStringWrote) {
 }
 
 TEST(LineInfo_FromString, HostileLinesGiveARecord) {
-    EXPECT_TRUE(LineInfo() == FromLine(std::wstring(10'000'000, L',')));
-    EXPECT_TRUE(LineInfo() == FromLine(std::wstring(10'000'000, L'x')));
-    const std::wstring digits(1'000'000, L'9');
+    EXPECT_TRUE(LineInfo() == FromLine(std::wstring().append(10'000'000, L',')));
+    EXPECT_TRUE(LineInfo() == FromLine(std::wstring().append(10'000'000, L'x')));
+    const std::wstring digits = std::wstring().append(1'000'000, L'9');
     const LineInfo huge = FromLine(digits + L"," + digits + L"," + digits);
     EXPECT_EQ(std::numeric_limits<float>::max(), huge.Width());
     EXPECT_EQ(0x7FFFFFFFul, huge.Color());

@@ -261,10 +261,10 @@ TEST(TextInfo_FromString, ReadsBackWhatToStringWroteButBaselines) {
 }
 
 TEST(TextInfo_FromString, HostileLinesGiveARecord) {
-    EXPECT_EQ(L",0,0,0,0,0,0,0,0,0", FromLine(std::wstring(10'000'000, L',')).ToString());
-    EXPECT_EQ(10'000'000u, FromLine(std::wstring(10'000'000, L'x')).Font().size());
+    EXPECT_EQ(L",0,0,0,0,0,0,0,0,0", FromLine(std::wstring().append(10'000'000, L',')).ToString());
+    EXPECT_EQ(10'000'000u, FromLine(std::wstring().append(10'000'000, L'x')).Font().size());
     EXPECT_EQ(5u, FromLine(std::wstring(L"a\0b\0c,3", 7)).Font().size());
-    const std::wstring digits(1'000'000, L'9');
+    const std::wstring digits = std::wstring().append(1'000'000, L'9');
     const TextInfo huge = FromLine(L"a," + digits + L"," + digits + L",0,0," + digits);
     EXPECT_TRUE(std::isinf(huge.Size()));
     EXPECT_EQ(TextInfo::REGULAR, huge.Style());

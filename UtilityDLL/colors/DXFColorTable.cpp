@@ -45,7 +45,7 @@ DXFColor DXFColorTable::FindDXFColor(double value, int low, int high) const {
     // always one of the `count` from `first` on.
     const double* const values = Values();
     auto first = static_cast<std::size_t>(low);
-    for (auto count = static_cast<std::size_t>(high - low + 1); count > 1;) {
+    for (auto count = static_cast<std::size_t>(high - low) + 1; count > 1;) {
         const std::size_t half = count / 2;
         first += half * static_cast<std::size_t>(values[first + half] <= value);
         count -= half;

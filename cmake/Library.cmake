@@ -21,6 +21,8 @@ endif()
 # its generated header <folder>/Export.h; everything else in it is hidden.
 function(velm_library target folder macro)
     add_library(${target} SHARED ${ARGN})
+    set_property(GLOBAL APPEND PROPERTY VELM_LIBRARIES ${target})
+    set_property(GLOBAL APPEND PROPERTY VELM_FOLDERS ${folder})
     include(GenerateExportHeader)
     generate_export_header(${target} EXPORT_MACRO_NAME ${macro}
         EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/include/${folder}/Export.h)
@@ -29,6 +31,10 @@ function(velm_library target folder macro)
         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:ProjectOptions>)
+    if(NOT WIN32)
+        target_link_options(${target} PRIVATE LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+    endif()
     set_target_properties(${target} PROPERTIES
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} PREFIX ""
         INSTALL_RPATH "$ORIGIN") # the libraries lie beside each other

@@ -2,6 +2,7 @@
 
 #include "tests/support/Random.h"
 
+#include <cmath>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
@@ -107,6 +108,7 @@ TEST(CVelmString, WritesNumbersAsAWideStreamByDefault) {
         const auto bits = static_cast<std::uint32_t>(random.Bits());
         float value;
         std::memcpy(&value, &bits, sizeof value);
+        if (std::isnan(value)) value = std::fabs(value); // not every platform's streams show its sign
         stream.str(L"");
         stream << value;
         ASSERT_EQ(stream.str(), Written(value));

@@ -78,6 +78,10 @@ public:
         return m_file;
     }
 
+    // After reading there is nothing to write out, and some C runtimes would drop what was read ahead and
+    // with it the position.
+    bool Flush() { return m_lastUse == Use::READ || std::fflush(m_file) == 0; }
+
     void Close() {
         if (!m_file) return;
         if (m_writing) AddChecksum(m_file);
@@ -139,7 +143,7 @@ unsigned int CRCFile::Tell() {
 
 void CRCFile::Rewind() { Seek(0, SEEK_SET); }
 
-bool CRCFile::Flush() { return IsOpen() && std::fflush(m_stream->Get()) == 0; }
+bool CRCFile::Flush() { return IsOpen() && m_stream->Flush(); }
 
 unsigned int CRCFile::GetCRC(const std::wstring& path) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(FILES::OpenStream(path, L"r"), &std::fclose);

@@ -52,6 +52,16 @@ VELMBASE_API bool SeekTo(std::FILE* stream, std::int64_t offset, int origin);
 /// they are. Where that cannot be (the folder takes no new file, the file has several hard links, its owner
 /// cannot be kept), the file is written in place: a failed write is undone, but a crash in that moment can
 /// tear it. A read-only file is not replaced.
+///
+/// On Windows:
+///   - content and name are flushed to the disk as on Linux; NTFS, which logs its changes, then holds the old
+///     or the new file after a power loss. FAT and exFAT log nothing and may lose both;
+///   - attributes and the access list stay; the owner becomes who saves, as for any new file;
+///   - a file that another program holds open without sharing it for deletion cannot be replaced, before
+///     Windows 10 none that is open at all: that is tried for about a second, and so is a save of the same
+///     file by another process, before the result is false;
+///   - a symbolic link whose target does not exist, a device and an alternate stream ("name:stream") are
+///   refused.
 [[nodiscard]] VELMBASE_API bool ReplaceContents(const std::wstring& path, std::string_view content);
 
 /// The low 32 bits of the last modification in seconds since 1970. False when the file cannot be queried.

@@ -92,7 +92,7 @@ private:
     std::string m_name;
     std::unique_ptr<FILES::Reader> m_file;
     std::optional<ProgressBar> m_progress;
-    std::vector<char> m_buffer;
+    std::vector<char> m_buffer = std::vector<char>(kBlock);
     std::size_t m_begin = 0;
     std::size_t m_end = 0;
     std::uint64_t m_done = 0;

@@ -36,7 +36,8 @@ private:
     bool m_failed = false;
 };
 
-/// Opens a C stream in binary mode. `mode` begins with r, w or a; a "+" after it adds the other direction.
+/// Opens a C stream in binary mode. `mode` begins with r, w or a; a "+" in it adds the other direction, and
+/// an "x" keeps "w" from opening a file that is there already.
 /// Null when the file cannot be opened or the mode is none of these.
 VELMBASE_API std::FILE* OpenStream(const std::wstring& path, const wchar_t* mode);
 
@@ -48,10 +49,11 @@ VELMBASE_API bool SeekTo(std::FILE* stream, std::int64_t offset, int origin);
 /// new one. Returns true when it is the new one, safe on the disk; false when it is the old one.
 ///
 /// The content goes to a temporary file ".<name>.saving" in the same folder, which then takes the file's
-/// place; a temporary file that a killed process left is used again. Mode, owner and symbolic links stay as
-/// they are. Where that cannot be (the folder takes no new file, the file has several hard links, its owner
-/// cannot be kept), the file is written in place: a failed write is undone, but a crash in that moment can
-/// tear it. A read-only file is not replaced.
+/// place; a temporary file that a killed process left is used again, and one of a living process is waited for,
+/// up to ten seconds. Mode, access list, owner and symbolic links stay as they are. Where that cannot be (the
+/// folder takes no new file, the file has several hard links, its owner cannot be kept), the file is written
+/// in place: a failed write is undone, but a crash in that moment can tear it. A read-only file is not
+/// replaced.
 ///
 /// On Windows:
 ///   - content and name are flushed to the disk as on Linux; NTFS, which logs its changes, then holds the old

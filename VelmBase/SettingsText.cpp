@@ -115,6 +115,7 @@ ReadResult Read(const std::wstring& path, Handler& handler) {
 }
 
 void Writer::BeginSection(std::wstring_view name, std::wstring_view comment) {
+    const std::size_t start = m_text.size();
     m_text += '[';
     Put(Extend(name.size()), name);
     m_text += ']';
@@ -122,7 +123,7 @@ void Writer::BeginSection(std::wstring_view name, std::wstring_view comment) {
         m_text += " ;";
         Put(Extend(comment.size()), comment);
     }
-    m_text += "\r\n";
+    EndLine(start);
 }
 
 void Writer::Key(std::wstring_view name, std::wstring_view value, std::wstring_view comment,
@@ -132,7 +133,8 @@ void Writer::Key(std::wstring_view name, std::wstring_view value, std::wstring_v
     const std::size_t commentColumn = name.empty() ? 0 : valueColumn + valueEnd;
     const std::size_t length = commentColumn + (comment.empty() ? 0 : 1 + comment.size());
 
-    char* const line = Extend(length + 2);
+    const std::size_t start = m_text.size();
+    char* const line = Extend(length);
     if (!name.empty()) {
         Put(line, name);
         std::fill(line + name.size(), line + nameWidth + 1, ' ');
@@ -145,14 +147,26 @@ void Writer::Key(std::wstring_view name, std::wstring_view value, std::wstring_v
         line[commentColumn] = ';';
         Put(line + commentColumn + 1, comment);
     }
-    line[length] = '\r';
-    line[length + 1] = '\n';
+    EndLine(start);
 }
 
 void Writer::EndSection() { m_text += "\r\n"; }
 
 bool Writer::Save(const std::wstring& path) const {
     return m_storable && FILES::ReplaceContents(path, m_text);
+}
+
+void Writer::EndLine(std::size_t start) {
+    if (m_hasLineFeed) {
+        const std::string line = m_text.substr(start);
+        m_text.resize(start);
+        for (const char c : line) {
+            if (c == '\n') m_text += '\r';
+            m_text += c;
+        }
+        m_hasLineFeed = false;
+    }
+    m_text += "\r\n";
 }
 
 char* Writer::Extend(std::size_t count) {
@@ -164,12 +178,15 @@ char* Writer::Extend(std::size_t count) {
 void Writer::Put(char* bytes, std::wstring_view text) {
     using Code = std::make_unsigned_t<wchar_t>;
     Code all = 0;
+    bool hasLineFeed = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto code = static_cast<Code>(text[i]);
         all |= code;
+        hasLineFeed |= code == L'\n';
         bytes[i] = static_cast<char>(code);
     }
     m_storable = m_storable && all <= 0xFF;
+    m_hasLineFeed = m_hasLineFeed || hasLineFeed;
 }
 
 } // namespace SETTINGS

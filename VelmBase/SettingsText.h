@@ -74,6 +74,9 @@ public:
     bool IsStorable() const { return m_storable; }
 
 private:
+    // Ends the line that begins at `start`. A line feed within it is a line break of the file as well.
+    void EndLine(std::size_t start);
+
     // Room for `count` more bytes.
     char* Extend(std::size_t count);
     void Put(char* bytes, std::wstring_view text);
@@ -81,6 +84,7 @@ private:
     static constexpr std::size_t kUsualLine = 64;
     std::string m_text;
     bool m_storable = true;
+    bool m_hasLineFeed = false; // in the line under way
 };
 
 } // namespace SETTINGS

@@ -538,3 +538,38 @@ TEST(CRCFile, RandomScriptsOfWritesSeeksAndReadsMatchAPlainBuffer) {
         ASSERT_TRUE(file.Passes());
     }
 }
+
+TEST(CRCFile, AClosedFileCannotBeFlushed) { EXPECT_FALSE(CRCFile().Flush()); }
+
+TEST(CRCFile, TheSameFileOpenedAgainIsSealedFirst) {
+    const TemporaryFolder folder;
+    CRCFile file;
+    ASSERT_TRUE(file.Open(folder.File(L"a"), L"wb"));
+    EXPECT_EQ(9u, file.Write("123456789", 1, 9));
+    EXPECT_TRUE(file.Open(folder.File(L"a"), L"rb"));
+    EXPECT_EQ(0u, file.Tell());
+    file.Close();
+    EXPECT_EQ("123456789\x26\x39\xF4\xCB", ReadBytes(folder.File(L"a")));
+}
+
+TEST(CRCFile, AReadingModeWithAWIsNotCheckedAndGetsNoTrailer) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.File(L"a"), "not sealed");
+    CRCFile file;
+    EXPECT_TRUE(file.Open(folder.File(L"a"), L"rbw"));
+    char bytes[3] = {};
+    EXPECT_EQ(3u, file.Read(bytes, 1, 3));
+    file.Close();
+    EXPECT_EQ("not sealed", ReadBytes(folder.File(L"a")));
+}
+
+TEST(CRCFile, AnExclusiveModeKeepsAFileThatIsThere) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a");
+    WriteBytes(path, "precious");
+    CRCFile file;
+    for (const wchar_t* mode : {L"wx", L"wbx", L"w+bx"}) {
+        EXPECT_EQ(L"Error opening \"" + path + L"\".", file.Open(path, mode).Text());
+        EXPECT_EQ("precious", ReadBytes(path));
+    }
+}

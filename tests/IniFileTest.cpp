@@ -308,7 +308,7 @@ std::string WritePlainly(const IniFile& file) {
         const Section& section = file[s];
         stream << L"[" << section.GetName().String() << L"]";
         if (!section.GetComments().empty()) stream << L" ;" << section.GetComments();
-        stream << L"\r\n";
+        stream << L"\n";
         std::size_t names = 0, values = 0;
         for (int k = 0; k < section.NumKeys(); ++k) {
             names = std::max(names, section[k].GetName().String().size());
@@ -324,12 +324,15 @@ std::string WritePlainly(const IniFile& file) {
                     stream << std::setw(static_cast<int>(values) + 1) << key.GetValue();
             }
             if (!key.GetComments().empty()) stream << L";" << key.GetComments();
-            stream << L"\r\n";
+            stream << L"\n";
         }
-        stream << L"\r\n";
+        stream << L"\n";
     }
     std::string bytes;
-    for (const wchar_t c : stream.str()) bytes += static_cast<char>(c);
+    for (const wchar_t c : stream.str()) { // as a stream in text mode ends lines
+        if (c == L'\n') bytes += '\r';
+        bytes += static_cast<char>(c);
+    }
     return bytes;
 }
 
@@ -414,7 +417,7 @@ TEST(IniFile_Save, WritesTheSameBytesEverywhere) {
               "[s]\r\na = 1\r\nA = 2\r\n\r\n"},
              {"values that a line cannot carry are written as they are",
               Made(L"s", {{L"a=b", L"c;d", L"e"}, {L"f\ng", L"h\r\ni", L"j\nk"}}),
-              "[s]\r\na=b = c;d  ;e\r\nf\ng = h\r\ni ;j\nk\r\n\r\n"},
+              "[s]\r\na=b = c;d  ;e\r\nf\r\ng = h\r\r\ni ;j\r\nk\r\n\r\n"},
              {"every byte", Made(L"\u00C4\u00FF", {{L"\u0080", L"\u00A0\u001A", L"\u00FF"}}),
               "[\xC4\xFF]\r\n\x80 = \xA0\x1A ;\xFF\r\n\r\n"},
              {"NUL characters",
@@ -756,4 +759,13 @@ TEST(IniFile_FileObject, SaveSetsEveryItemInOrder) {
     FileObject nothing;
     EXPECT_TRUE(IniFile().Save(nothing));
     EXPECT_EQ(0, nothing.NumSections());
+}
+
+TEST(IniFile_FileObject, OpenPassesOverANamelessSection) {
+    FileObject source;
+    source.SetItem(L"", L"x", L"1", true);
+    source.SetItem(L"a", L"y", L"2", true);
+    IniFile file;
+    EXPECT_TRUE(file.Open(source));
+    EXPECT_EQ((PlainFile{{L"a", {{L"y", L"2", L""}}}}), Plain(file));
 }

@@ -359,3 +359,20 @@ TEST(NamedSequence, ASectionAssignedIntoAFileBringsItsKeysAndItsName) {
     EXPECT_TRUE(file.HasSection(L"other"));
     for (unsigned i = 0; i < 100; ++i) ASSERT_TRUE(file[L"other"].HasKey(Name(i)));
 }
+
+TEST(NamedSequence, ALongCopyIsSearchedLikeItsOriginal) {
+    constexpr int kKeys = 300000; // scans for each of these names would take longer than a test may
+    const auto name = [](int i) { return L"key" + std::to_wstring(i); };
+    Section original(L"s");
+    for (int i = 0; i < kKeys; ++i) original.AddKey(name(i));
+    IniFile file;
+    file.AddSection(original);
+    Section assigned(L"other");
+    assigned = original;
+    for (int i = 0; i < kKeys; ++i) {
+        file[L"s"][name(i)] << i;
+        assigned[name(i)] << i;
+        ASSERT_TRUE(std::as_const(file)[L"s"][name(i)].IsValid());
+    }
+    EXPECT_EQ(kKeys, file[L"s"].NumKeys());
+}

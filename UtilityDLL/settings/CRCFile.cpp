@@ -9,7 +9,6 @@
 #include <limits>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 namespace {
 
@@ -25,13 +24,13 @@ std::optional<std::uint32_t> ReadTrailer(std::FILE* file) {
 // out, so that a file cut short cannot match by accident.
 std::uint32_t ComputeCRC(std::FILE* file, std::int64_t length) {
     if (length <= 0 || !FILES::SeekTo(file, 0, SEEK_SET)) return 0;
-    constexpr std::int64_t kBlock = 256 * 1024;
-    std::vector<unsigned char> block(static_cast<std::size_t>(std::min(length, kBlock)));
+    constexpr std::int64_t kBlock = 64 * 1024;
+    unsigned char block[kBlock]; // no allocation: a destructor seals, and must not throw
     CRCChecksum checksum;
     while (length > 0) {
         const auto wanted = static_cast<std::size_t>(std::min(length, kBlock));
-        const std::size_t got = std::fread(block.data(), 1, wanted, file);
-        checksum.Update(block.data(), got);
+        const std::size_t got = std::fread(block, 1, wanted, file);
+        checksum.Update(block, got);
         if (got < wanted) return checksum.Register();
         length -= static_cast<std::int64_t>(got);
     }
@@ -103,11 +102,15 @@ ErrorString CRCFile::Open(const std::wstring& path, const wchar_t* mode) {
     const bool writing = letters.find_first_of(L"wW") != std::wstring_view::npos;
     // Both "w" and "a" are opened for reading too: the checksum is computed from what the file holds.
     const bool isPlainRead = letters.substr(0, 1) == L"r" && letters.find(L'+') == std::wstring_view::npos;
-    std::FILE* const file =
-        FILES::OpenStream(path, isPlainRead ? L"r" : (std::wstring(letters.substr(0, 1)) + L"+").c_str());
+    std::wstring streamMode(letters.substr(0, 1));
+    if (!isPlainRead) streamMode += L'+';
+    if (letters.find(L'x') != std::wstring_view::npos) streamMode += L'x'; // a file that is there stays
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(FILES::OpenStream(path, streamMode.c_str()),
+                                                         &std::fclose);
     if (!file) return ErrorString(LoadText(TextId::CRC_ERROR_OPENING)) << path << L"\".";
-    m_stream = std::make_shared<Stream>(file, writing);
-    if (!writing && !CheckCRC(file)) {
+    m_stream = std::make_shared<Stream>(file.get(), writing);
+    std::FILE* const opened = file.release();
+    if (!writing && !CheckCRC(opened)) {
         Close();
         return ErrorString(LoadText(TextId::CRC_ERROR_OPENING))
                << path << L"\"." << LoadText(TextId::CRC_INVALID_CHECKSUM);

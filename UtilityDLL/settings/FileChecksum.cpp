@@ -45,5 +45,5 @@ FileChecksum::FileChecksum(const std::wstring& path, unsigned int maxWords) : m_
         if (words > remaining) break;
         remaining -= words;
     }
-    m_value = checksum.Value();
+    if (!file.Failed()) m_value = checksum.Value();
 }

@@ -83,7 +83,9 @@ private:
 template <typename Element> class NamedSequence {
 public:
     NamedSequence() = default;
-    NamedSequence(const NamedSequence& other) : m_elements(other.m_elements) {}
+    NamedSequence(const NamedSequence& other) : m_elements(other.m_elements) {
+        if (m_elements.Size() > kLongestScan) Rebuild();
+    }
     NamedSequence(NamedSequence&& other) = default;
     // The elements are replaced as a whole: assigned one by one they would go on watching for the old index.
     NamedSequence& operator=(const NamedSequence& other) { return *this = NamedSequence(other); }

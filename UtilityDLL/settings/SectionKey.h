@@ -15,7 +15,7 @@
 ///   - in a name: "=", ";", line breaks, blanks at its ends, a "[" at its start when a "]" follows on the
 ///   line;
 ///   - in a value: ";", line breaks, blanks at its ends;
-///   - in a comment: line breaks, blanks at its end;
+///   - in a comment: line breaks, blanks at its end (a line feed is written as CR LF in all three);
 ///   - the value of a key without a name, and anything above character 255, which no file can hold.
 class UTILITYDLL_API SectionKey {
 public:
@@ -55,7 +55,8 @@ public:
     SectionKey& operator<<(const std::wstring& value);
     SectionKey& operator<<(const CString& value) { return *this << value.String(); }
 
-    /// Decimal digits; a bool is 1 or 0; a floating-point number has exactly six digits after the point.
+    /// Decimal digits; a bool is 1 or 0; a floating-point number has exactly six digits after the point. What
+    /// an unsigned long holds above 4294967295 is written, but not read back.
     SectionKey& operator<<(short value) { return SetInteger(value); }
     SectionKey& operator<<(unsigned short value) { return SetInteger(value); }
     SectionKey& operator<<(int value) { return SetInteger(value); }

@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 #include <utility>
 
@@ -109,6 +110,26 @@ bool IsNamed(int folder, const std::string& name, int fd) {
            own.st_ino == named.st_ino && own.st_dev == named.st_dev;
 }
 
+// Gives `fd` the access list of the file `from`, which the mode alone does not hold: its group bits are the
+// list's mask. None where that file has none.
+bool CopyAccessList(const std::string& from, int fd) {
+    constexpr const char* kList = "system.posix_acl_access";
+    const ssize_t size = getxattr(from.c_str(), kList, nullptr, 0);
+    if (size < 0 && errno == ENODATA) // what the folder gave to a new file goes
+        return fremovexattr(fd, kList) == 0 || errno == ENODATA || errno == ENOTSUP;
+    if (size < 0) return errno == ENOTSUP;
+    std::string list(static_cast<std::size_t>(size), '\0');
+    return getxattr(from.c_str(), kList, list.data(), list.size()) == size &&
+           fsetxattr(fd, kList, list.data(), list.size(), 0) == 0;
+}
+
+// A folder that may not be listed can take files all the same; only its own synchronisation is then left out.
+Descriptor OpenFolder(const std::string& name) {
+    Descriptor folder(Retry([&] { return open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+    if (folder.IsOpen() || errno != EACCES) return folder;
+    return Descriptor(Retry([&] { return open(name.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
+}
+
 enum class Lock { TAKEN, BUSY };
 
 // A file system without locks counts as free.
@@ -184,7 +205,8 @@ std::FILE* OpenStream(const std::wstring& path, const wchar_t* mode) {
         streamMode = "r";
         break;
     case L'w':
-        flags = (both ? O_RDWR : O_WRONLY) | O_CREAT | O_TRUNC;
+        flags = (both ? O_RDWR : O_WRONLY) | O_CREAT |
+                (letters.find(L'x') != std::wstring_view::npos ? O_EXCL : O_TRUNC);
         streamMode = "w";
         break;
     case L'a':
@@ -228,8 +250,7 @@ bool ReplaceContents(const std::wstring& path, std::string_view content) {
     // A long name is cut so that the temporary name still fits; a clash only makes two writers take turns.
     const std::string temporaryName = "." + name.substr(0, NAME_MAX - 8) + ".saving";
 
-    const Descriptor folder(
-        Retry([&] { return open(folderName.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+    const Descriptor folder = OpenFolder(folderName);
     int error = errno;
     Descriptor temporary =
         folder.IsOpen() ? CreateTemporary(folder.Get(), temporaryName, error) : Descriptor(-1);
@@ -247,7 +268,8 @@ bool ReplaceContents(const std::wstring& path, std::string_view content) {
         if (fstat(temporary.Get(), &own) != 0) return giveUp();
         const bool sameOwner = (own.st_uid == old.st_uid && own.st_gid == old.st_gid) ||
                                fchown(temporary.Get(), old.st_uid, old.st_gid) == 0;
-        if (!sameOwner) {
+        const bool sameAccess = sameOwner && CopyAccessList(target, temporary.Get());
+        if (!sameAccess) {
             giveUp();
             return WriteInPlace(target, content);
         }

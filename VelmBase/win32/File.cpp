@@ -280,8 +280,11 @@ std::FILE* OpenStream(const std::wstring& path, const wchar_t* mode) {
     if (both) streamMode += L'+';
     streamMode += L'b';
 
-    Handle file = OpenRegular(path, (reads ? GENERIC_READ : 0u) | (writes ? GENERIC_WRITE : 0u),
-                              letters[0] == L'r' ? OPEN_EXISTING : OPEN_ALWAYS);
+    Handle file =
+        OpenRegular(path, (reads ? GENERIC_READ : 0u) | (writes ? GENERIC_WRITE : 0u),
+                    letters[0] == L'r'                                                    ? OPEN_EXISTING
+                    : letters[0] == L'w' && letters.find(L'x') != std::wstring_view::npos ? CREATE_NEW
+                                                                                          : OPEN_ALWAYS);
     // Emptied here: CREATE_ALWAYS refuses a hidden file and changes the attributes of the others.
     if (!file.IsOpen() || (letters[0] == L'w' && !SetEndOfFile(file.Get()))) return nullptr;
     const int flags =

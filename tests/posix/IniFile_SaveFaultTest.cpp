@@ -6,6 +6,7 @@
 #include "tests/support/IniFiles.h"
 #include "tests/support/Random.h"
 
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -20,6 +21,7 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace {
@@ -554,4 +556,64 @@ TEST(IniFile_SaveFault, TwoProcessesSavingWhileAThirdOpens) {
     EXPECT_EQ(0, second.Wait());
     EXPECT_EQ(0, RunProgram({SaveLoopProgram(), "read", target.NativeName(), "1"}));
     EXPECT_EQ(1u, target.Folder().NumFiles());
+}
+
+namespace {
+std::string AccessList(std::initializer_list<std::array<unsigned, 3>> entries) { // tag, permissions, id
+    std::string list("\2\0\0\0", 4);
+    for (const auto& [tag, permissions, id] : entries) {
+        for (const unsigned number : {tag, permissions}) {
+            list += static_cast<char>(number & 0xFF);
+            list += static_cast<char>(number >> 8 & 0xFF);
+        }
+        for (int shift = 0; shift < 32; shift += 8) list += static_cast<char>(id >> shift & 0xFF);
+    }
+    return list;
+}
+constexpr const char* kAccess = "system.posix_acl_access";
+constexpr const char* kDefault = "system.posix_acl_default";
+std::string AccessListOf(const std::string& path) {
+    char bytes[256];
+    const ssize_t size = getxattr(path.c_str(), kAccess, bytes, sizeof bytes);
+    return size < 0 ? std::string() : std::string(bytes, static_cast<std::size_t>(size));
+}
+} // namespace
+
+TEST(IniFile_SaveFault, KeepsTheAccessList) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    const std::string name = ToUtf8(path);
+    WriteBytes(path, "[old]\r\n");
+    // The owner and one more user may write, the group may nothing: the mode alone would let it in.
+    const std::string list =
+        AccessList({{1, 6, ~0u}, {2, 6, 65534}, {4, 0, ~0u}, {0x10, 6, ~0u}, {0x20, 0, ~0u}});
+    if (setxattr(name.c_str(), kAccess, list.data(), list.size(), 0) != 0)
+        GTEST_SKIP() << "this file system has no access lists";
+    ASSERT_TRUE(NewContent().Save(path));
+    EXPECT_EQ(list, AccessListOf(name));
+}
+
+TEST(IniFile_SaveFault, TakesNoAccessListFromTheFolder) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    WriteBytes(path, "[old]\r\n");
+    ASSERT_EQ(0, chmod(ToUtf8(path).c_str(), 0640));
+    const std::string list =
+        AccessList({{1, 7, ~0u}, {2, 6, 65534}, {4, 5, ~0u}, {0x10, 7, ~0u}, {0x20, 5, ~0u}});
+    if (setxattr(folder.Path().c_str(), kDefault, list.data(), list.size(), 0) != 0)
+        GTEST_SKIP() << "this file system has no access lists";
+    ASSERT_TRUE(NewContent().Save(path));
+    EXPECT_EQ("", AccessListOf(ToUtf8(path)));
+    struct stat status {};
+    ASSERT_EQ(0, stat(ToUtf8(path).c_str(), &status));
+    EXPECT_EQ(0640u, status.st_mode & 07777);
+}
+
+TEST(IniFile_SaveFault, AFolderThatMayNotBeListedTakesANewFile) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(0, chmod(folder.Path().c_str(), 0333));
+    EXPECT_TRUE(AsOrdinaryUser([&] { return static_cast<bool>(NewContent().Save(folder.File(L"a.ini"))); }));
+    ASSERT_EQ(0, chmod(folder.Path().c_str(), 0700));
+    EXPECT_EQ("[New]\r\nvalue = \r\n\r\n", ReadBytes(folder.File(L"a.ini")));
+    EXPECT_EQ(1u, folder.NumFiles());
 }

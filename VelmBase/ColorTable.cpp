@@ -46,7 +46,7 @@ bool ReadValue(std::wstring_view text, double& value) {
         value = named.value;
         return true;
     }
-    return NumberText::Extract(text, value);
+    return NumberText::IsDecimal(text) && NumberText::Extract(text, value);
 }
 
 void AppendColor(FormatString& items, unsigned long color) {
@@ -58,8 +58,10 @@ void AppendColor(FormatString& items, unsigned long color) {
 bool ReadColor(const FormatString& items, int first, unsigned long& color) {
     color = 0;
     for (int i = 0; i < 3; ++i) {
+        const std::wstring& item = items.Item(first + i);
         int component = 0;
-        if (!NumberText::Extract(items.Item(first + i), component) || component < 0 || component > 255)
+        if (!NumberText::IsInteger(item) || !NumberText::Extract(item, component) || component < 0 ||
+            component > 255)
             return false;
         color |= static_cast<unsigned long>(component) << (8 * i);
     }
@@ -83,6 +85,7 @@ bool IsEntryKey(std::wstring_view key) {
 constexpr std::size_t ColorTable::MAX_REMARKS; // NOLINT(readability-redundant-declaration)
 
 void ColorTable::AddEntry(double value, unsigned long color) {
+    MakeRoom();
     const auto place = std::upper_bound(m_values.begin(), m_values.end(), value, IsBelow);
     m_colors.insert(m_colors.begin() + (place - m_values.begin()),
                     static_cast<std::uint32_t>(color & COLOR_BITS));
@@ -134,6 +137,7 @@ bool ColorTable::FileOpen(const FileObject& file, std::vector<std::wstring>* rem
                     isSorted = false;
                     remark(key + L": the value is below the one before; the entries are sorted");
                 }
+                MakeRoom();
                 m_values.push_back(value);
                 m_colors.push_back(static_cast<std::uint32_t>(color));
             }
@@ -160,6 +164,11 @@ bool ColorTable::FileSave(FileObject& file) const {
     return true;
 }
 
+void ColorTable::MakeRoom() {
+    if (m_values.size() == m_values.capacity()) m_values.reserve(2 * m_values.size() + 8);
+    if (m_colors.size() == m_colors.capacity()) m_colors.reserve(2 * m_colors.size() + 8);
+}
+
 void ColorTable::Sort() {
     std::vector<std::size_t> order(m_values.size());
     std::iota(order.begin(), order.end(), std::size_t(0));
@@ -168,6 +177,7 @@ void ColorTable::Sort() {
     ColorTable sorted;
     sorted.m_defaultColor = m_defaultColor;
     for (const std::size_t i : order) {
+        sorted.MakeRoom();
         sorted.m_values.push_back(m_values[i]);
         sorted.m_colors.push_back(m_colors[i]);
     }

@@ -25,6 +25,13 @@
 /// stands in the former's place. Keys of other names are passed over.
 class VELMBASE_API ColorTable {
 public:
+    ColorTable() = default;
+    ColorTable(const ColorTable&) = default;
+    ColorTable(ColorTable&&) = default;
+    // By a copy, so that values and colours stay together when memory runs out.
+    ColorTable& operator=(const ColorTable& other) { return *this = ColorTable(other); }
+    ColorTable& operator=(ColorTable&&) = default;
+
     int NumEntries() const { return static_cast<int>(m_values.size()); }
 
     /// Indices outside 0 to NumEntries() - 1 are the caller's error.
@@ -43,7 +50,8 @@ public:
     /// Replaces the table by that of `file`. True when the file has one and all of it could be read, even if
     /// it has no entries. What is wrong or odd is told in `remarks`, one line each, at most MAX_REMARKS:
     ///   - no section "ColorTable": false, and the table is empty;
-    ///   - an entry whose value is no number: false, and the entry is left out;
+    ///   - an entry whose value is no number, or a number with more behind it than blanks: false, and the
+    ///     entry is left out;
     ///   - an entry or default colour without three components that are integers from 0 to 255: false, and
     ///     the entry is left out, the default colour black;
     ///   - a value below the one before: true, and the entries are sorted;
@@ -68,6 +76,9 @@ protected:
     void MergeEqualColors();
 
 private:
+    /// Comes before an entry is put in: afterwards its value and colour find room, or memory ran out for
+    /// both.
+    void MakeRoom();
     void Sort();
 
     static constexpr unsigned long COLOR_BITS = 0xFFFFFF;

@@ -1,5 +1,7 @@
 #include "VelmBase/NumberText.h"
 
+#include "VelmBase/WideString.h"
+
 #include <algorithm>
 #include <charconv>
 #include <concepts>
@@ -134,6 +136,25 @@ template <std::floating_point Float> bool ExtractFloat(std::wstring_view text, F
     return number.value >= -kMax && number.value <= kMax;
 }
 
+bool IsNumber(std::wstring_view text, bool mayHavePoint) {
+    text = TrimmedW(text);
+    const auto take = [&](std::wstring_view set, std::size_t most) {
+        const std::size_t length = std::min({text.find_first_not_of(set), text.size(), most});
+        text.remove_prefix(length);
+        return length;
+    };
+    const auto takeDigits = [&] { return take(L"0123456789", std::wstring_view::npos); };
+    take(L"+-", 1);
+    std::size_t digits = takeDigits();
+    if (mayHavePoint && take(L".", 1) > 0) digits += takeDigits();
+    if (digits == 0) return false;
+    if (mayHavePoint && take(L"eE", 1) > 0) {
+        take(L"+-", 1);
+        if (takeDigits() == 0) return false;
+    }
+    return text.empty();
+}
+
 std::wstring Widened(const char* first, const char* last) { return std::wstring(first, last); }
 
 template <std::integral Integer> std::wstring IntegerText(Integer value) {
@@ -168,6 +189,9 @@ bool Extract(std::wstring_view text, bool& value) {
     value = number != 0;
     return good && (number == 0 || number == 1);
 }
+
+bool IsInteger(std::wstring_view text) { return IsNumber(text, false); }
+bool IsDecimal(std::wstring_view text) { return IsNumber(text, true); }
 
 std::wstring FromInteger(long long value) { return IntegerText(value); }
 std::wstring FromInteger(unsigned long long value) { return IntegerText(value); }

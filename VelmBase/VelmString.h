@@ -3,12 +3,14 @@
 #include "VelmBase/Export.h"
 #include "VelmBase/FormatString.h"
 
+#include <limits>
 #include <string>
 
 /// A text of items at a separator whose items are also read and written as numbers. Splits as FormatString.
 class VELMBASE_API CVelmString {
 public:
-    CVelmString(const std::wstring& text, wchar_t separator) : m_items(text, separator) {}
+    CVelmString(const std::wstring& text, wchar_t separator, int mostItems = std::numeric_limits<int>::max())
+        : m_items(text, separator, mostItems) {}
     explicit CVelmString(wchar_t separator) : m_items(separator) {}
 
     int NumItems() const { return m_items.NumItems(); }

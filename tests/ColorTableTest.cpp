@@ -267,3 +267,17 @@ TEST(ColorTable_FileOpen, SampleTableIsCompleteAndInOrder) {
     EXPECT_THAT(remarks, IsEmpty());
     EXPECT_THAT(Values(table), ElementsAre(0, 2, 5, 10, 15, 20, 50));
 }
+
+TEST(ColorTable_FileOpen, NumbersHaveToBeWhole) {
+    const auto isComplete = [](const wchar_t* entry) {
+        FileObject file;
+        file.SetItem(L"ColorTable", L"Entry(0)", entry, true);
+        return ColorTable().FileOpen(file);
+    };
+    for (const wchar_t* entry :
+         {L"12abc,1,2,3", L"1.5.5,1,2,3", L"0x20,1,2,3", L"1 2,1,2,3", L"5e,1,2,3", L"++5,1,2,3", L"+,1,2,3",
+          L"7,2.9,2,3", L"7,1,2 3,4", L"7,1,0x10,3", L"7,1,2,3z"})
+        EXPECT_FALSE(isComplete(entry)) << ::testing::PrintToString(std::wstring(entry));
+    for (const wchar_t* entry : {L" 12 , 1 , 2 , 3 ", L"1e3,1,2,3", L"+5,1,2,3", L".5,1,2,3", L"-INF,+1,2,3"})
+        EXPECT_TRUE(isComplete(entry)) << ::testing::PrintToString(std::wstring(entry));
+}

@@ -97,3 +97,19 @@ TEST(ContourInfo, EqualityIsTolerantInSpacingAndLength) {
     near.SetLabelSpacing(2e-10f);
     EXPECT_TRUE(info == near);
 }
+
+TEST(ContourInfo_Read, OlderSpacingWithWrongTextAndBesideAnEmptyNewerOne) {
+    EXPECT_EQ(0.0f, ReadFrom<ContourInfo>(SectionOf({{L"LabelSpacing", L"x"}})).GetLabelSpacing());
+    EXPECT_EQ(35.0f,
+              ReadFrom<ContourInfo>(SectionOf({{L"LabelSpacing", L"35"}, {L"ContourLabelSpacing", L""}}))
+                  .GetLabelSpacing());
+}
+
+TEST(ContourInfo_Write, CommentOfAKeyThatIsThereIsReplaced) {
+    Section section(L"C");
+    section[L"SmoothingWindow"].SetComments(L"mine");
+    section[L"SmoothingPasses"].SetComments(L"mine");
+    ContourInfo().Write(section);
+    EXPECT_EQ(L"Values between 0 and 8", section[L"SmoothingWindow"].GetComments());
+    EXPECT_EQ(L"mine", section[L"SmoothingPasses"].GetComments());
+}

@@ -208,3 +208,24 @@ TEST(DXFColorTable_File, WhatCannotBeReadOrWrittenIsReported) {
     EXPECT_FALSE(table.FileSave(CString()));
     EXPECT_EQ(0u, folder.NumFiles());
 }
+
+TEST(DXFColorTable, MovesAndCopiesMadeAnewKeepTheDxfColours) {
+    DXFColorTable table = Table({{0, kRed}, {5, kBlue}}, kGreen);
+    table.Unique();
+    const DXFColorTable copy(table);
+    EXPECT_EQ(10, copy[1].Index());
+    EXPECT_EQ(90, copy[-1].Index());
+    DXFColorTable assigned;
+    assigned = std::move(table);
+    EXPECT_EQ(170, assigned[9].Index());
+    EXPECT_EQ(90, assigned[-9].Index());
+}
+
+TEST(DXFColorTable_File, OpeningKeepsTheOldDxfColours) { // even where the number of entries is the same
+    DXFColorTable table = Table({{0, kRed}, {5, kBlue}});
+    table.Unique();
+    FileObject file;
+    Table({{0, kGreen}, {7, kGreen}}).FileSave(file);
+    EXPECT_TRUE(table.FileOpen(file));
+    EXPECT_EQ(170, table[8].Index());
+}

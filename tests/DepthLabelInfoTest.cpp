@@ -156,3 +156,13 @@ TEST(DepthLabelInfo_FromString, HostileLinesGiveARecord) {
     EXPECT_EQ(2147483647,
               FromLine(L"a,1,0,0,0,0,0,0,0,0," + std::wstring().append(1'000'000, L'9')).Precision());
 }
+
+TEST(DepthLabelInfo, FromStringOfTheBaseLeavesTheLabelAlone) {
+    DepthLabelInfo label;
+    label.SetPrecision(7);
+    label.SetSignIsInverted(true);
+    static_cast<TextInfo&>(label).FromString(L"Times,3");
+    EXPECT_EQ(L"Times", label.Font());
+    EXPECT_EQ(7, label.Precision());
+    EXPECT_TRUE(label.GetSignIsInverted());
+}

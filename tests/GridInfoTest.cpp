@@ -115,3 +115,10 @@ TEST(GridInfo_Read, HostileStyleTextGivesARecord) {
     section[L"GridStyle"] << std::wstring().append(10'000'000, L',') + L"POINTS";
     EXPECT_EQ(1u, ReadFrom<GridInfo>(section).GridStyle());
 }
+
+TEST(GridInfo, LetterCaseOfAMarkCounts) {
+    GridInfo upper, lower;
+    upper.SetEastingMark(L"E");
+    lower.SetEastingMark(L"e");
+    EXPECT_FALSE(upper == lower);
+}

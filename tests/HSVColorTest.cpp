@@ -122,3 +122,7 @@ TEST(HSVColor, ComponentsOutsideTheirRangeKeepTheLowEightBits) {
     EXPECT_EQ(RGBColor(), Rgb(0, 1, nan)); // and no undefined behaviour
     EXPECT_EQ(RGBColor(), Rgb(0, 1, 1e30f));
 }
+
+TEST(HSVColor, UndefinedHueOfASaturatedColourLiesInTheFirstSector) {
+    EXPECT_EQ(RGBColor(255, 125, 127), Rgb(HSVColor::UNDEFINED_HUE, 0.5f, 1));
+}

@@ -176,3 +176,11 @@ TEST(LineInfo_FromString, HostileLinesGiveARecord) {
     EXPECT_EQ(0x7FFFFFFFul, huge.Color());
     EXPECT_TRUE(Line(1, 2, 0, true) == FromLine(std::wstring(L"1,2,Dot\0,3", 8)));
 }
+
+TEST(LineInfo_FromString, ColourAbove31BitsComesBackAsTheLargestInt) {
+    LineInfo line, back;
+    line.SetColor(0x80123456);
+    back.FromString(line.ToString());
+    EXPECT_EQ(0x7FFFFFFFul, back.Color());
+    EXPECT_EQ(0x80123456ul, ReadFrom<LineInfo>(Written(line)).Color()); // a section keeps it
+}

@@ -383,3 +383,64 @@ TEST(TextInfo_OptTextAngleJust, ReflectsTheJustificationOfATurnedCopy) {
         EXPECT_EQ(0.0, turned.Rotation().Get());
     }
 }
+
+TEST(TextInfo_FromString, DerivedRecordParsesItsOwnItemsToo) {
+    struct Longer : TextInfo { // a record of a host
+        std::wstring own = L"kept";
+        std::vector<std::wstring> mine;
+        using TextInfo::FromString;
+        int FromString(const FormatString& items) override {
+            for (int i = TextInfo::FromString(items); i < items.NumItems(); ++i) mine.push_back(items[i]);
+            return items.NumItems();
+        }
+    };
+    std::wstring line = L"a,1,0,0,0,0,0,0,0,7";
+    std::vector<std::wstring> expected;
+    for (int i = 0; i < 15; ++i) line += L',' + expected.emplace_back(L"item " + std::to_wstring(i));
+    Longer record;
+    record.FromString(line);
+    EXPECT_EQ(expected, record.mine);
+    EXPECT_EQ(L"kept", record.own);
+}
+
+TEST(TextInfo_FromString, LineMayBeItsOwnFont) {
+    TextInfo text;
+    text.SetFont(L"Times,3");
+    text.FromString(text.Font());
+    EXPECT_EQ(L"Times", text.Font());
+    EXPECT_EQ(3.0f, text.Size());
+}
+
+TEST(TextInfo, FontOrderIsThatOfSmallLetters) {
+    TextInfo under, letter;
+    under.SetFont(L"A_");
+    letter.SetFont(L"AB");
+    EXPECT_TRUE(under < letter); // '_' lies between the capitals and the small letters
+    EXPECT_FALSE(letter < under);
+}
+
+TEST(TextInfo, SizesThatAreNoNumbersComeLastInTheOrder) {
+    const auto sized = [](float size, TextInfo::STYLE style = TextInfo::REGULAR) {
+        TextInfo text;
+        text.SetSize(size);
+        text.SetStyle(style);
+        return text;
+    };
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_TRUE(sized(1) < sized(nan));
+    EXPECT_TRUE(sized(std::numeric_limits<float>::infinity()) < sized(nan));
+    EXPECT_FALSE(sized(nan) < sized(1));
+    EXPECT_FALSE(sized(nan) < sized(nan));
+    EXPECT_TRUE(sized(nan) < sized(nan, TextInfo::BOLD));
+}
+
+TEST(TextInfo_Read, PrefixedColourWithoutItsKeysIsBlack) {
+    Section section;
+    TextInfo().Write(L"P", section);
+    section.RemoveKey(L"P.TrueColor");
+    section.RemoveKey(L"P.Color");
+    TextInfo text;
+    text.SetColor(77);
+    text.Read(L"P", section);
+    EXPECT_EQ(0ul, text.Color());
+}

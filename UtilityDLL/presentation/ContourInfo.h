@@ -5,7 +5,8 @@
 
 #include <cstdint>
 
-/// Whether and how contour lines are generated and labelled on a chart.
+/// Whether and how contour lines are generated and labelled on a chart. Lengths are in the unit of the
+/// chart's coordinates, and nothing is checked.
 class UTILITYDLL_API ContourInfo {
 public:
     /// How the text of a label is turned.

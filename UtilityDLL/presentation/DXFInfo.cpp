@@ -25,7 +25,7 @@ std::wstring DXFInfo::ToString() const {
 
 void DXFInfo::FromString(const std::wstring& line) {
     *this = DXFInfo();
-    const CVelmString items(line, L',');
+    const CVelmString items(line, L',', kMostItems);
     if (items.NumItems() < 3) return;
     items.GetItem(0, m_width);
     int index = 0;

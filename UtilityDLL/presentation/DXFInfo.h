@@ -7,7 +7,8 @@
 #include <cstdint>
 #include <string>
 
-/// How a line is drawn when the drawing is exported as DXF. All fields are 0 by default.
+/// How a line is drawn when the drawing is exported as DXF. All fields are 0 by default. The width is in the
+/// drawing's unit.
 class UTILITYDLL_API DXFInfo {
 public:
     float Width() const { return m_width; }
@@ -28,7 +29,7 @@ public:
     bool Read(const Section& section);
     bool Write(Section& section) const;
 
-    /// "width,index,mode,color", as in "0,0,0,0".
+    /// "width,index,mode,color", as in "0,0,0,0". A colour reference above 2147483647 comes back as 2147483647.
     std::wstring ToString() const;
 
     /// Resets to the defaults and reads a line; one of fewer than three items gives the defaults. An item

@@ -30,8 +30,8 @@ std::wstring DepthLabelInfo::ToString() const {
 }
 
 void DepthLabelInfo::FromString(const std::wstring& line) {
+    const FormatString items = SplitOneLineForm(line); // first, since the line may be this record's font
     *this = DepthLabelInfo();
-    const FormatString items = SplitOneLineForm(line);
     int next = TextInfo::FromString(items);
     const auto isThere = [&] { return next < items.NumItems(); };
     const auto number = [&] { return atoi(items.Item(next++)); };

@@ -3,6 +3,9 @@
 #include "UtilityDLL/presentation/Fields.h"
 #include "VelmBase/FormatString.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace {
 
 // By the flags' bits; files carry these.
@@ -49,8 +52,11 @@ std::wstring GridInfo::FormatGridStyle() const {
 }
 
 void GridInfo::UnFormatGridStyle(const std::wstring& text) {
-    const FormatString tokens(text, L',');
     m_gridStyle = 0;
-    for (std::size_t bit = 0; bit < std::size(kTokens); ++bit)
-        if (tokens.HasSubString(kTokens[bit])) m_gridStyle |= 1u << bit;
+    for (std::wstring_view rest = text; !rest.empty();) {
+        const std::wstring_view token = rest.substr(0, rest.find(L','));
+        for (std::size_t bit = 0; bit < std::size(kTokens); ++bit)
+            if (token == kTokens[bit]) m_gridStyle |= 1u << bit;
+        rest.remove_prefix(std::min(token.size() + 1, rest.size()));
+    }
 }

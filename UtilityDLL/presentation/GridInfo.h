@@ -7,7 +7,7 @@
 #include <string>
 
 /// The grid of eastings and northings on a chart: its intervals, what of it is drawn, and the texts that mark
-/// its labels.
+/// its labels. Intervals are in the unit of the coordinates, ticks in that of the plot.
 class UTILITYDLL_API GridInfo {
 public:
     /// What of the grid is drawn: a set of these flags.

@@ -41,7 +41,7 @@ std::wstring LineInfo::ToString() const {
 
 void LineInfo::FromString(const std::wstring& line) {
     *this = LineInfo();
-    const CVelmString items(line, L',');
+    const CVelmString items(line, L',', kMostItems);
     if (items.NumItems() < 3) return;
     items.GetItem(0, m_width);
     int color = 0;

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-/// How a line is drawn on the screen and on a plot.
+/// How a line is drawn on the screen and on a plot. The width is in the plot's unit.
 class UTILITYDLL_API LineInfo {
 public:
     enum LINESTYLE : std::int32_t { SOLID, DASHED, DOT, DASH_DOT };
@@ -41,7 +41,8 @@ public:
     bool Read(const Section& section);
     bool Write(Section& section) const;
 
-    /// "width,index,style,color,enable", as in "0.1,0,Solid Line,0,1".
+    /// "width,index,style,color,enable", as in "0.1,0,Solid Line,0,1". A colour reference above 2147483647
+    /// comes back as 2147483647.
     std::wstring ToString() const;
 
     /// Resets to the defaults and reads a line; one of fewer than three items gives the defaults. An item

@@ -32,9 +32,12 @@ private:
     std::wstring m_text;
 };
 
-/// The items of a line. No record has more than 17, and fewer than that tell which form it is, so what is
-/// behind the 18th is not split.
-inline FormatString SplitOneLineForm(const std::wstring& line) { return {line, L',', 18}; }
+/// How many items of a line are told apart. The library's records have at most 17 and leave the rest to a
+/// host's own; what is behind these is no record's any more, and is not split.
+constexpr int kMostItems = 1000;
+
+/// The items of a line.
+inline FormatString SplitOneLineForm(const std::wstring& line) { return {line, L',', kMostItems}; }
 
 /// Takes the item as the number of an enumeration. One that is missing or not below `count` leaves the field
 /// alone.

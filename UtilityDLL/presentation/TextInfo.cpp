@@ -3,6 +3,7 @@
 #include "UtilityDLL/presentation/Fields.h"
 #include "UtilityDLL/presentation/OneLineForm.h"
 
+#include <cmath>
 #include <iterator>
 
 namespace {
@@ -108,7 +109,12 @@ bool TextInfo::operator==(const TextInfo& other) const {
 bool TextInfo::operator<(const TextInfo& other) const {
     const int fonts = CompareNoCaseW(m_font, other.m_font);
     if (fonts != 0) return fonts < 0;
-    if (m_size != other.m_size) return m_size < other.m_size;
+    // Without its own place, behind all numbers, NaN would be equivalent to sizes that are not so to each
+    // other.
+    const bool isSizeNan = std::isnan(m_size);
+    const bool isOtherNan = std::isnan(other.m_size);
+    if (isSizeNan != isOtherNan) return isOtherNan;
+    if (!isSizeNan && m_size != other.m_size) return m_size < other.m_size;
     return m_style < other.m_style;
 }
 
@@ -127,8 +133,9 @@ std::wstring TextInfo::ToString() const {
 }
 
 void TextInfo::FromString(const std::wstring& line) {
+    const FormatString items = SplitOneLineForm(line); // first, since the line may be this record's font
     *this = TextInfo();
-    FromString(SplitOneLineForm(line));
+    FromString(items);
 }
 
 int TextInfo::FromString(const FormatString& items) {

@@ -36,7 +36,8 @@ public:
 
 protected:
     /// Reads the items of a one-line form over the present values, and returns the index of the first item
-    /// that a derived record may read: 9 where there are exactly 14 (see DepthLabelInfo), else 10.
+    /// that a derived record may read: 9 where there are exactly 14 (see DepthLabelInfo), else 10. Of a line
+    /// longer than 1000 items the last one is the whole rest.
     virtual int FromString(const FormatString& items);
 
 public:
@@ -92,7 +93,7 @@ public:
 
     /// "font,size,style,justification,index,rotation,width,multiline,annotation,color", as in
     /// "Arial,2.5,0,0,0,0,0,0,0,0". Numbers have six significant digits. A comma in the font's name splits it
-    /// when the line is read.
+    /// when the line is read, and neither does a colour reference above 2147483647.
     std::wstring ToString() const;
 
     /// Resets to the defaults and reads the items that the line has. A text that is no number counts as 0. A

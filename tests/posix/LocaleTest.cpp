@@ -4,6 +4,12 @@
 #include "tests/support/IniFiles.h"
 #include "tests/support/NumberTexts.h"
 
+#include "UtilityDLL/presentation/DXFInfo.h"
+#include "UtilityDLL/presentation/DepthLabelInfo.h"
+#include "UtilityDLL/presentation/GeoGridInfo.h"
+#include "UtilityDLL/presentation/LineInfo.h"
+#include "UtilityDLL/presentation/PanelInfo.h"
+#include "VelmBase/ColorTable.h"
 #include "VelmBase/VelmString.h"
 
 #include <clocale>
@@ -135,3 +141,42 @@ TEST_P(Locale, MessagesShowPlainNumbers) {
 }
 
 INSTANTIATE_TEST_SUITE_P(GermanAndTurkish, Locale, ::testing::Values("de_DE", "tr_TR"));
+
+TEST_P(Locale, OneLineFormsAreThoseOfEverywhere) {
+    DepthLabelInfo label;
+    label.FromString(L"Title,1.23457e+06,5,8,10,45.5,1234.5,1,2,16711935,1234567,1,2,0,1,0,1");
+    EXPECT_EQ(1.23457e+06f, label.Size());
+    EXPECT_EQ(L"Title,1.23457e+06,5,8,210,45.5,1234.5,1,2,16711935,1234567,1,2,0,1,0,1", label.ToString());
+    LineInfo line;
+    line.FromString(L"1234.5,1,SOLID LINE,16711935,0");
+    EXPECT_EQ(L"1234.5,210,Solid Line,16711935,0", line.ToString());
+    DXFInfo dxf;
+    dxf.FromString(L"2.25,5,1234567");
+    EXPECT_EQ(L"2.25,170,1234567,16711680", dxf.ToString());
+}
+
+TEST_P(Locale, RecordsInSectionsAreThoseOfEverywhere) {
+    GeoGridInfo grid;
+    grid.LatInterval(1234567.25);
+    grid.LatLonDecimals(1234567);
+    Section section;
+    grid.Write(section);
+    EXPECT_EQ(L"1234567.25", section[L"LatInterval"].GetValue());
+    EXPECT_EQ(L"1234567", section[L"LatLonDecimals"].GetValue());
+    GeoGridInfo back;
+    back.Read(section);
+    EXPECT_TRUE(grid == back);
+    PanelInfo().Write(L"\u0131", section); // the Turkish small i without a dot
+    EXPECT_TRUE(section.HasKey(L"\u0131.wIdth"));
+}
+
+TEST_P(Locale, ColourTablesHaveTheSameText) {
+    ColorTable table;
+    table.AddEntry(1234567.25, 0x030201);
+    FileObject file;
+    table.FileSave(file);
+    EXPECT_EQ(L"1234567.25,1,2,3", *file.GetItem(L"ColorTable", L"Entry(0)"));
+    ColorTable back;
+    EXPECT_TRUE(back.FileOpen(file));
+    EXPECT_TRUE(table == back);
+}

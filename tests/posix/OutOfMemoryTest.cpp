@@ -2,11 +2,18 @@
 // can be used as before. Here only because the replaced operators reach into the libraries on POSIX systems
 // alone.
 
+#include "UtilityDLL/colors/DXFColorTable.h"
+#include "UtilityDLL/presentation/DXFInfo.h"
+#include "UtilityDLL/presentation/DepthLabelInfo.h"
+#include "UtilityDLL/presentation/GeoGridInfo.h"
+#include "UtilityDLL/presentation/GridInfo.h"
+#include "UtilityDLL/presentation/LineInfo.h"
 #include "UtilityDLL/settings/CRCFile.h"
 #include "UtilityDLL/settings/FileChecksum.h"
 #include "tests/support/IniFiles.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
 #include <new>
@@ -375,4 +382,121 @@ TEST(OutOfMemory, CheckedFiles) {
         faulty([&] { FileChecksum(path, 100); });
         faulty([&] { CRCFile::GetCRC(path); });
     });
+}
+
+TEST(OutOfMemory, RecordsInSections) {
+    ExpectSurvival([](const Faulty& attempt) {
+        TextInfo text;
+        text.SetFont(L"A font with a name that is too long for its own string");
+        GridInfo grid;
+        grid.SetEastingMark(L"a mark that is too long for its own string as well");
+        Section section(L"Title");
+        const auto write = [&] {
+            text.Write(section);
+            text.Write(L"a prefix that is longer than short strings are", section);
+            grid.Write(section);
+            GeoGridInfo().Write(section);
+            LineInfo().Write(section);
+        };
+        attempt(write);
+        ExpectConsistent(section);
+        write();
+        TextInfo textBack;
+        GridInfo gridBack;
+        const auto read = [&] {
+            textBack.Read(L"a prefix that is longer than short strings are", section);
+            gridBack.Read(section);
+        };
+        attempt(read);
+        read();
+        EXPECT_TRUE(text == textBack);
+        EXPECT_EQ(grid.EastingMark(), gridBack.EastingMark());
+    });
+}
+
+TEST(OutOfMemory, OneLineForms) {
+    ExpectSurvival([](const Faulty& attempt) {
+        DepthLabelInfo label;
+        label.SetFont(L"A font with a name that is too long for its own string");
+        const std::wstring line = label.ToString();
+        std::wstring written;
+        DepthLabelInfo back;
+        LineInfo lineInfo;
+        DXFInfo dxf;
+        const auto act = [&] {
+            written = label.ToString();
+            back.FromString(line);
+            lineInfo.FromString(L"0.5,1,a style of a name that is long enough,255,0");
+            dxf.FromString(L"2,1,300000000000000000000000000000,255");
+        };
+        attempt(act);
+        act();
+        EXPECT_EQ(line, written);
+        EXPECT_TRUE(label == back);
+        EXPECT_EQ(0xFFul, lineInfo.Color());
+    });
+}
+
+TEST(OutOfMemory, ColorTableKeepsValuesAndColoursTogether) {
+    const auto expectTogether = [](const ColorTable& table) {
+        for (int i = 0; i < table.NumEntries(); ++i)
+            ASSERT_EQ(static_cast<unsigned long>(table.EntryValue(i)), table.EntryColor(i));
+    };
+    DXFColorTable whole;
+    for (int i = 1; i <= 20; ++i) whole.AddEntry(i, static_cast<unsigned long>(i));
+    FileObject file;
+    ASSERT_TRUE(static_cast<ColorTable&>(whole).FileSave(file));
+    ExpectSurvival([&](const Faulty& attempt) {
+        ColorTable added, read, assigned;
+        assigned.AddEntry(7, 7);
+        attempt([&] {
+            for (int i = 20; i > 0; --i) added.AddEntry(i, static_cast<unsigned long>(i));
+        });
+        attempt([&] { read.FileOpen(file); });
+        attempt([&] { assigned = whole; });
+        added.AddEntry(99, 99);
+        for (const ColorTable& table : {added, read, assigned}) expectTogether(table);
+        EXPECT_TRUE(read.FileOpen(file));
+        EXPECT_TRUE(whole == read);
+    });
+    ExpectSurvival([&](const Faulty& attempt) {
+        DXFColorTable table = whole;
+        attempt([&] { table.MakeDXFTable(); });
+        (void)table[7.5];
+        FileObject copy;
+        attempt([&] { table.FileSave(copy); });
+        table.MakeDXFTable();
+        EXPECT_EQ(table[7.5].Index(), table.EntryDxfColor(0).Index());
+    });
+}
+
+TEST(OutOfMemory, ClosingACheckedFileTakesNoMemory) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.bin");
+    {
+        CRCFile file;
+        ASSERT_TRUE(file.Open(path, L"wb"));
+        ASSERT_EQ(3u, file.Write("abc", 1, 3));
+        EXPECT_TRUE(Attempt(1, true, [&] { file.Close(); })); // as the destructor does, which may not throw
+    }
+    EXPECT_TRUE(CRCFile().Open(path, L"rb"));
+}
+
+TEST(OutOfMemory, ACheckedFileThatCannotBeOpenedLeavesNoDescriptor) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.bin");
+    {
+        CRCFile file;
+        ASSERT_TRUE(file.Open(path, L"wb"));
+    }
+    const auto numDescriptors = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                             std::filesystem::directory_iterator());
+    };
+    const auto before = numDescriptors();
+    for (int k = 1; k < 10; ++k) {
+        CRCFile file;
+        Attempt(k, true, [&] { file.Open(path, L"rb"); });
+    }
+    EXPECT_EQ(before, numDescriptors());
 }

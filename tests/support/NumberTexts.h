@@ -24,7 +24,7 @@ template <typename T> bool SameBits(T a, T b) { return std::memcmp(&a, &b, sizeo
 /// holds afterwards.
 class ExtractionTwin {
 public:
-    ExtractionTwin() { m_stream.imbue(std::locale::classic()); }
+    ExtractionTwin() { m_stream.imbue(std::locale(std::locale::classic(), new AsciiBlanks)); }
 
     template <typename T>::testing::AssertionResult Agrees(const std::wstring& text, T start) {
         auto expected = static_cast<StreamType<T>>(start);
@@ -52,6 +52,14 @@ public:
     }
 
 private:
+    // The blanks of the classic locale, to which the C runtime of Windows adds those of all scripts.
+    class AsciiBlanks : public std::ctype<wchar_t> {
+        bool do_is(mask classes, wchar_t c) const override {
+            return static_cast<std::make_unsigned_t<wchar_t>>(c) < 0x80 &&
+                   std::ctype<wchar_t>::do_is(classes, c);
+        }
+    };
+
     std::wistringstream m_stream;
 };
 
@@ -122,6 +130,8 @@ inline void ExpectWritingAgrees(std::uint64_t seed, int count) {
     for (std::wostringstream* stream : {&fixed, &general}) stream->imbue(std::locale::classic());
     fixed << std::fixed;
     const auto written = [](std::wostringstream& stream, auto value) {
+        if constexpr (std::is_floating_point_v<decltype(value)>) // the C runtime of Windows drops this sign
+            if (std::isnan(value)) return std::wstring(std::signbit(value) ? L"-nan" : L"nan");
         stream.str(L"");
         stream << value;
         return stream.str();

@@ -15,21 +15,21 @@ inline constexpr double RTD = 180.0 / PI; ///< radians to degrees: multiply
 
 /// Tolerant equality: a == b, or |a - b| <= 1e-9 * max(1, |a|, |b|). NaN equals nothing, and an infinity only
 /// itself.
-inline bool equal(double a, double b) {
+inline bool equal(double a, double b) noexcept {
     if (a == b) return true;
     if (std::isinf(a) || std::isinf(b)) return false;
     return std::fabs(a - b) <= 1e-9 * std::max({1.0, std::fabs(a), std::fabs(b)});
 }
 
 /// a < b and not equal within the tolerance.
-inline bool less(double a, double b) { return a < b && !equal(a, b); }
+inline bool less(double a, double b) noexcept { return a < b && !equal(a, b); }
 
 /// The nearest integer value, halves away from zero.
-inline double round(double value) { return std::round(value); }
+inline double round(double value) noexcept { return std::round(value); }
 
 /// `value` truncated toward zero. NaN and what does not fit give -2147483648, the integer indefinite value of
 /// the processors that the suite was born on; here on every platform, and without undefined behaviour.
-constexpr int ToInt(double value) {
+constexpr int ToInt(double value) noexcept {
     return value > -2147483649.0 && value < 2147483648.0 ? static_cast<int>(value)
                                                          : std::numeric_limits<int>::min();
 }

@@ -177,3 +177,27 @@ TEST(CircIteratorDeathTest, NormalisingInARingOfNoneEndsTheProcess) {
 }
 
 } // namespace
+
+TEST(CircIterator, StepsDoNotDivideEvenInARingOfNone) {
+    CircIterator iterator(3, 0);
+    EXPECT_EQ(3, *++iterator);
+    EXPECT_EQ(2, *--iterator);
+    EXPECT_EQ(2, *iterator--);
+    EXPECT_EQ(2, *iterator);
+}
+
+TEST(CircIterator, AnyStepBackwardFollowsTheRuleOfTheOffset) {
+    Numbers numbers(3);
+    for (int i = 0; i < kPropertyRuns; ++i) {
+        const int start = numbers.Integer(-20, 20), range = numbers.Integer(1, 12);
+        const int position = start + numbers.Integer(0, range - 1);
+        CircIterator iterator(start, range, position);
+        const bool jumps = position < 2 * start + 1;
+        const CircIterator before = iterator--;
+        ASSERT_EQ(position, *before);
+        ASSERT_EQ(start, before.Start());
+        ASSERT_EQ(range, before.Range());
+        ASSERT_EQ(jumps ? start + range - 1 : position - 1, *iterator)
+            << start << ' ' << range << ' ' << position;
+    }
+}

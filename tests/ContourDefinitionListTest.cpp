@@ -719,3 +719,9 @@ TEST(ContourDefinitionList, TheShippedFileIsInOrderAndAsItWouldBeSaved) {
 }
 
 } // namespace
+
+TEST(ContourDefinitionList, MoveAssignmentCarriesTheRecords) {
+    ContourDefinitionList list = ListOf({5, 7}), other = ListOf({1});
+    other = std::move(list);
+    EXPECT_EQ((std::vector<double>{5, 7}), LevelsOf(other));
+}

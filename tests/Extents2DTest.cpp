@@ -305,3 +305,24 @@ TEST(Extents2D, AwkwardNumbersGoThroughEveryFunction) {
 }
 
 } // namespace
+
+template <typename P> struct ShiftTurn : GTL::Transformation<P> {
+    void Apply(P& p) const override { p = P(p.Y() + 100, -p.X(), 0); }
+};
+
+TYPED_TEST(Extents2DOf, TransformOfEitherElementType) {
+    Extents2D<TypeParam> box = Box<TypeParam>(1, 2, 4, 8);
+    box.Transform(ShiftTurn<Point2D<TypeParam>>());
+    ExpectBox<TypeParam>(102, -4, 108, -1, box);
+}
+
+TYPED_TEST(Extents2DOf, FirstCornerThatIsNoNumberGivesWayToTheNext) {
+    struct Spoiled : GTL::Transformation<Point2D<TypeParam>> {
+        void Apply(Point2D<TypeParam>& p) const override {
+            if (p.X() == 1 && p.Y() == 2) p.X(static_cast<TypeParam>(kNaN));
+        }
+    };
+    Extents2D<TypeParam> box = Box<TypeParam>(1, 2, 4, 8);
+    box.Transform(Spoiled());
+    ExpectBox<TypeParam>(1, 2, 4, 8, box);
+}

@@ -285,3 +285,81 @@ TEST(Extents3D, AwkwardNumbersGoThroughEveryFunction) {
 }
 
 } // namespace
+
+template <typename T> struct Skew : GTL::Transformation<Point3D<T>> {
+    void Apply(Point3D<T>& p) const override { p = Point3D<T>(p.Y() + 100, -p.X(), p.Z() + p.X(), 42); }
+};
+
+TYPED_TEST(Extents3DOf, SpatialTransformOfEitherElementType) {
+    Extents3D<TypeParam> box;
+    box.Update(1, 2, 3);
+    box.Update(4, 8, 9);
+    box.Transform(Skew<TypeParam>());
+    EXPECT_EQ((std::array<TypeParam, 8>{102, -4, 4, 42, 108, -1, 13, 42}),
+              (std::bit_cast<std::array<TypeParam, 8>>(box)));
+    Point3D<TypeParam> point(1, 2, 3, 4);
+    point.Transform(Skew<TypeParam>());
+    EXPECT_EQ(102, point.X());
+    EXPECT_EQ(42, point.B());
+}
+
+TYPED_TEST(Extents3DOf, CentreOfAResetBoxHasItsHeights) {
+    Extents3D<TypeParam> box;
+    box.Update(Point3D<TypeParam>(2, 2, 5, 7));
+    box.Update(Point3D<TypeParam>(4, 4, 9, 7));
+    box.Reset();
+    EXPECT_FALSE(box.IsValid());
+    EXPECT_EQ(5, box.MinZ());
+    EXPECT_EQ(9, box.MaxZ());
+    EXPECT_TRUE(box.Center() == Point3D<TypeParam>(TypeParam{0.5}, TypeParam{0.5}, 7));
+    EXPECT_EQ(0, box.Center().B());
+}
+
+// Each coordinate goes to a weighted sum of the three; whole numbers, so exact in every element type.
+template <typename T> struct Mixing : GTL::Transformation<Point3D<T>> {
+    int weights[3][4] = {};
+    void Apply(Point3D<T>& p) const override {
+        const auto row = [&](int i) {
+            const auto w = [&](int k) { return static_cast<T>(weights[i][k]); };
+            return w(0) * p.X() + w(1) * p.Y() + w(2) * p.Z() + w(3);
+        };
+        p = Point3D<T>(row(0), row(1), row(2));
+    }
+};
+
+TYPED_TEST(Extents3DOf, TransformAgreesWithTheRangeOfEachWeightedSum) {
+    using T = TypeParam;
+    Numbers numbers(4);
+    for (int i = 0; i < kPropertyRuns; ++i) {
+        int low[3], high[3];
+        for (int axis = 0; axis < 3; ++axis) {
+            low[axis] = numbers.Integer(-50, 50);
+            high[axis] = low[axis] + numbers.Integer(0, 50);
+        }
+        Extents3D<T> box;
+        box.Update(static_cast<T>(low[0]), static_cast<T>(low[1]), static_cast<T>(low[2]));
+        box.Update(static_cast<T>(high[0]), static_cast<T>(high[1]), static_cast<T>(high[2]));
+        ASSERT_EQ(high[2] - low[2], box.ExtentZ());
+        ASSERT_EQ((low[2] + high[2]) / 2.0, box.Center().Z());
+        ASSERT_EQ((low[0] + high[0]) / 2.0, box.Center().X());
+        Mixing<T> mixing;
+        double lowest[3], highest[3]; // a sum is lowest where each of its terms is
+        for (int row = 0; row < 3; ++row) {
+            for (int& weight : mixing.weights[row]) weight = numbers.Integer(-9, 9);
+            lowest[row] = highest[row] = mixing.weights[row][3];
+            for (int axis = 0; axis < 3; ++axis) {
+                const int a = mixing.weights[row][axis] * low[axis],
+                          b = mixing.weights[row][axis] * high[axis];
+                lowest[row] += std::min(a, b);
+                highest[row] += std::max(a, b);
+            }
+        }
+        box.Transform(mixing);
+        ASSERT_EQ(lowest[0], box.MinX());
+        ASSERT_EQ(lowest[1], box.MinY());
+        ASSERT_EQ(lowest[2], box.MinZ());
+        ASSERT_EQ(highest[0], box.MaxX());
+        ASSERT_EQ(highest[1], box.MaxY());
+        ASSERT_EQ(highest[2], box.MaxZ());
+    }
+}

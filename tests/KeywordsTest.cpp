@@ -563,3 +563,28 @@ TEST(CKeywords, ManyNamesTakeTimeInProportion) {
 }
 
 } // namespace
+
+static_assert(std::has_virtual_destructor_v<CKeywords> && !std::is_polymorphic_v<CKeyword>);
+
+TEST(CKeywords, OneLineFormHasAnItemForAnEmptyName) {
+    EXPECT_EQ(L"%a", SetOf({Keyword(L""), Keyword(L"a")}).ToString());
+    EXPECT_EQ(L"a%", SetOf({Keyword(L"a"), Keyword(L"")}).ToString());
+    EXPECT_EQ(L"a%%b", SetOf({Keyword(L"a"), Keyword(L""), Keyword(L"b")}).ToString());
+}
+
+TEST(CKeywords, ReadClearsTheOtherFields) {
+    Section section(L"s");
+    section[L"a"] << L"1";
+    const CKeyword old{3, 4, 5, L"", L"a"};
+    CKeywords set;
+    set.AddKeyword(&old);
+    set.Read(section);
+    EXPECT_EQ((CKeyword{0, 0, 0, L"1", L"a"}), *set.GetKeywordConst(0));
+}
+
+TEST(CKeywords, ChecksumIsThatOfItsSection) {
+    const CKeywords set = SetOf({Keyword(L"a", L"1"), Keyword(L"B", L"2")});
+    Section section(L"$KEYWORDS$");
+    set.Write(section);
+    EXPECT_EQ(section.ComputeChecksum(), set.GetChecksum());
+}

@@ -184,3 +184,5 @@ TEST(CListKeywords, TheShippedFileHasChoicesForPredefinedKeywords) {
 }
 
 } // namespace
+
+static_assert(std::has_virtual_destructor_v<CListKeyword> && std::has_virtual_destructor_v<CListKeywords>);

@@ -1,7 +1,10 @@
 #include "UtilityDLL/GTL/Point2D.h"
 
+#include "UtilityDLL/GTL/Point3D.h"
 #include "tests/support/Numbers.h"
 
+#include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -243,3 +246,15 @@ TEST(Point2D, AwkwardNumbersGoThroughEveryFunction) {
 }
 
 } // namespace
+
+TEST(Point2D, HoldsItsValuesInOrder) {
+    EXPECT_EQ((std::array<int, 2>{1, 2}), (std::bit_cast<std::array<int, 2>>(Point2D<int>(1, 2))));
+}
+
+TEST(Point2D, IsMadeOfASpatialPointInEveryForm) {
+    const GTL::Point3D<double> spatial(1, 2, 3, 4);
+    const Point2D<double> direct(spatial);
+    const Point2D<double> copied = spatial;
+    const Point2D<double>& view = spatial;
+    for (const Point2D<double>& point : {direct, copied, view}) ExpectXY<double>(1, 2, point);
+}

@@ -2,6 +2,8 @@
 
 #include "tests/support/Numbers.h"
 
+#include <array>
+#include <bit>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <type_traits>
@@ -79,3 +81,7 @@ TEST(PointMimic, RoundedCoordinateIsTheIntegerWithinAHalf) {
 }
 
 } // namespace
+
+TEST(PointMimic, HoldsXAndThenY) {
+    EXPECT_EQ((std::array<int, 2>{3, 4}), (std::bit_cast<std::array<int, 2>>(CPointMimic(3, 4))));
+}

@@ -2,6 +2,7 @@
 
 #include "tests/support/Numbers.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <utility>
@@ -211,3 +212,36 @@ TYPED_TEST(RectangleOf, AwkwardNumbersGoThroughEveryFunction) {
 }
 
 } // namespace
+
+TEST(Rectangle, ClassificationOfAnUnrotatedOneIsByItsCornersAndOfARotatedOneByItsSides) {
+    Rect<double> upright({0, 0}, 4, 2, 0);
+    upright.SetCorner(1, {10, 0});
+    upright.SetCorner(3, {0, 20});
+    EXPECT_EQ(CLS::INSIDE, upright.Classify({9, 19}));
+    EXPECT_EQ(CLS::OUTSIDE, upright.Classify({11, 1}));
+    Rect<double> turned({0, 0}, 4, 2, 90);
+    turned.SetCorner(1, {0, -10});
+    turned.SetCorner(3, {20, 0});
+    EXPECT_EQ(CLS::OUTSIDE, turned.Classify({1, -9}));
+    EXPECT_EQ(CLS::OUTSIDE, turned.Classify({19, -1}));
+    EXPECT_EQ(CLS::INSIDE, turned.Classify({1, -3}));
+}
+
+TEST(Rectangle, UpdateAgreesWithTheCornersOfAnIndependentRotation) {
+    Numbers numbers(5);
+    for (int i = 0; i < kPropertyRuns; ++i) {
+        const double x = numbers.Real(-100, 100), y = numbers.Real(-100, 100);
+        const double width = numbers.Real(0, 100), height = numbers.Real(0, 100),
+                     degrees = numbers.Real(0, 360);
+        const double c = std::cos(degrees * std::acos(-1.0) / 180),
+                     s = std::sin(degrees * std::acos(-1.0) / 180);
+        GTL::Extents3D<double> extents;
+        Rect<double>({x, y}, width, height, degrees).Update(extents);
+        ASSERT_NEAR(x + std::min(0.0, width * c) + std::min(0.0, height * s), extents.MinX(), 1e-10);
+        ASSERT_NEAR(x + std::max(0.0, width * c) + std::max(0.0, height * s), extents.MaxX(), 1e-10);
+        ASSERT_NEAR(y + std::min(0.0, -width * s) + std::min(0.0, height * c), extents.MinY(), 1e-10);
+        ASSERT_NEAR(y + std::max(0.0, -width * s) + std::max(0.0, height * c), extents.MaxY(), 1e-10);
+        ASSERT_EQ(0, extents.MinZ());
+        ASSERT_EQ(0, extents.MaxZ());
+    }
+}

@@ -1,5 +1,7 @@
 #include "UtilityDLL/GTL/Vector2D.h"
 
+#include <array>
+#include <bit>
 #include <gtest/gtest.h>
 #include <type_traits>
 
@@ -31,3 +33,7 @@ TYPED_TEST(Vector2DOf, HoldsItsComponents) {
 }
 
 } // namespace
+
+TEST(Vector2D, HoldsItsValuesInOrder) {
+    EXPECT_EQ((std::array<int, 2>{1, 2}), (std::bit_cast<std::array<int, 2>>(Vector2D<int>(1, 2))));
+}

@@ -2,6 +2,8 @@
 
 #include "tests/support/Numbers.h"
 
+#include <array>
+#include <bit>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <type_traits>
@@ -182,3 +184,8 @@ TEST(Vector3D, AwkwardNumbersGoThroughEveryFunction) {
 }
 
 } // namespace
+
+TEST(Vector3D, HoldsItsValuesInOrder) {
+    EXPECT_EQ((std::array<double, 4>{1, 2, 3, 4}),
+              (std::bit_cast<std::array<double, 4>>(Vector3D<double>(1, 2, 3, 4))));
+}

@@ -18,10 +18,10 @@ public:
     using T = typename P::ElementType;
 
     /// An empty rectangle at (0, 0).
-    Rectangle() = default;
+    Rectangle() noexcept = default;
 
     /// For points of int, corners and sides are rounded to the nearest integer.
-    Rectangle(const P& origin, double width, double height, const Angle& rotation)
+    Rectangle(const P& origin, double width, double height, const Angle& rotation) noexcept
         : m_rotation(rotation), m_width(ELEMENT::FromDouble<T>(width)),
           m_height(ELEMENT::FromDouble<T>(height)) {
         const double sine = rotation.Sin();
@@ -36,9 +36,9 @@ public:
         this->SetCorner(3, at(0, height));
     }
 
-    T Width() const { return m_width; }
-    T Height() const { return m_height; }
-    const Angle& Rotation() const { return m_rotation; }
+    T Width() const noexcept { return m_width; }
+    T Height() const noexcept { return m_height; }
+    const Angle& Rotation() const noexcept { return m_rotation; }
 
     /// Whether the point, turned back about the origin, lies within the sides. Never INVALID: nothing is
     /// inside a rectangle with a negative side.
@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    bool Contains(const P& point) const {
+    bool Contains(const P& point) const noexcept {
         const P& origin = this->Corner(0);
         if (m_rotation.Get() == 0.0) {
             return origin.X() <= point.X() && point.X() <= this->Corner(1).X() && origin.Y() <= point.Y() &&

@@ -36,7 +36,7 @@ CListKeywords& CListKeywords::Get() {
 CListKeyword* CListKeywords::GetListKeyword(const std::wstring& name) {
     CheckInit();
     const auto found = std::find_if(m_lists.begin(), m_lists.end(),
-                                    [&](const CListKeyword& list) { return list.GetName() == name; });
+                                    [&](const CListKeyword& list) { return list.m_name == name; });
     return found != m_lists.end() ? &*found : nullptr;
 }
 

@@ -32,6 +32,8 @@ public:
     void Clear();
 
 private:
+    friend class CListKeywords; // looks names up without copying them
+
     std::wstring m_name;
     std::vector<std::wstring> m_values;
     TextIndex m_index;

@@ -16,8 +16,8 @@ public:
     DropObject() = default;
     DropObject(TYPE type, const CString& data) : m_type(type), m_data(data) {}
 
-    TYPE Type() const { return m_type; }
-    const CString& Data() const { return m_data; }
+    TYPE Type() const noexcept { return m_type; }
+    const CString& Data() const noexcept { return m_data; }
 
     CString ToString() const;
 

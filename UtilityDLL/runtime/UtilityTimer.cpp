@@ -2,5 +2,5 @@
 
 #include "VelmBase/Clock.h"
 
-unsigned long UtilityTimer::Start() { return m_startTime = MillisecondCount(); }
-unsigned long UtilityTimer::Stop() { return m_stopTime = MillisecondCount(); }
+unsigned long UtilityTimer::Start() noexcept { return m_startTime = MillisecondCount(); }
+unsigned long UtilityTimer::Stop() noexcept { return m_stopTime = MillisecondCount(); }

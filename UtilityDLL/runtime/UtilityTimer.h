@@ -8,16 +8,18 @@
 class UTILITYDLL_API UtilityTimer {
 public:
     /// Takes the current time as the start, and returns it.
-    unsigned long Start();
+    unsigned long Start() noexcept;
 
     /// Takes the current time as the stop, and returns it.
-    unsigned long Stop();
+    unsigned long Stop() noexcept;
 
     /// Milliseconds from start to stop, right across one wrap of the counter. Without meaning before Stop().
-    unsigned long Elapse() const { return static_cast<std::uint32_t>(m_stopTime - m_startTime); }
+    constexpr unsigned long Elapse() const noexcept {
+        return static_cast<std::uint32_t>(m_stopTime - m_startTime);
+    }
 
     /// Both times 0, as in a new timer.
-    void Reset() { *this = UtilityTimer(); }
+    constexpr void Reset() noexcept { *this = UtilityTimer(); }
 
 private:
     std::uint32_t m_startTime = 0;

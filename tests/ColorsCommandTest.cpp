@@ -169,8 +169,8 @@ TEST(ColorsTable, PictureHasABandForEachEntry) {
     ASSERT_EQ(0, Colors({"table", input.Path(), "--dxf", "--picture", ToUtf8(picture)}).exitCode);
     const std::string svg = ReadBytes(picture);
     EXPECT_THAT(svg,
-                AllOf(HasSubstr("dep &amp; ths.col"), HasSubstr(">20.5</text>"),
-                      HasSubstr(">170</text>"), HasSubstr(">below</text>"), HasSubstr("fill=\"#0000FF\"")));
+                AllOf(HasSubstr("dep &amp; ths.col"), HasSubstr(">20.5</text>"), HasSubstr(">170</text>"),
+                      HasSubstr(">below</text>"), HasSubstr("fill=\"#0000FF\"")));
 }
 
 TEST(ColorsTable, EmptyAndHugeTablesHavePicturesToo) {
@@ -332,4 +332,44 @@ TEST(Colors, HelpShowsExamples) {
     }
     EXPECT_EQ(2, Colors({}).exitCode);
     EXPECT_EQ(2, Colors({"unknown"}).exitCode);
+}
+
+TEST(ColorsTable, JsonNamesValuesThatAreNoNumbers) {
+    const InputFile input(L"t.col", "[ColorTable]\nEntry(0)=-inf,1,2,3\nEntry(1)=nan,4,5,6\n");
+    const json document = json::parse(Colors({"table", input.Path(), "--json"}).output);
+    EXPECT_EQ("-inf", document["bands"][0]["from"]);
+    EXPECT_EQ("nan", document["bands"][1]["from"]);
+}
+
+TEST(ColorsTable, ValuesThatDifferAreShownDifferently) {
+    const InputFile input(L"t.col", "[ColorTable]\nEntry(0)=1,1,2,3\nEntry(1)=1.00000000001,4,5,6\n");
+    EXPECT_THAT(Colors({"table", input.Path()}).output, HasSubstr("from 1.00000000001"));
+}
+
+TEST(ColorsImport, CommentsInWordsAreNoDirectives) {
+    for (const char* comment : {"# RANGE of depths is given in metres", "# COLOR_MODEL is explained below"}) {
+        const InputFile input(L"c.cpt", std::string(comment) + "\n0 red 1 red\n");
+        EXPECT_EQ(0, Colors({"import", input.Path(), input.Path() + ".col"}).exitCode) << comment;
+    }
+}
+
+TEST(ColorsImport, ValuesOverTheWholeRangeStayFinite) {
+    const InputFile input(L"c.cpt", "-1e308 red 1e308 blue\n");
+    ASSERT_EQ(0, Colors({"import", input.Path(), input.Path() + ".col"}).exitCode);
+    EXPECT_THAT(ReadBytes(input.Beside(L"c.cpt.col")), AllOf(HasSubstr("-1e+308"), Not(HasSubstr("inf"))));
+}
+
+TEST(ColorsImport, TableMayNotTakeThePlaceOfItsSource) {
+    const InputFile input(L"c.cpt", "0 red 1 red\n");
+    EXPECT_NE(0, Colors({"import", input.Path(), input.Path()}).exitCode);
+    EXPECT_EQ("0 red 1 red\n", ReadBytes(input.Beside(L"c.cpt")));
+}
+
+TEST(ColorsImport, TablesAreNotFannedOutWithoutEnd) {
+    std::string cpt;
+    for (int i = 0; i < 20000; ++i) cpt += std::to_string(i) + " 0 " + std::to_string(i + 1) + " 255\n";
+    const InputFile input(L"c.cpt", cpt);
+    const ProgramResult result = Colors({"import", "--step", "16", input.Path(), input.Path() + ".col"});
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_THAT(result.error, HasSubstr("--step"));
 }

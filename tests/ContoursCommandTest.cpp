@@ -241,3 +241,25 @@ TEST(ContoursHelp, HasExamples) {
 TEST(ContoursSample, TheSampleFileIsFlawless) {
     EXPECT_EQ(0, Contours({"check", std::string(PROJECT_DATA_FOLDER) + "/pensacola-bay.cdf"}).exitCode);
 }
+
+TEST(ContoursCheck, TellsOfNumbersThatAreReadInPart) {
+    for (const char* keys : {"Level=1-2\nColor=0\n", "Level=1.2.3\nColor=0\n", "Level=1\nColor=10.7\n",
+                             "Level=1\nTrueColor=255e3\n", "Level=1\nColor=0\nAnnotate=1.0\n"}) {
+        const TemporaryFolder folder;
+        WriteBytes(folder.File(L"a.cdf"), std::string("[Contour(0)]\n") + keys);
+        EXPECT_EQ(1, Contours({"check", ToUtf8(folder.File(L"a.cdf"))}).exitCode) << keys;
+    }
+}
+
+TEST(ContoursRange, RefusesWhatTheFileDoesNotKeep) {
+    const TemporaryFolder folder;
+    const std::string file = ToUtf8(folder.File(L"a.cdf"));
+    for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{
+             {"--from", "0", "--to", "1e-6", "--step", "1e-7"},
+             {"--from", "0", "--to", "1", "--step", "1", "--width", "nan"},
+             {"--from", "0", "--to", "1", "--step", "1", "--width", "1e39"}}) {
+        std::vector<std::string> a = {"range", file};
+        a.insert(a.end(), options.begin(), options.end());
+        EXPECT_EQ(2, Contours(a).exitCode) << ::testing::PrintToString(options);
+    }
+}

@@ -203,3 +203,28 @@ TEST(KeywordsSample, TheSampleLayoutIsFilledFromTheSampleProject) {
     EXPECT_THAT(result.output, AllOf(HasSubstr("Pensacola Bay\ntitle-block\n"),
                                      HasSubstr("Mean lower low water"), Not(HasSubstr("%"))));
 }
+
+TEST(KeywordsList, AVeryLongNameDoesNotMakeEveryLineLong) {
+    std::string text = '%' + std::string(100000, 'n') + "%\n";
+    for (int i = 0; i < 300; ++i) text += "%k" + std::to_string(i) + "%\n";
+    const LayoutFile layout(text);
+    EXPECT_LT(Keywords({"list", layout.Path()}).output.size(), 10 * text.size());
+}
+
+TEST(KeywordsFill, AProjectOfManyKeywordsIsReadInProportion) {
+    // A search for each of these among all before it would take longer than a test may.
+    constexpr int kKeys = 300000;
+    const LayoutFile layout("%key 299999%");
+    std::string project = "[Keywords]\r\n";
+    for (int i = 0; i < kKeys; ++i) project += "key " + std::to_string(i) + " = v\r\n";
+    EXPECT_EQ("v", Keywords({"fill", layout.Path(), "--project", layout.Add(L"p.ini", project)}).output);
+}
+
+TEST(KeywordsFill, ALayoutInUtf16IsRefusedRatherThanLeftUnfilled) {
+    for (const std::string_view mark : {"\xFF\xFE", "\xFE\xFF"}) {
+        const LayoutFile layout(std::string(mark) + std::string("%\0a\0%\0", 6));
+        const ProgramResult result = Keywords({"fill", layout.Path(), "--value", "a=b"});
+        EXPECT_EQ(3, result.exitCode);
+        EXPECT_THAT(result.error, HasSubstr("UTF-16"));
+    }
+}

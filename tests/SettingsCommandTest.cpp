@@ -379,3 +379,35 @@ TEST(SampleProject, OneSectionWasEditedByHand) {
     for (const Json& section : document["files"][0]["sections"])
         EXPECT_EQ(section["name"] == "Tides" ? "edited" : "intact", section["state"]) << section;
 }
+
+TEST_F(SettingsCommand, AnEmptyKeyNameStandsForNoKeyAndNotForTheSection) {
+    const std::pair<const char*, Arguments> cases[] = {
+        {"remove", {"Tides", ""}},
+        {"rename", {"Tides", "Shift", "--key", ""}},
+    };
+    for (const auto& [name, arguments] : cases) {
+        SCOPED_TRACE(name);
+        const ProgramResult result = Run(name, arguments);
+        EXPECT_EQ(1, result.exitCode);
+        EXPECT_THAT(result.error, HasSubstr("there is no key \"\" in [Tides]"));
+        EXPECT_EQ(kChart, Bytes());
+    }
+}
+
+TEST_F(SettingsCommand, ARenamedSectionIsSealedWhenAsked) {
+    EXPECT_EQ(0, Run("rename", {"Tides", "Gauges", "--seal"}).exitCode);
+    EXPECT_EQ(0, Run("check", {"--section", "Gauges"}).exitCode);
+    EXPECT_THAT(Bytes(), HasSubstr("$CHECKSUM$"));
+}
+
+TEST_F(SettingsCommand, OneBadFileDoesNotKeepTheOthersFromBeingDone) {
+    const std::string bad = ToUtf8(m_folder.File(L"bad.ini"));
+    WriteBytes(m_folder.Path() / "bad.ini", "[]\n");
+    for (const char* name : {"seal", "check"}) {
+        SCOPED_TRACE(name);
+        const ProgramResult result = RunChartutil({"settings", name, "--json", bad, Path()});
+        EXPECT_EQ(3, result.exitCode);
+        EXPECT_THAT(result.error, HasSubstr(bad + ":1: "));
+        EXPECT_THAT(result.output, HasSubstr("\"Tides\""));
+    }
+}

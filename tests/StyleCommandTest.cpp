@@ -165,3 +165,29 @@ TEST(Style, HelpShowsExamples) {
         EXPECT_THAT(Style({command, "--help"}).output, HasSubstr("Examples:")) << command;
     EXPECT_EQ(2, Style({}).exitCode);
 }
+
+TEST(StyleLine, OnlyColoursHaveANoteOfAColour) {
+    const json document =
+        json::parse(Style({"line", "Arial,2.5,0,0,0,0,0,0,0,0,2,0,0,1,1,0,0", "--json"}).output);
+    const json& field = document["fields"][13];
+    ASSERT_EQ("UseTextColor", field["name"]);
+    EXPECT_FALSE(field.contains("note")) << field["note"];
+}
+
+TEST(StyleShow, APrefixIsOneWhateverItsLetterCase) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.File(L"l.ini"),
+               "[S]\nLegend.Width=1\nLegend.Height=2\nlegend.LockPosSize=1\nLEGEND.Justification=3\n");
+    const json document = json::parse(Style({"show", ToUtf8(folder.File(L"l.ini")), "S", "--json"}).output);
+    EXPECT_EQ(1u, document["records"].size());
+}
+
+TEST(StyleShow, TheOlderKeyOfTheLabelSpacingCounts) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.File(L"c.ini"),
+               "[C]\nSmoothingWindow=2\nLabelSpacing=35\nSuppressionLength=1\nSmoothingPasses=1\n");
+    const json document = json::parse(Style({"show", ToUtf8(folder.File(L"c.ini")), "C", "--json"}).output);
+    const json& field = document["records"][0]["fields"][1];
+    EXPECT_EQ("ContourLabelSpacing", field["name"]);
+    EXPECT_EQ("35", field["given"]);
+}

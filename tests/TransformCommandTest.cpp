@@ -182,3 +182,36 @@ TEST(TransformCommand, TurnsTheSampleSoundings) {
 }
 
 } // namespace
+
+TEST(TransformCommand, AQuoteWithinAFieldIsACharacterLikeAnyOther) {
+    const ProgramResult result =
+        Transform({"-", "--translate", "1,1"}, "x,y,note\n1,2,6\" pipe\n3,4,ok\n5,6,ok\n");
+    EXPECT_EQ(0, result.exitCode) << result.error;
+    EXPECT_EQ("x,y,note\n2,3,6\" pipe\n4,5,ok\n6,7,ok\n", result.output);
+}
+
+TEST(TransformCommand, AQuoteThatIsNotClosedIsTold) {
+    const ProgramResult result = Transform({"-", "--translate", "1,1"}, "x,y,note\n1,2,\"open\n3,4,ok\n");
+    EXPECT_EQ(3, result.exitCode);
+    EXPECT_THAT(result.error, HasSubstr("line 2: has a quote that is not closed"));
+}
+
+TEST(TransformCommand, LeavesOtherFilesBesideItsOutputAlone) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.File(L"t.csv.saving"), "x,y\n1,2\n");
+    const ProgramResult result = Transform(
+        {ToUtf8(folder.File(L"t.csv.saving")), "--translate", "1,1", "-o", ToUtf8(folder.File(L"t.csv"))});
+    EXPECT_EQ(0, result.exitCode) << result.error;
+    EXPECT_EQ("x,y\n2,3\n", ReadBytes(folder.File(L"t.csv")));
+    EXPECT_EQ("x,y\n1,2\n", ReadBytes(folder.File(L"t.csv.saving")));
+}
+
+TEST(TransformCommand, RefusesOneColumnForXAndY) {
+    EXPECT_EQ(2, Transform({"-", "--translate", "1,1", "--x", "1", "--y", "x"}, "x,y\n1,2\n").exitCode);
+}
+
+TEST(TransformCommand, RefusesASeparatorThatNumbersContain) {
+    for (const char* s : {".", "-", "5", "e"})
+        EXPECT_EQ(2, Transform({"-", "--no-header", "--translate", "0.5,0", "--separator", s}, "").exitCode)
+            << s;
+}

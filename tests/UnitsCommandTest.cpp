@@ -67,3 +67,14 @@ TEST(UnitsCommand, HelpShowsExamples) {
 }
 
 } // namespace
+
+TEST(UnitsCommand, TellsOfALengthThatIsTooLarge) {
+    EXPECT_NE(0, Convert({"--from", "m", "--to", "mm", "1e308"}).exitCode);
+    EXPECT_NE(0, Convert({"--from", "m", "--to", "mm", "1e308", "--json"}).exitCode);
+}
+
+TEST(UnitsCommand, RefusesOptionsThatDoNotGoTogether) {
+    EXPECT_EQ(2, Convert({"--from", "m", "--to", "mm", "--column", "1", "--json"}, "a\n1\n").exitCode);
+    EXPECT_EQ(2, Convert({"--from", "m", "--to", "mm", "5", "-o", "out.csv"}).exitCode);
+    EXPECT_EQ(2, Convert({"--from", "m", "--to", "mm", "5", "--input", "in.csv"}).exitCode);
+}

@@ -6,7 +6,6 @@
 #include "apps/chartutil/Picture.h"
 
 #include <charconv>
-#include <iostream>
 #include <optional>
 #include <vector>
 
@@ -65,7 +64,7 @@ DXFColorTable OpenColorTable(const std::string& path, bool& complete) {
         throw CommandError(ExitCode::CHECK_FAILED,
                            path + ": no colour table: " + ToUtf8(remarks.at(0)) +
                                "; 'chartutil colors import' makes a table from a .cpt file");
-    for (const std::wstring& remark : remarks) std::cerr << path << ": " << ToUtf8(remark) << '\n';
-    if (remarks.size() == ColorTable::MAX_REMARKS) std::cerr << path << ": and perhaps more\n";
+    for (const std::wstring& remark : remarks) PrintNote(path + ": " + ToUtf8(remark));
+    if (remarks.size() == ColorTable::MAX_REMARKS) PrintNote(path + ": and perhaps more");
     return table;
 }

@@ -1,11 +1,13 @@
 #include "UtilityDLL/colors/DXFColorTable.h"
 #include "UtilityDLL/colors/HSVColor.h"
+#include "VelmBase/Math.h"
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/ColorText.h"
 #include "apps/chartutil/Commands.h"
 #include "apps/chartutil/Console.h"
 #include "apps/chartutil/CptFile.h"
+#include "apps/chartutil/FilePaths.h"
 #include "apps/chartutil/Picture.h"
 
 #include <CLI/CLI.hpp>
@@ -29,9 +31,13 @@ std::string Components(const RGBColor& color) {
            std::to_string(color.Blue());
 }
 
-std::string ValueText(double value, int digits = 10) {
-    return ToUtf8(NumberText::FromGeneral(value, digits));
-}
+std::string ValueText(double value, int digits) { return ToUtf8(NumberText::FromGeneral(value, digits)); }
+
+// With all the digits that the value has.
+std::string ValueText(double value) { return ValueText(value, std::max(15, GetDoublePrecision(value))); }
+
+// JSON has no number for what is not finite.
+Json ValueJson(double value) { return std::isfinite(value) ? Json(value) : Json(ValueText(value)); }
 
 Json ColorJson(const RGBColor& color) {
     return {{"hex", HexText(color)},
@@ -190,7 +196,7 @@ void Table(const std::string& path, const std::string& picture, bool dxf, bool j
     Json bands = Json::array();
     for (int i = 0; i < table.NumEntries(); ++i) {
         const RGBColor color(table.EntryColor(i));
-        Json band = {{"from", table.EntryValue(i)}};
+        Json band = {{"from", ValueJson(table.EntryValue(i))}};
         band.update(ColorJson(color));
         if (dxf) band["dxf"] = table.EntryDxfColor(i).Index();
         bands.push_back(band);
@@ -222,8 +228,12 @@ void Table(const std::string& path, const std::string& picture, bool dxf, bool j
 // --- import ---
 
 void Import(const std::string& from, const std::string& to, int step) {
+    std::error_code ignored; // a file that is not there yet is another one
+    if (std::filesystem::equivalent(NativePath(from), NativePath(to), ignored))
+        throw CommandError(ExitCode::WRONG_USE,
+                           to + ": is the file to be read; name another one for the colour table");
     const CptTable table = ReadCptFile(from, step);
-    for (const std::string& remark : table.remarks) std::cerr << from << ": " << remark << '\n';
+    for (const std::string& remark : table.remarks) PrintNote(from + ": " + remark);
     FileObject file;
     table.colors.FileSave(file);
     if (!file.Save(FromUtf8(to), 0))

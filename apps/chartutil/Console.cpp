@@ -36,18 +36,19 @@ std::string Printable(std::string_view text) {
     return OutputIsTerminal() ? WithoutControls(text) : std::string(text);
 }
 
-void PrintError(const CommandError& error) {
-    const std::string text = error.what(); // with names from files and arguments
+void PrintNote(std::string_view text) {
     std::cout.flush();
-    std::cerr << "chartutil: " << (ErrorIsTerminal() ? WithoutControls(text) : text) << '\n';
+    std::cerr << (ErrorIsTerminal() ? WithoutControls(text) : std::string(text)) << '\n';
 }
+
+void PrintError(const CommandError& error) { PrintNote(std::string("chartutil: ") + error.what()); }
 
 void PrintJson(const nlohmann::ordered_json& document) {
     std::cout << document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
 
 ProgressBar::ProgressBar(std::string_view label, std::uint64_t total)
-    : m_label(label), m_total(total),
+    : m_label(WithoutControls(label)), m_total(total),
       m_next(std::chrono::steady_clock::now() + std::chrono::milliseconds(300)) {}
 
 ProgressBar::~ProgressBar() {

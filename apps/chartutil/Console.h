@@ -50,6 +50,9 @@ std::string WithoutControls(std::string_view text);
 /// can steer the terminal; elsewhere as it is.
 std::string Printable(std::string_view text);
 
+/// Prints a line to standard error: a note or a warning on what the output is made from.
+void PrintNote(std::string_view text);
+
 /// Prints the error to standard error.
 void PrintError(const CommandError& error);
 

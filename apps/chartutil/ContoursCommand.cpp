@@ -168,6 +168,7 @@ void Range(const std::string& path, double from, double to, double step, const S
     const RGBColor color = RequireColor(style.color);
     const auto type = std::find(kLineTypes.begin(), kLineTypes.end(), style.lineType) - kLineTypes.begin();
     ContourDefinitionList list;
+    if (!(style.width <= 1e6f)) throw CommandError(ExitCode::WRONG_USE, "--width has to be 0 to 1000000");
     if (!(from < to)) throw CommandError(ExitCode::WRONG_USE, "--from has to be below --to");
     if (!(step > 0)) throw CommandError(ExitCode::WRONG_USE, "--step has to be above 0");
     if (!list.Generate(from, to, step))
@@ -175,6 +176,11 @@ void Range(const std::string& path, double from, double to, double step, const S
                            "that range has more than " +
                                std::to_string(+ContourDefinitionList::MAX_GENERATED) +
                                " levels, or levels that the step does not change; take a larger --step");
+    for (int i = 1; i < list.NumContours(); ++i)
+        if (NumberText::FromFixed(list[i - 1].level) == NumberText::FromFixed(list[i].level))
+            throw CommandError(ExitCode::WRONG_USE,
+                               "a file keeps six digits after the point, by which not all "
+                               "of these levels differ; take a larger --step");
     if (list.NumContours() == 0)
         throw CommandError(ExitCode::WRONG_USE, "there is no multiple of --step between --from and --to");
     for (int i = 0; i < list.NumContours(); ++i) {
@@ -297,7 +303,8 @@ private:
         if (!section.HasKey(key)) return false;
         const std::wstring& text = section[key].GetValue();
         const bool isNumber = NumberText::Extract(text, value);
-        const bool isWhole = text.find_first_not_of(L"+-.0123456789eE") == std::wstring::npos;
+        const bool isWhole =
+            std::is_floating_point_v<Number> ? NumberText::IsDecimal(text) : NumberText::IsInteger(text);
         if (!isNumber || !isWhole)
             Add(name, "has \"" + ToUtf8(text) + "\" for \"" + ToUtf8(key) + "\", which is read as " +
                           NumberOf(static_cast<double>(value)));
@@ -326,7 +333,8 @@ void Check(const std::string& path, const Output& output) {
     if (output.json) {
         PrintJson({{"file", path}, {"contours", checker.NumContours()}, {"findings", checker.Findings()}});
     } else {
-        for (const std::string& finding : checker.Findings()) std::cout << path << ": " << finding << '\n';
+        for (const std::string& finding : checker.Findings())
+            std::cout << Printable(path + ": " + finding) << '\n';
         if (checker.Findings().empty())
             std::cout << path << ": " << checker.NumContours() << " contours, nothing odd\n";
     }

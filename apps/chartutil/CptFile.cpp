@@ -14,6 +14,9 @@
 
 namespace {
 
+// What a colour table may become; beyond, a few lines would grow to gigabytes.
+constexpr int kMostBands = 100'000;
+
 using Words = std::vector<std::string_view>;
 
 // Red, green and blue from 0 to 255, or hue in degrees, saturation and value from 0 to 1.
@@ -172,6 +175,7 @@ private:
     void ReadLine(std::string_view line) {
         constexpr std::string_view kBlanks = " \t\r\f\v";
         if (Split(line, kBlanks).empty()) return;
+        line.remove_prefix(line.find_first_not_of(kBlanks));
         if (line[0] == '#') {
             ReadComment(line);
             return;
@@ -192,15 +196,20 @@ private:
 
     void ReadComment(std::string_view line) {
         const Words words = Split(line, "# \t\r=");
-        if (words.size() >= 2 && words[0] == "COLOR_MODEL") {
+        if (words.size() < 2) return;
+        // Without an equals sign behind the name it is a comment in plain words.
+        const std::string_view rest = line.substr(line.find(words[0]) + words[0].size());
+        if (rest[rest.find_first_not_of(" \t")] != '=') return;
+        if (words[0] == "COLOR_MODEL") {
             m_isHsv = SameWord(words[1], "hsv") || SameWord(words[1], "+hsv");
             if (!m_isHsv && !SameWord(words[1], "rgb") && !SameWord(words[1], "+rgb"))
                 Fail("the colour model '" + std::string(words[1]) + "' is not known; RGB and HSV are");
-        } else if (words.size() >= 2 && words[0] == "RANGE") {
+        } else if (words[0] == "RANGE") {
             const Words ends = Split(words[1], "/");
             const std::optional<double> low = ends.size() == 2 ? Number(ends[0]) : std::nullopt;
             const std::optional<double> high = ends.size() == 2 ? Number(ends[1]) : std::nullopt;
-            if (!low || !high || !(*low < *high)) Fail("RANGE has to be two rising numbers, as in -8000/0");
+            if (!low || !high || !(*low < *high) || !std::isfinite(*high - *low))
+                Fail("RANGE has to be two rising numbers, as in -8000/0");
             m_range = {*low, *high};
         }
     }
@@ -295,14 +304,21 @@ private:
         const int difference =
             std::max({std::abs(low.Red() - high.Red()), std::abs(low.Green() - high.Green()),
                       std::abs(low.Blue() - high.Blue())});
-        // Round the hues the way is longer than the distance of its ends: 255 for each sixth.
+        // Round the hues the change is greater than the distance of its ends: 255 for each sixth.
         const bool isHsv = slice.low.isHsv && slice.high.isHsv;
         const double turn = isHsv ? std::fabs(slice.low.components[0] - slice.high.components[0]) / 60 : 0;
-        const double way = std::max(static_cast<double>(difference), turn * 255);
-        const int bands = std::max(1, static_cast<int>(std::ceil(way / m_step)));
+        const double change = std::max(static_cast<double>(difference), turn * 255);
+        const int bands = std::max(1, static_cast<int>(std::ceil(change / m_step)));
+        if (table.NumEntries() + bands > kMostBands)
+            throw CommandError(ExitCode::CHECK_FAILED, m_path + ": gives more than " +
+                                                           std::to_string(kMostBands) +
+                                                           " bands; take a larger --step or a shorter table");
         for (int band = 0; band < bands; ++band) {
-            const double share = (band + 0.5) / bands;
-            table.AddEntry(slice.from + (slice.to - slice.from) * band / bands, Between(slice, share));
+            const double way = (slice.to - slice.from) * band;
+            const double value = std::isfinite(way)
+                                     ? slice.from + way / bands
+                                     : std::lerp(slice.from, slice.to, static_cast<double>(band) / bands);
+            table.AddEntry(value, Between(slice, (band + 0.5) / bands));
         }
     }
 

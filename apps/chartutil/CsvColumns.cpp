@@ -3,15 +3,16 @@
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/Console.h"
+#include "apps/chartutil/FilePaths.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -29,10 +30,40 @@ std::string_view Trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+/// Tells which characters stand between quotes. A quote opens a field only at the field's beginning; two
+/// quotes in a quoted field are one of its characters; anywhere else a quote is a character like any other.
+class Quotes {
+public:
+    explicit Quotes(char separator) : m_separator(separator) {}
+
+    /// Takes the next character; whether it stands between quotes.
+    bool Takes(char c) {
+        if (m_state == State::QUOTED) {
+            if (c == '"') m_state = State::CLOSED;
+            return true;
+        }
+        if (c == m_separator || c == '\n')
+            m_state = State::BEGIN;
+        else if (c == '"' && m_state != State::PLAIN)
+            m_state = State::QUOTED;
+        else if (kBlanks.find(c) == std::string_view::npos)
+            m_state = State::PLAIN;
+        return false;
+    }
+
+    bool IsOpen() const { return m_state == State::QUOTED; }
+
+private:
+    enum class State { BEGIN, PLAIN, QUOTED, CLOSED };
+    char m_separator;
+    State m_state = State::BEGIN;
+};
+
 /// Lines of a file or of standard input. A line break between quotes belongs to the line.
 class LineReader {
 public:
-    explicit LineReader(const std::string& path) : m_name(path == "-" ? "standard input" : path) {
+    LineReader(const std::string& path, char separator)
+        : m_name(path == "-" ? "standard input" : path), m_separator(separator) {
         if (path == "-") return;
         m_file = std::make_unique<FILES::Reader>(FromUtf8(path));
         if (!m_file->IsOpen())
@@ -45,12 +76,16 @@ public:
     /// The next line with its line end; empty at the end of the table. It holds until the next call.
     std::string_view Next() {
         m_line = m_nextLine;
-        bool isQuoted = false;
+        Quotes quotes(m_separator);
         std::size_t length = 0;
         for (;; ++length) {
-            if (m_begin + length == m_end && !Fill(length)) break;
+            if (m_begin + length == m_end && !Fill(length)) {
+                if (quotes.IsOpen())
+                    throw CommandError(ExitCode::IO_ERROR, Place() + ": has a quote that is not closed");
+                break;
+            }
             const char c = m_buffer[m_begin + length];
-            if (c == '"') isQuoted = !isQuoted;
+            const bool isQuoted = quotes.Takes(c);
             if (c != '\n') continue;
             ++m_nextLine;
             if (isQuoted) continue;
@@ -61,6 +96,9 @@ public:
         m_begin += length;
         return line;
     }
+
+    /// Before the table's own file can be replaced, which some systems refuse for one that is open.
+    void Close() { m_file.reset(); }
 
     /// "FILE, line N" of the line that was read last.
     std::string Place() const { return m_name + ", line " + std::to_string(m_line); }
@@ -90,6 +128,7 @@ private:
     }
 
     std::string m_name;
+    char m_separator;
     std::unique_ptr<FILES::Reader> m_file;
     std::optional<ProgressBar> m_progress;
     std::vector<char> m_buffer = std::vector<char>(kBlock);
@@ -109,7 +148,21 @@ public:
         if (std::filesystem::exists(NativePath(path), ignored) &&
             !std::filesystem::is_regular_file(NativePath(path), ignored))
             Fail("is no regular file; leave out --output to write to standard output");
-        m_file = FILES::OpenStream(FromUtf8(m_temporary = path + ".saving"), L"w");
+        m_target = NativePath(path);
+        if (std::filesystem::is_symlink(m_target, ignored)) {
+            m_target = std::filesystem::canonical(m_target, ignored);
+            if (m_target.empty()) Fail("is a link to no file");
+        }
+        constexpr int kMostAttempts = 100;
+        for (int number = 0; !m_file && number < kMostAttempts; ++number) {
+            m_temporary = m_target;
+            m_temporary.replace_filename("."); // a hidden file in the same folder, under a name that is free
+            m_temporary += m_target.filename();
+            m_temporary += "." + std::to_string(number) + ".saving";
+            const std::u8string name = m_temporary.u8string();
+            m_file =
+                FILES::OpenStream(FromUtf8({reinterpret_cast<const char*>(name.data()), name.size()}), L"wx");
+        }
         if (!m_file) Fail("cannot be written; check that the folder exists and takes new files");
     }
     ~Output() {
@@ -131,17 +184,16 @@ public:
         const bool isWritten = std::fclose(m_file) == 0;
         m_file = nullptr;
         std::error_code error;
-        if (isWritten) std::filesystem::rename(NativePath(m_temporary), NativePath(m_path), error);
+        if (isWritten && std::filesystem::exists(m_target, error))
+            std::filesystem::permissions(m_temporary, std::filesystem::status(m_target, error).permissions(),
+                                         error);
+        if (isWritten && !error) std::filesystem::rename(m_temporary, m_target, error);
         if (isWritten && !error) return;
         Discard();
         Fail("cannot be written; check the space on the disk and the permissions");
     }
 
 private:
-    static std::filesystem::path NativePath(const std::string& path) {
-        return std::u8string(path.begin(), path.end());
-    }
-
     void Flush() {
         const std::size_t size = m_text.size();
         if (m_file) {
@@ -155,7 +207,7 @@ private:
 
     void Discard() const {
         std::error_code ignored;
-        std::filesystem::remove(NativePath(m_temporary), ignored);
+        std::filesystem::remove(m_temporary, ignored);
     }
 
     [[noreturn]] void Fail(const char* what) const {
@@ -163,7 +215,8 @@ private:
     }
 
     std::string m_path;
-    std::string m_temporary;
+    std::filesystem::path m_target; // the file itself, behind a symbolic link
+    std::filesystem::path m_temporary;
     std::FILE* m_file = nullptr;
     std::string m_text;
 };
@@ -173,11 +226,10 @@ struct Fields {
     Fields(std::string_view line, char separator) {
         const std::size_t end = line.find_last_not_of("\r\n") + 1;
         lineEnd = line.substr(end);
-        bool isQuoted = false;
+        Quotes quotes(separator);
         std::size_t start = 0;
         for (std::size_t i = 0; i <= end; ++i) {
-            if (i < end && line[i] == '"') isQuoted = !isQuoted;
-            if (i < end && (isQuoted || line[i] != separator)) continue;
+            if (i < end && (quotes.Takes(line[i]) || line[i] != separator)) continue;
             items.push_back(line.substr(start, i - start));
             start = i + 1;
         }
@@ -214,7 +266,8 @@ std::string ColumnName(std::size_t index) { return "column " + std::to_string(in
 
 char Separator(const std::string& text) {
     if (text == "tab") return '\t';
-    if (text.size() == 1 && text[0] != '"' && text[0] != '\n' && text[0] != '\r') return text[0];
+    if (text.size() == 1 && std::string_view("\"\n\r+-.0123456789eE").find(text[0]) == std::string_view::npos)
+        return text[0];
     throw CommandError(ExitCode::WRONG_USE, "'" + text + "' is no separator; give one character, or 'tab'");
 }
 
@@ -229,8 +282,11 @@ bool ParseNumber(std::string_view text, double& value) {
 
 std::string DecimalText(double value, int decimals) {
     char text[400]; // a double has up to 309 digits before the point
+    // Without an exponent as long as a reader would write none.
+    const bool isPlain = value == 0 || (std::fabs(value) >= 1e-7 && std::fabs(value) < 1e16);
     const auto end = decimals < 0
-                         ? std::to_chars(text, std::end(text), value)
+                         ? std::to_chars(text, std::end(text), value,
+                                         isPlain ? std::chars_format::fixed : std::chars_format::general)
                          : std::to_chars(text, std::end(text), value, std::chars_format::fixed, decimals);
     const std::string_view number(text, static_cast<std::size_t>(end.ptr - text));
     const bool isMinusZero = number[0] == '-' && number.find_first_not_of("-0.") == std::string_view::npos;
@@ -253,14 +309,18 @@ void AddCsvOptions(CLI::App& command, CsvTable& table) {
 void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
                    const std::function<void(std::span<double>)>& change) {
     const char separator = Separator(table.separator);
-    LineReader input(table.input);
+    LineReader input(table.input, separator);
     Output output(table.output);
     std::vector<std::size_t> indices;
     std::vector<double> numbers(columns.size());
 
     const auto findColumns = [&](const Fields* header) {
-        for (const std::string& column : columns)
-            indices.push_back(ColumnIndex(column, header, input.Place()));
+        for (const std::string& column : columns) {
+            const std::size_t index = ColumnIndex(column, header, input.Place());
+            if (std::find(indices.begin(), indices.end(), index) != indices.end())
+                throw CommandError(ExitCode::WRONG_USE, ColumnName(index) + " is named twice");
+            indices.push_back(index);
+        }
     };
     if (table.hasNoHeader) findColumns(nullptr);
 
@@ -312,5 +372,6 @@ void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
         }
         output.Write(fields.lineEnd);
     }
+    input.Close();
     output.Finish();
 }

@@ -12,10 +12,13 @@ class App;
 
 /// Numbers in some columns of a table of comma separated values, changed line by line. Everything else of the
 /// table comes out byte for byte as it came in. Only one line is held at a time, so a table may be larger
-/// than memory.
+/// than memory. A field that begins with a quote may hold separators and line breaks up to the next quote;
+/// two quotes in it stand for one. A quote anywhere else is a character like any other.
 struct CsvTable {
     std::string input = "-"; ///< a file, or "-" for standard input
-    std::string output;      ///< a file, which is replaced when all is done; empty for standard output
+    /// A file, which is replaced when all is done and keeps its permissions, behind a symbolic link too; empty
+    /// for standard output.
+    std::string output;
     std::string separator = ",";
     bool hasNoHeader = false;
     int decimals = -1; ///< digits after the point; -1 for the shortest text that reads back as the number

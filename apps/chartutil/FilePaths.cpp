@@ -2,18 +2,16 @@
 
 #include "apps/chartutil/Console.h"
 
-#include <filesystem>
-
 namespace {
-
-std::filesystem::path Native(const std::string& path) { return std::u8string(path.begin(), path.end()); }
 
 std::filesystem::file_status StatusOf(const std::string& path) {
     std::error_code ignored;
-    return std::filesystem::status(Native(path), ignored);
+    return std::filesystem::status(NativePath(path), ignored);
 }
 
 } // namespace
+
+std::filesystem::path NativePath(const std::string& path) { return std::u8string(path.begin(), path.end()); }
 
 bool PathExists(const std::string& path) {
     return StatusOf(path).type() != std::filesystem::file_type::not_found;
@@ -33,6 +31,6 @@ void ThrowNotReadable(const std::string& path) {
 
 bool Truncate(const std::string& path, std::uint64_t size) {
     std::error_code error;
-    std::filesystem::resize_file(Native(path), size, error);
+    std::filesystem::resize_file(NativePath(path), size, error);
     return !error;
 }

@@ -1,7 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
+
+/// The path (UTF-8) for functions of the standard library.
+std::filesystem::path NativePath(const std::string& path);
 
 /// Ends the command: the file `path` (UTF-8) cannot be read. Says why, as far as that can be told.
 [[noreturn]] void ThrowNotReadable(const std::string& path);

@@ -47,6 +47,8 @@ std::string ReadFile(const std::string& path) {
 
 Layout ReadLayout(const std::string& path, bool isLatin1) {
     const std::string bytes = ReadFile(path);
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
+        throw CommandError(ExitCode::IO_ERROR, path + ": is UTF-16, which is not read; save it as UTF-8");
     Layout layout{FromUtf8(bytes), isLatin1};
     const auto isStrayByte = [](wchar_t c) { return c >= 0xDC80 && c <= 0xDCFF; };
     layout.isLatin1 = isLatin1 || std::any_of(layout.text.begin(), layout.text.end(), isStrayByte);
@@ -99,9 +101,10 @@ void List(const std::string& path, bool isLatin1, bool json) {
     }
 
     Json entries = Json::array();
+    constexpr std::size_t kWidestName = 40; // a longer one moves the rest of its line only
     std::size_t width = 7;
     for (int i = 0; i < keywords.GetSize(); ++i)
-        width = std::max(width, keywords.GetKeywordConst(i)->name.size());
+        width = std::max(width, std::min(keywords.GetKeywordConst(i)->name.size(), kWidestName));
     if (!json && keywords.GetSize() > 0)
         std::cout << Colored("count  keyword" + std::string(width - 7, ' ') + "  kind                  lines",
                              "1")
@@ -125,7 +128,8 @@ void List(const std::string& path, bool isLatin1, bool json) {
         }
         const std::string count = std::to_string(keyword.refCount);
         std::cout << std::string(count.size() < 5 ? 5 - count.size() : 0, ' ') << count << "  "
-                  << ToUtf8(keyword.name) << std::string(width - keyword.name.size(), ' ') << "  "
+                  << Printable(ToUtf8(keyword.name))
+                  << std::string(width - std::min(width, keyword.name.size()), ' ') << "  "
                   << Colored(kind, kind == "own" ? "0" : "32") << std::string(20 - kind.size(), ' ') << "  ";
         for (std::size_t k = 0; k < where.size() && k < 10; ++k) std::cout << (k ? "," : "") << where[k];
         if (where.size() > 10) std::cout << ",...";
@@ -135,9 +139,9 @@ void List(const std::string& path, bool isLatin1, bool json) {
     if (json) PrintJson({{"file", path}, {"keywords", entries}});
     if (!json && keywords.GetSize() == 0) std::cout << path << ": no keywords\n";
     if (hasWrapped)
-        std::cerr
-            << "chartutil: note: a name that begins on an earlier line is there; a single percent sign can "
-               "cause that, write \"%%\" for it\n";
+        PrintNote(
+            "chartutil: note: a name that begins on an earlier line is there; a single percent sign can "
+            "cause that, write \"%%\" for it");
 }
 
 // --- fill ---
@@ -149,12 +153,7 @@ struct FillOptions {
     bool isLatin1 = false;
 };
 
-void SetValue(CKeywords& values, const std::wstring& name, const std::wstring& value) {
-    CKeyword keyword;
-    keyword.name = name;
-    values.AddKeyword(&keyword);
-    values.GetKeyword(name)->value = value;
-}
+using Values = std::map<std::wstring, std::wstring>;
 
 std::wstring NowAs(const char* format) {
     const std::time_t now = std::time(nullptr);
@@ -163,13 +162,13 @@ std::wstring NowAs(const char* format) {
 }
 
 // What is known of itself, then what the project file has, then what the user gave; the last one counts.
-CKeywords CollectValues(const FillOptions& options) {
-    CKeywords values;
-    SetValue(values, L"current date", NowAs("%Y-%m-%d"));
-    SetValue(values, L"current time", NowAs("%H:%M"));
-    SetValue(values, L"plot name", GetTitleFromPath(FromUtf8(options.layout)));
+Values CollectValues(const FillOptions& options) {
+    Values values;
+    values[L"current date"] = NowAs("%Y-%m-%d");
+    values[L"current time"] = NowAs("%H:%M");
+    values[L"plot name"] = GetTitleFromPath(FromUtf8(options.layout));
     if (!options.project.empty()) {
-        SetValue(values, L"plot project", GetTitleFromPath(FromUtf8(options.project)));
+        values[L"plot project"] = GetTitleFromPath(FromUtf8(options.project));
         IniFile file;
         if (const ErrorString result = file.Open(FromUtf8(options.project)); !result)
             throw CommandError(ExitCode::IO_ERROR, options.project + ": " + ToUtf8(result.Text()) +
@@ -183,7 +182,7 @@ CKeywords CollectValues(const FillOptions& options) {
         for (int i = project.GetSize() - 1; i >= 0;
              --i) { // backwards: of keys with one name the first counts
             const CKeyword& keyword = *project.GetKeywordConst(i);
-            if (!keyword.name.empty()) SetValue(values, keyword.name, keyword.value);
+            if (!keyword.name.empty()) values[keyword.name] = keyword.value;
         }
     }
     for (const std::string& given : options.values) {
@@ -191,36 +190,34 @@ CKeywords CollectValues(const FillOptions& options) {
         if (equals == std::string::npos || equals == 0)
             throw CommandError(ExitCode::WRONG_USE,
                                "'" + given + "' gives no keyword a value; write it as --value 'NAME=VALUE'");
-        SetValue(values, FromUtf8(given.substr(0, equals)), FromUtf8(given.substr(equals + 1)));
+        values[FromUtf8(given.substr(0, equals))] = FromUtf8(given.substr(equals + 1));
     }
     return values;
 }
 
 // Notes on what is given but of no use, or not one of the choices offered.
-void CheckValues(const FillOptions& options, const CKeywords& layout, const CKeywords& values) {
+void CheckValues(const FillOptions& options, const CKeywords& layout, const Values& values) {
     for (const std::string& given : options.values) {
         const std::wstring name = FromUtf8(given.substr(0, given.find('=')));
         if (!layout.GetKeywordConst(name))
-            std::cerr << options.layout << ": note: there is no keyword " << Quoted(name)
-                      << " to be filled\n";
+            PrintNote(options.layout + ": note: there is no keyword " + Quoted(name) + " to be filled");
         const CListKeyword* const choices = CListKeywords::Get().GetListKeyword(name);
         if (!choices) continue;
         bool isChoice = false;
         for (int i = 0; i < choices->GetSize(); ++i)
-            isChoice = isChoice || choices->GetValue(i) == values.GetKeywordConst(name)->value;
+            isChoice = isChoice || choices->GetValue(i) == values.at(name);
         if (!isChoice)
-            std::cerr << options.layout << ": note: " << Quoted(values.GetKeywordConst(name)->value)
-                      << " is none of the choices for " << Quoted(name) << '\n';
+            PrintNote(options.layout + ": note: " + Quoted(values.at(name)) + " is none of the choices for " +
+                      Quoted(name));
     }
 }
 
 void Fill(const FillOptions& options) {
     const Layout layout = ReadLayout(options.layout, options.isLatin1);
-    CKeywords values = CollectValues(options);
+    const Values values = CollectValues(options);
     CKeywords keywords;
     keywords.AddKeywordsInString(layout.text);
     CheckValues(options, keywords, values);
-    values = CKeywords(values); // a copy of which no keyword was handed out is searched at once
 
     std::wstring filled;
     std::size_t done = 0;
@@ -228,27 +225,26 @@ void Fill(const FillOptions& options) {
     LineCounter counter(layout.text);
     for (Placeholders walk(layout.text); walk.Next();) {
         const std::wstring name(walk.Name());
-        const CKeyword* const known = walk.IsWrapped() ? nullptr : values.GetKeywordConst(name);
+        const auto known = walk.IsWrapped() ? values.end() : values.find(name);
         const std::string place = options.layout + ":" + std::to_string(counter.LineOf(walk.Begin())) + ": ";
-        if (!known) {
+        if (known == values.end()) {
             ++unknown;
             if (walk.IsWrapped())
-                std::cerr << place << "the keyword " << Quoted(name)
-                          << " begins on an earlier line and stays; keep a name on one line, and write "
-                             "\"%%\" for a "
-                             "percent sign\n";
+                PrintNote(place + "the keyword " + Quoted(name) +
+                          " begins on an earlier line and stays; keep a name on one line, and write \"%%\" "
+                          "for a percent sign");
             else
-                std::cerr << place << "no value for the keyword " << Quoted(name)
-                          << "; give one with --value '" << ToUtf8(name) << "=...' or in the project file\n";
+                PrintNote(place + "no value for the keyword " + Quoted(name) + "; give one with --value '" +
+                          ToUtf8(name) + "=...' or in the project file");
             continue;
         }
         const auto isTooHigh = [](wchar_t c) { return static_cast<std::make_unsigned_t<wchar_t>>(c) > 0xFF; };
-        if (layout.isLatin1 && std::any_of(known->value.begin(), known->value.end(), isTooHigh))
+        if (layout.isLatin1 && std::any_of(known->second.begin(), known->second.end(), isTooHigh))
             throw CommandError(ExitCode::CHECK_FAILED,
                                place + "the value of " + Quoted(name) +
                                    " has a character that this layout, one byte a character, cannot hold");
         filled.append(layout.text, done, walk.Begin() - done);
-        filled += known->value;
+        filled += known->second;
         done = walk.End();
     }
     filled.append(layout.text, done);

@@ -114,8 +114,15 @@ std::string HexText(const RGBColor& color) {
 }
 
 std::string SvgEscaped(std::string_view text) {
+    // XML holds neither bytes that are no UTF-8 nor the two codes that are no characters.
+    std::wstring wide = FromUtf8(text);
+    for (std::size_t i = 0; i < wide.size(); ++i) {
+        const bool isPaired = i > 0 && wide[i - 1] >= 0xD800 && wide[i - 1] <= 0xDBFF;
+        if ((wide[i] >= 0xDC00 && wide[i] <= 0xDFFF && !isPaired) || wide[i] == 0xFFFE || wide[i] == 0xFFFF)
+            wide[i] = 0xFFFD;
+    }
     std::string escaped;
-    for (const char c : text) {
+    for (const char c : ToUtf8(wide)) {
         switch (c) {
         case '&':
             escaped += "&amp;";

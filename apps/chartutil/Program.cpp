@@ -1,12 +1,14 @@
 #include "apps/chartutil/Program.h"
 
 #include "apps/chartutil/Commands.h"
+#include "apps/chartutil/Console.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <exception>
 #include <iostream>
+#include <sstream>
 
 namespace {
 
@@ -42,8 +44,12 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
         program.parse(std::move(arguments));
         return Finished(ExitCode::SUCCESS);
     } catch (const CLI::ParseError& error) {
-        const bool isHelp = program.exit(error) == 0;
-        return isHelp ? Finished(ExitCode::SUCCESS) : ExitCode::WRONG_USE;
+        std::ostringstream message; // with arguments, which a script may have taken from anywhere
+        const bool isHelp = program.exit(error, std::cout, message) == 0;
+        if (isHelp) return Finished(ExitCode::SUCCESS);
+        const std::string text = message.str();
+        PrintNote(std::string_view(text).substr(0, text.find_last_not_of('\n') + 1));
+        return ExitCode::WRONG_USE;
     } catch (const CommandExit& exit) {
         return Finished(exit.code);
     } catch (const CommandError& error) {
@@ -53,7 +59,7 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
         std::cerr << "chartutil: not enough memory for this input\n";
         return ExitCode::IO_ERROR;
     } catch (const std::exception& error) {
-        std::cerr << "chartutil: " << error.what() << '\n';
+        PrintNote(std::string("chartutil: ") + error.what());
         return ExitCode::IO_ERROR;
     }
 }

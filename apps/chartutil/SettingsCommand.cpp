@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -36,11 +37,18 @@ struct Options {
     std::string newName;
     std::string comment;
     CLI::Option* commentGiven = nullptr;
+    std::vector<CLI::Option*> keyOptions; // of the commands that can do without a key
     bool create = false;
     bool seal = false;
     bool ignoreUnsealed = false;
     bool wantsComment = false;
     bool json = false;
+
+    // Whether a key was named; an empty name, as an unset variable of a script gives it, was one too.
+    bool HasKey() const {
+        return std::any_of(keyOptions.begin(), keyOptions.end(),
+                           [](const CLI::Option* option) { return option->count() > 0; });
+    }
 };
 using OptionsPtr = std::shared_ptr<Options>;
 
@@ -88,8 +96,8 @@ IniFile OpenSettings(const std::string& path) {
 void SaveSettings(const IniFile& file, const std::string& path) {
     if (!file.Save(FromUtf8(path)))
         throw CommandError(ExitCode::IO_ERROR,
-                           path + ": cannot be saved, it is as it was; check the "
-                                  "permissions of file and folder and the space on the disk");
+                           path + ": cannot be saved, it is as it was; check that the folder exists, the "
+                                  "permissions of file and folder, and the space on the disk");
 }
 
 Section& RequireSection(IniFile& file, const std::string& path, const std::string& name) {
@@ -136,8 +144,8 @@ void RenewSeal(Section& section, const Options& options) {
     if (options.seal)
         AddSeal(section);
     else if (SealOf(section) == Seal::BROKEN)
-        std::cerr << "chartutil: note: the seal of " << InBrackets(section.GetName())
-                  << " does not fit its keys; 'chartutil settings seal' renews it\n";
+        PrintNote("chartutil: note: the seal of " + InBrackets(section.GetName()) +
+                  " does not fit its keys; 'chartutil settings seal' renews it");
 }
 
 std::string Padded(const std::wstring& text, int width) {
@@ -244,7 +252,7 @@ void Remove(const Options& options) {
     IniFile file = OpenSettings(options.file);
     Section& section = RequireSection(file, options.file, options.section);
     std::string removed = InBrackets(section.GetName());
-    if (!options.key.empty()) {
+    if (options.HasKey()) {
         const std::wstring key = RequireKey(section, options.file, options.key).GetName();
         removed += " " + ToUtf8(key);
         section.RemoveKey(key);
@@ -272,6 +280,7 @@ void RenameSection(IniFile& file, const Options& options) {
     RequireSectionName(FromUtf8(options.newName));
     if (!file.RenameSection(FromUtf8(options.section), FromUtf8(options.newName)))
         ThrowNameTaken(options.file, options.newName);
+    if (options.seal) AddSeal(file[FromUtf8(options.newName)]);
 }
 
 void RenameKey(IniFile& file, const Options& options) {
@@ -288,12 +297,28 @@ void RenameKey(IniFile& file, const Options& options) {
 
 void Rename(const Options& options) {
     IniFile file = OpenSettings(options.file);
-    const bool ofKey = !options.key.empty();
+    const bool ofKey = options.HasKey();
     ofKey ? RenameKey(file, options) : RenameSection(file, options);
     SaveSettings(file, options.file);
     std::cout << Printable(options.file + ": [" + options.section + "]" + (ofKey ? " " + options.key : "") +
                            " is now " + (ofKey ? options.newName : "[" + options.newName + "]"))
               << '\n';
+}
+
+// Works through the files, of which none keeps the others from being done, and gives the worst exit code.
+ExitCode ForEachFile(const std::vector<std::string>& paths, Json& reports,
+                     const std::function<void(const std::string&)>& doOne) {
+    ExitCode worst = ExitCode::SUCCESS;
+    for (const std::string& path : paths) {
+        try {
+            doOne(path);
+        } catch (const CommandError& error) {
+            worst = std::max(worst, error.Code());
+            PrintError(error);
+            reports.push_back({{"file", path}, {"error", error.what()}});
+        }
+    }
+    return worst;
 }
 
 // The sections named by the user, or all.
@@ -318,7 +343,7 @@ void Check(const Options& options) {
     Json files = Json::array();
     int numSections = 0;
     int numBad = 0;
-    for (const std::string& path : options.files) {
+    ExitCode worst = ForEachFile(options.files, files, [&](const std::string& path) {
         IniFile file = OpenSettings(path);
         const std::vector<Section*> sections = ChosenSections(file, path, options);
         const int width = LongestName(sections);
@@ -346,19 +371,20 @@ void Check(const Options& options) {
             }
         }
         files.push_back({{"file", path}, {"sections", std::move(report)}});
-    }
+    });
     if (options.json)
         PrintJson({{"files", std::move(files)}, {"sections", numSections}, {"failed", numBad}});
     else if (numBad > 0)
         std::cout << numBad << " of " << numSections << " sections edited by hand or without a seal\n";
-    else
+    else if (worst == ExitCode::SUCCESS)
         std::cout << "no section was edited by hand\n";
-    if (numBad > 0) throw CommandExit{ExitCode::CHECK_FAILED};
+    if (numBad > 0) worst = std::max(worst, ExitCode::CHECK_FAILED);
+    if (worst != ExitCode::SUCCESS) throw CommandExit{worst};
 }
 
 void SealSections(const Options& options) {
     Json files = Json::array();
-    for (const std::string& path : options.files) {
+    const ExitCode worst = ForEachFile(options.files, files, [&](const std::string& path) {
         IniFile file = OpenSettings(path);
         const std::vector<Section*> sections = ChosenSections(file, path, options);
         std::vector<Seal> before;
@@ -387,8 +413,9 @@ void SealSections(const Options& options) {
                       << kDone[static_cast<int>(before[i])] << '\n';
         }
         files.push_back({{"file", path}, {"sections", std::move(report)}});
-    }
+    });
     if (options.json) PrintJson({{"files", std::move(files)}});
+    if (worst != ExitCode::SUCCESS) throw CommandExit{worst};
 }
 
 CLI::App* Add(CLI::App& settings, const OptionsPtr& options, const char* name, const char* what,
@@ -476,7 +503,7 @@ void AddSettingsCommand(CLI::App& program) {
                                      "  chartutil settings remove sample-project.ini Tides Offset --seal");
     addFile(remove);
     addSection(remove);
-    remove->add_option("KEY", options->key, "Remove this key only");
+    options->keyOptions.push_back(remove->add_option("KEY", options->key, "Remove this key only"));
     addSeal(remove);
 
     CLI::App* const rename =
@@ -487,7 +514,8 @@ void AddSettingsCommand(CLI::App& program) {
     addFile(rename);
     addSection(rename);
     rename->add_option("NEW_NAME", options->newName, "The new name; it must be free")->required();
-    rename->add_option("-k,--key", options->key, "Rename this key of the section");
+    options->keyOptions.push_back(
+        rename->add_option("-k,--key", options->key, "Rename this key of the section"));
     addSeal(rename);
 
     CLI::App* const check =

@@ -68,6 +68,7 @@ std::string NoteOn(const std::wstring& key, const std::wstring& value) {
         const auto number = static_cast<std::size_t>(atoi(value));
         return number < std::size(names) ? std::string(names[number]) : std::string();
     };
+    if (icompareW(key, L"UseTextColor")) return {}; // a flag
     if (EndsWith(key, L"TrueColor")) {
         unsigned long reference = 0;
         SectionKey number;
@@ -85,6 +86,17 @@ std::string NoteOn(const std::wstring& key, const std::wstring& value) {
 std::wstring NoteKey(const std::string& type, const std::wstring& key) {
     const bool isText = type == "TextInfo" || type == "DepthLabelInfo";
     return isText && (EndsWith(key, L"Style") || EndsWith(key, L"Justification")) ? L"Text" + key : key;
+}
+
+struct BelowNoCase {
+    bool operator()(const std::wstring& a, const std::wstring& b) const { return SmallerW(a, b); }
+};
+
+// The key that a field is read from.
+const SectionKey& GivenKey(const Section& section, const std::wstring& key) {
+    const SectionKey& given = section[key];
+    const bool hasOlderName = icompareW(key, L"ContourLabelSpacing");
+    return hasOlderName && given.GetValue().empty() ? section[L"LabelSpacing"] : given;
 }
 
 template <typename Style>
@@ -128,7 +140,7 @@ void AddIfThere(std::vector<Record>& records, const char* type, const Section& s
     int numGiven = 0;
     for (int i = 0; i < says.NumKeys(); ++i) {
         const std::wstring& key = says[i].GetName().String();
-        const SectionKey& given = section[key];
+        const SectionKey& given = GivenKey(section, key);
         numGiven += given.IsValid();
         record.fields.push_back({ToUtf8(key), ToUtf8(given.GetValue()), given.IsValid(),
                                  ToUtf8(says[i].GetValue()), NoteOn(NoteKey(type, key), says[i].GetValue())});
@@ -152,7 +164,7 @@ std::vector<Record> RecordsOf(const Section& section) {
     AddIfThere<BiasInfo>(records, "BiasInfo", section);
     AddIfThere<CMapInfo>(records, "CMapInfo", section);
 
-    std::set<std::wstring> prefixes;
+    std::set<std::wstring, BelowNoCase> prefixes;
     for (int i = 0; i < section.NumKeys(); ++i) {
         const std::wstring& key = section[i].GetName().String();
         const std::size_t point = key.rfind(L'.');
@@ -260,13 +272,13 @@ Json ToJson(const Record& record) {
 
 void Print(const Record& record) {
     std::cout << Colored(record.type, "1");
-    if (!record.prefix.empty()) std::cout << " with the prefix " << record.prefix;
+    if (!record.prefix.empty()) std::cout << " with the prefix " << Printable(record.prefix);
     std::cout << '\n';
     std::size_t nameWidth = 0;
     std::size_t valueWidth = 0;
     for (const Field& field : record.fields) {
         nameWidth = std::max(nameWidth, field.name.size());
-        valueWidth = std::max(valueWidth, std::min<std::size_t>(field.value.size(), 30));
+        valueWidth = std::max(valueWidth, std::min<std::size_t>(Printable(field.value).size(), 30));
     }
     const auto padded = [](const std::string& text, std::size_t width) {
         return text + std::string(text.size() < width ? width - text.size() : 0, ' ');
@@ -276,12 +288,12 @@ void Print(const Record& record) {
         if (!field.isGiven)
             remarks += std::string(remarks.empty() ? "" : ", ") + "not given";
         else if (field.given != field.value)
-            remarks += (remarks.empty() ? "given as \"" : ", given as \"") + field.given + '"';
+            remarks += (remarks.empty() ? "given as \"" : ", given as \"") + Printable(field.given) + '"';
+        const std::string value = Printable(field.value);
         std::cout << "  " << padded(field.name, nameWidth) << "  ";
-        std::cout << (remarks.empty() ? field.value : padded(field.value, valueWidth) + "  " + remarks)
-                  << '\n';
+        std::cout << (remarks.empty() ? value : padded(value, valueWidth) + "  " + remarks) << '\n';
     }
-    if (!record.line.empty()) std::cout << "  in one line: " << record.line << '\n';
+    if (!record.line.empty()) std::cout << "  in one line: " << Printable(record.line) << '\n';
 }
 
 void Show(const std::string& path, const std::string& name, bool json) {

@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
+#include <cmath>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -39,6 +40,9 @@ void ConvertValues(const Options& options, const UnitType& from, const UnitType&
         double value = 0;
         if (!ParseNumber(text, value)) throw CommandError(ExitCode::WRONG_USE, "'" + text + "' is no number");
         const double converted = from.Convert(to.GetType(), value);
+        if (!std::isfinite(converted))
+            throw CommandError(ExitCode::WRONG_USE,
+                               "'" + text + "' is too large to be told in " + ToUtf8(to.AsString()));
         if (options.json) {
             conversions.push_back({{"value", value}, {"converted", converted}});
         } else {
@@ -74,11 +78,13 @@ void AddUnitsCommand(CLI::App& program) {
 
     CLI::App* convert =
         units->add_subcommand("convert", "Convert lengths, or a column of a table of lengths");
-    convert->add_option("VALUE", options->values, "Lengths, with a decimal point");
+    CLI::Option* const values =
+        convert->add_option("VALUE", options->values, "Lengths, with a decimal point");
     convert->add_option("--from", options->from, "Their unit: mm, cm, m, inches or feet")->required();
     convert->add_option("--to", options->to, "The unit to convert to")->required();
-    convert->add_flag("--json", options->json, "Print a JSON document of the lengths");
-    convert->add_option(
+    CLI::Option* const json =
+        convert->add_flag("--json", options->json, "Print a JSON document of the lengths");
+    CLI::Option* const column = convert->add_option(
         "--column", options->column,
         "Convert this column of a table instead: a name of its header line, or a number from 1");
     convert
@@ -86,6 +92,9 @@ void AddUnitsCommand(CLI::App& program) {
                      "The table, comma separated values; '-' is standard input. It may be larger than memory")
         ->capture_default_str();
     AddCsvOptions(*convert, options->table);
+    json->excludes(column);
+    for (const char* name : {"--input", "--output", "--separator", "--no-header"})
+        values->excludes(convert->get_option(name));
     convert->footer("Examples:\n  chartutil units convert --from feet --to m 12 6.5\n"
                     "  chartutil units convert --from m --to feet --column depth_m --decimals 2 \\\n"
                     "      --input soundings.csv --output soundings-feet.csv");

@@ -5,6 +5,7 @@
 #include "UtilityDLL/settings/FileChecksum.h"
 #include "VelmBase/FileObject.h"
 #include "tests/support/IniFiles.h"
+#include "tests/support/Program.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -266,4 +267,37 @@ TEST(HostilePath, ALongLineCostsMemoryInProportion) {
     int status = 0;
     waitpid(child, &status, 0);
     EXPECT_EQ(0, status);
+}
+
+TEST(HostilePath, AFileWhoseReadingFails) {
+    const std::wstring path = L"/proc/self/mem"; // a regular file that opens; its first bytes cannot be read
+    IniFile file;
+    file[L"old"];
+    const ErrorString result = file.Open(path);
+    EXPECT_FALSE(result);
+    EXPECT_EQ(L"Error opening \"/proc/self/mem\" for reading!", result.Text());
+    EXPECT_TRUE(file.Empty());
+    CRCFile guarded;
+    EXPECT_FALSE(guarded.Open(path, L"rb"));
+    EXPECT_FALSE(guarded.IsOpen());
+    EXPECT_EQ(0u, CRCFile::GetCRC(path));
+    EXPECT_EQ(0u, FileChecksum(path, 100).Value());
+}
+
+TEST(HostilePath, PicturesOfFilesWhoseNamesAreNoUtf8AreWellFormed) {
+    const TemporaryFolder folder;
+    const std::string table = (folder.Path() / "b\xFF.col").string(),
+                      contours = (folder.Path() / "b\xFF.cdf").string();
+    WriteBytes(fs::path(table), "[ColorTable]\nEntry(0)=0,1,2,3\n");
+    WriteBytes(fs::path(contours), "[Contour(0)]\nLevel=1\n");
+    const std::string picture = ToUtf8(folder.File(L"t.svg"));
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"colors", "table", table}, {"contours", "list", contours}}) {
+        std::vector<std::string> all = arguments;
+        all.insert(all.end(), {"--picture", picture});
+        ASSERT_EQ(0, RunChartutil(all).exitCode);
+        const std::string svg = ReadBytes(folder.File(L"t.svg"));
+        EXPECT_EQ(std::string::npos, svg.find('\xFF'));
+        EXPECT_NE(std::string::npos, svg.find("b\xEF\xBF\xBD."));
+    }
 }

@@ -157,14 +157,13 @@ bool Writer::Save(const std::wstring& path) const {
 }
 
 void Writer::EndLine(std::size_t start) {
-    if (m_hasLineFeed) {
+    if (m_text.find('\n', start) != std::string::npos) {
         const std::string line = m_text.substr(start);
         m_text.resize(start);
         for (const char c : line) {
             if (c == '\n') m_text += '\r';
             m_text += c;
         }
-        m_hasLineFeed = false;
     }
     m_text += "\r\n";
 }
@@ -178,15 +177,12 @@ char* Writer::Extend(std::size_t count) {
 void Writer::Put(char* bytes, std::wstring_view text) {
     using Code = std::make_unsigned_t<wchar_t>;
     Code all = 0;
-    bool hasLineFeed = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto code = static_cast<Code>(text[i]);
         all |= code;
-        hasLineFeed |= code == L'\n';
         bytes[i] = static_cast<char>(code);
     }
     m_storable = m_storable && all <= 0xFF;
-    m_hasLineFeed = m_hasLineFeed || hasLineFeed;
 }
 
 } // namespace SETTINGS

@@ -84,7 +84,6 @@ private:
     static constexpr std::size_t kUsualLine = 64;
     std::string m_text;
     bool m_storable = true;
-    bool m_hasLineFeed = false; // in the line under way
 };
 
 } // namespace SETTINGS

@@ -59,13 +59,14 @@ public:
     /// Grows to hold the point; a box that is not valid becomes the point. A coordinate that is NaN does not
     /// grow a valid box.
     constexpr void Update(const P& p) noexcept {
-        if (Covers(p)) return; // as it does most points; and then the box is valid
-        if (!IsValid()) {
+        if (!IsValid()) [[unlikely]] {
             m_min = m_max = p;
             return;
         }
-        m_min = P(std::min(MinX(), p.X()), std::min(MinY(), p.Y()));
-        m_max = P(std::max(MaxX(), p.X()), std::max(MaxY(), p.Y()));
+        m_min.X(std::min(MinX(), p.X()));
+        m_min.Y(std::min(MinY(), p.Y()));
+        m_max.X(std::max(MaxX(), p.X()));
+        m_max.Y(std::max(MaxY(), p.Y()));
     }
     constexpr void Update(T x, T y) noexcept { Update(P(x, y)); }
 

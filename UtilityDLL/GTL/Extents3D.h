@@ -67,13 +67,16 @@ public:
     /// Grows to hold the point; a box that is not valid becomes the point, with its attribute. A coordinate
     /// that is NaN does not grow a valid box.
     constexpr void Update(const P& p) noexcept {
-        if (Covers(p)) return; // as it does most points; and then the box is valid
-        if (!IsValid()) {
+        if (!IsValid()) [[unlikely]] {
             m_min = m_max = p;
             return;
         }
-        m_min = P(std::min(MinX(), p.X()), std::min(MinY(), p.Y()), std::min(MinZ(), p.Z()), m_min.B());
-        m_max = P(std::max(MaxX(), p.X()), std::max(MaxY(), p.Y()), std::max(MaxZ(), p.Z()), m_max.B());
+        m_min.X(std::min(MinX(), p.X()));
+        m_min.Y(std::min(MinY(), p.Y()));
+        m_min.Z(std::min(MinZ(), p.Z()));
+        m_max.X(std::max(MaxX(), p.X()));
+        m_max.Y(std::max(MaxY(), p.Y()));
+        m_max.Z(std::max(MaxZ(), p.Z()));
     }
     constexpr void Update(T x, T y, T z) noexcept { Update(P(x, y, z)); }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -46,14 +47,15 @@ VELMBASE_API std::int64_t Position(std::FILE* stream);
 VELMBASE_API bool SeekTo(std::FILE* stream, std::int64_t offset, int origin);
 
 /// Gives the file `path` this content, whole or not at all: whatever happens, the file is the old one or the
-/// new one. Returns true when it is the new one, safe on the disk; false when it is the old one.
+/// new one. Returns true when it is the new one, safe on the disk (its name, in a folder that may not be
+/// listed, as soon as the system writes it); false when it is the old one.
 ///
 /// The content goes to a temporary file ".<name>.saving" in the same folder, which then takes the file's
-/// place; a temporary file that a killed process left is used again, and one of a living process is waited for,
-/// up to ten seconds. Mode, access list, owner and symbolic links stay as they are. Where that cannot be (the
-/// folder takes no new file, the file has several hard links, its owner cannot be kept), the file is written
-/// in place: a failed write is undone, but a crash in that moment can tear it. A read-only file is not
-/// replaced.
+/// place; a temporary file that a killed process left is used again, and one of a living process is waited
+/// for, up to ten seconds. Mode, access list, owner and symbolic links stay as they are. Where that cannot be
+/// (the folder takes no new file, the file has several hard links, its owner cannot be kept), the file is
+/// written in place: a failed write is undone, but a crash in that moment can tear it. A read-only file is
+/// not replaced.
 ///
 /// On Windows:
 ///   - content and name are flushed to the disk as on Linux; NTFS, which logs its changes, then holds the old
@@ -65,6 +67,15 @@ VELMBASE_API bool SeekTo(std::FILE* stream, std::int64_t offset, int origin);
 ///   - a symbolic link whose target does not exist, a device and an alternate stream ("name:stream") are
 ///   refused.
 [[nodiscard]] VELMBASE_API bool ReplaceContents(const std::wstring& path, std::string_view content);
+
+/// Takes one piece of a file's content after the other; false when it cannot be written.
+using ContentSink = std::function<bool(std::string_view)>;
+
+/// The same for content that does not fit into memory. `compose` hands it over piece by piece, once; when it
+/// returns false or throws, the file stays as it was. It may read the file itself, but has to close it. What
+/// could only be written in place is not written at all.
+[[nodiscard]] VELMBASE_API bool ReplaceContents(const std::wstring& path,
+                                                const std::function<bool(const ContentSink&)>& compose);
 
 /// The low 32 bits of the last modification in seconds since 1970. False when the file cannot be queried.
 VELMBASE_API bool ModificationTime(const std::wstring& path, std::uint32_t& seconds);

@@ -347,7 +347,8 @@ TEST(ColorsTable, ValuesThatDifferAreShownDifferently) {
 }
 
 TEST(ColorsImport, CommentsInWordsAreNoDirectives) {
-    for (const char* comment : {"# RANGE of depths is given in metres", "# COLOR_MODEL is explained below"}) {
+    for (const char* comment :
+         {"# RANGE of depths is given in metres", "# COLOR_MODEL is explained below", "# RANGE limited"}) {
         const InputFile input(L"c.cpt", std::string(comment) + "\n0 red 1 red\n");
         EXPECT_EQ(0, Colors({"import", input.Path(), input.Path() + ".col"}).exitCode) << comment;
     }
@@ -372,4 +373,11 @@ TEST(ColorsImport, TablesAreNotFannedOutWithoutEnd) {
     const ProgramResult result = Colors({"import", "--step", "16", input.Path(), input.Path() + ".col"});
     EXPECT_EQ(1, result.exitCode);
     EXPECT_THAT(result.error, HasSubstr("--step"));
+}
+
+TEST(ColorsImport, DirectivesNeedNoEqualsSign) {
+    const ColorTable stretched = Imported("# RANGE -8000/0\n0 red 1 red\n");
+    EXPECT_EQ(-8000.0, stretched.EntryValue(0));
+    const ColorTable hsv = Imported("# COLOR_MODEL HSV\n0 120 1 1 1 120 1 1\n");
+    EXPECT_EQ(0x00FF00ul, hsv.EntryColor(0));
 }

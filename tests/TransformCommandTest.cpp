@@ -215,3 +215,19 @@ TEST(TransformCommand, RefusesASeparatorThatNumbersContain) {
         EXPECT_EQ(2, Transform({"-", "--no-header", "--translate", "0.5,0", "--separator", s}, "").exitCode)
             << s;
 }
+
+TEST(TransformCommand, AQuoteBehindAQuotedFieldOpensNoOther) {
+    EXPECT_EQ("x,y,note\n2,3,\"5\" \"6\n4,5,ok\n6,7,4\" pipe\n8,9,ok\n",
+              Transformed({"--translate", "1,1"}, "x,y,note\n1,2,\"5\" \"6\n3,4,ok\n5,6,4\" pipe\n7,8,ok\n"));
+}
+
+TEST(TransformCommand, ReadsQuotedNamesOfColumns) {
+    EXPECT_EQ("\xEF\xBB\xBF\"a\nb\",x,y\n0,2,3\n", Transformed({"--x", "x", "--y", "y", "--translate", "1,1"},
+                                                               "\xEF\xBB\xBF\"a\nb\",x,y\n0,1,2\n"));
+    EXPECT_EQ("\"x \"\"m\"\"\",y\n2,3\n",
+              Transformed({"--x", "x \"m\"", "--y", "y", "--translate", "1,1"}, "\"x \"\"m\"\"\",y\n1,2\n"));
+    EXPECT_EQ("\xEF\xBB\xBF"
+              "2,3\n",
+              Transformed({"--no-header", "--translate", "1,1"}, "\xEF\xBB\xBF"
+                                                                 "1,2\n"));
+}

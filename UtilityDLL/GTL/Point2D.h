@@ -23,8 +23,9 @@ public:
     /// The third value is taken, so that code can be written for planar and spatial points alike, and
     /// dropped.
     constexpr Point2D(T x, T y, T /*third*/ = T{}) noexcept : m_x(x), m_y(y) {}
-    // Of a vector itself, not of what converts to one: a spatial point converts to a planar point as well.
-    template <std::same_as<Vector2D<T>> V> constexpr Point2D(const V& v) noexcept : m_x(v.X()), m_y(v.Y()) {}
+    // Of a vector, not of what converts to one: a spatial point converts to a planar point as well.
+    template <std::derived_from<Vector2D<T>> V>
+    constexpr Point2D(const V& v) noexcept : m_x(v.X()), m_y(v.Y()) {}
 
     constexpr T X() const noexcept { return m_x; }
     constexpr T Y() const noexcept { return m_y; }

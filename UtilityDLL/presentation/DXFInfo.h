@@ -29,7 +29,8 @@ public:
     bool Read(const Section& section);
     bool Write(Section& section) const;
 
-    /// "width,index,mode,color", as in "0,0,0,0". A colour reference above 2147483647 comes back as 2147483647.
+    /// "width,index,mode,color", as in "0,0,0,0". A colour reference above 2147483647 comes back as
+    /// 2147483647.
     std::wstring ToString() const;
 
     /// Resets to the defaults and reads a line; one of fewer than three items gives the defaults. An item

@@ -6,7 +6,8 @@
 #include <cstdint>
 #include <string>
 
-/// Place and size of a panel on a plot layout, in the plot's unit. The fields are the record's interface; all are 0 at first.
+/// Place and size of a panel on a plot layout, in the plot's unit. The fields are the record's interface; all
+/// are 0 at first.
 class UTILITYDLL_API PanelInfo {
 public:
     PanelInfo() = default;

@@ -34,8 +34,8 @@ public:
     void ToggleVisible() { m_visible = !m_visible; }
 
     /// The grid point nearest to `p`; half way between two, the one that lies further from the origin. It
-    /// does not look at SnapOn(). In a direction with step 0 there is no grid, and the coordinate stays. A step
-    /// that was read from a file is not checked: one of 1e-320, say, gives places that are not finite.
+    /// does not look at SnapOn(). In a direction with step 0 there is no grid, and the coordinate stays. A
+    /// step that was read from a file is not checked: one of 1e-320, say, gives places that are not finite.
     GTL::Point2D<double> SnapToGrid(const GTL::Point2D<double>& p) const;
 
     /// Tolerant in steps and origin (MATH::equal), exact in the rest.

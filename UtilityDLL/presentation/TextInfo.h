@@ -93,7 +93,7 @@ public:
 
     /// "font,size,style,justification,index,rotation,width,multiline,annotation,color", as in
     /// "Arial,2.5,0,0,0,0,0,0,0,0". Numbers have six significant digits. A comma in the font's name splits it
-    /// when the line is read, and neither does a colour reference above 2147483647.
+    /// when the line is read, and a colour reference above 2147483647 becomes 2147483647.
     std::wstring ToString() const;
 
     /// Resets to the defaults and reads the items that the line has. A text that is no number counts as 0. A

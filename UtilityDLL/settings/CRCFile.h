@@ -24,9 +24,9 @@ public:
     ~CRCFile();
 
     /// Closes any open file and opens `path` with a mode of the C runtime. A mode with "w" or "W" is writing;
-    /// any other ("r", "a", "r+") has the file checked and gets no trailer on closing. "wx" refuses a file that
-    /// is there. Files are always binary, and can be read back whatever the mode. Errors, with the object
-    /// closed:
+    /// any other ("r", "a", "r+") has the file checked and gets no trailer on closing. "wx" refuses a file
+    /// that is there. Files are always binary, and can be read back whatever the mode. Errors, with the
+    /// object closed:
     ///   - the file cannot be opened: "Error opening "<path>".";
     ///   - the trailer is missing or wrong: the same, followed by " The file has an invalid checksum".
     /// After success the position is the start of the file.

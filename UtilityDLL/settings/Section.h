@@ -12,8 +12,9 @@
 /// A section can carry a checksum of its keys' names and values in the key "$CHECKSUM$", by which a reader
 /// tells whether the file was edited by hand.
 ///
-/// Look-ups in a long section go through an index. Removing or renaming a key makes it stale: the next look-up
-/// that may change the section builds it again, while those of a const section go through all keys until then.
+/// Look-ups in a long section go through an index. Removing or renaming a key makes it stale: the next
+/// look-up that may change the section builds it again, while those of a const section go through all keys
+/// until then.
 ///
 /// A section name with "]" or a line break, or an empty one, does not come back from a file as it was.
 class UTILITYDLL_API Section {

@@ -171,6 +171,68 @@ Descriptor CreateTemporary(int folder, const std::string& name, int& error) {
     return Descriptor(-1);
 }
 
+// `writeInPlace` is for a target that exists and that no new file can take the place of.
+bool Replace(const std::wstring& path, const std::function<bool(const FILES::ContentSink&)>& compose,
+             const std::function<bool(const std::string&)>& writeInPlace) {
+    if (!IsNameable(path)) return false;
+    const std::string target = FollowLinks(ToUtf8(path));
+    if (target.empty()) return false;
+
+    struct stat old {};
+    const bool exists = stat(target.c_str(), &old) == 0;
+    if (!exists && errno != ENOENT) return false;
+    if (exists && (!S_ISREG(old.st_mode) || faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0))
+        return false;
+    if (exists && old.st_nlink > 1) return writeInPlace(target);
+
+    const std::size_t slash = target.rfind('/');
+    const std::string folderName = slash == std::string::npos ? "." : target.substr(0, slash + 1);
+    const std::string name = slash == std::string::npos ? target : target.substr(slash + 1);
+    if (name.empty()) return false;
+    // A long name is cut so that the temporary name still fits; a clash only makes two writers take turns.
+    const std::string temporaryName = "." + name.substr(0, NAME_MAX - 8) + ".saving";
+
+    const Descriptor folder = OpenFolder(folderName);
+    int error = errno;
+    Descriptor temporary =
+        folder.IsOpen() ? CreateTemporary(folder.Get(), temporaryName, error) : Descriptor(-1);
+    if (!temporary.IsOpen()) {
+        const bool folderIsClosed = error == EACCES || error == EPERM || error == EROFS;
+        return exists && folderIsClosed && writeInPlace(target);
+    }
+
+    const auto giveUp = [&] {
+        unlinkat(folder.Get(), temporaryName.c_str(), 0);
+        return false;
+    };
+    if (exists) {
+        struct stat own {};
+        if (fstat(temporary.Get(), &own) != 0) return giveUp();
+        const bool sameOwner = (own.st_uid == old.st_uid && own.st_gid == old.st_gid) ||
+                               fchown(temporary.Get(), old.st_uid, old.st_gid) == 0;
+        const bool sameAccess = sameOwner && CopyAccessList(target, temporary.Get());
+        if (!sameAccess) {
+            giveUp();
+            return writeInPlace(target);
+        }
+        if (Retry([&] { return fchmod(temporary.Get(), old.st_mode & 07777); }) != 0) return giveUp();
+    }
+    try {
+        if (!compose([&](std::string_view piece) { return WriteAll(temporary.Get(), piece); }))
+            return giveUp();
+    } catch (...) {
+        giveUp();
+        throw;
+    }
+    if (Retry([&] { return fsync(temporary.Get()); }) != 0) return giveUp();
+    if (Retry([&] { return renameat(folder.Get(), temporaryName.c_str(), folder.Get(), name.c_str()); }) != 0)
+        return giveUp();
+    // The file is the new one from here on. A folder that cannot be synchronised only leaves open which of
+    // the two whole files a power loss would bring back.
+    Retry([&] { return fsync(folder.Get()); });
+    return true;
+}
+
 } // namespace
 
 namespace FILES {
@@ -232,57 +294,13 @@ bool SeekTo(std::FILE* stream, std::int64_t offset, int origin) {
 }
 
 bool ReplaceContents(const std::wstring& path, std::string_view content) {
-    if (!IsNameable(path)) return false;
-    const std::string target = FollowLinks(ToUtf8(path));
-    if (target.empty()) return false;
+    return Replace(
+        path, [&](const ContentSink& sink) { return sink(content); },
+        [&](const std::string& target) { return WriteInPlace(target, content); });
+}
 
-    struct stat old {};
-    const bool exists = stat(target.c_str(), &old) == 0;
-    if (!exists && errno != ENOENT) return false;
-    if (exists && (!S_ISREG(old.st_mode) || faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0))
-        return false;
-    if (exists && old.st_nlink > 1) return WriteInPlace(target, content);
-
-    const std::size_t slash = target.rfind('/');
-    const std::string folderName = slash == std::string::npos ? "." : target.substr(0, slash + 1);
-    const std::string name = slash == std::string::npos ? target : target.substr(slash + 1);
-    if (name.empty()) return false;
-    // A long name is cut so that the temporary name still fits; a clash only makes two writers take turns.
-    const std::string temporaryName = "." + name.substr(0, NAME_MAX - 8) + ".saving";
-
-    const Descriptor folder = OpenFolder(folderName);
-    int error = errno;
-    Descriptor temporary =
-        folder.IsOpen() ? CreateTemporary(folder.Get(), temporaryName, error) : Descriptor(-1);
-    if (!temporary.IsOpen()) {
-        const bool folderIsClosed = error == EACCES || error == EPERM || error == EROFS;
-        return exists && folderIsClosed && WriteInPlace(target, content);
-    }
-
-    const auto giveUp = [&] {
-        unlinkat(folder.Get(), temporaryName.c_str(), 0);
-        return false;
-    };
-    if (exists) {
-        struct stat own {};
-        if (fstat(temporary.Get(), &own) != 0) return giveUp();
-        const bool sameOwner = (own.st_uid == old.st_uid && own.st_gid == old.st_gid) ||
-                               fchown(temporary.Get(), old.st_uid, old.st_gid) == 0;
-        const bool sameAccess = sameOwner && CopyAccessList(target, temporary.Get());
-        if (!sameAccess) {
-            giveUp();
-            return WriteInPlace(target, content);
-        }
-        if (Retry([&] { return fchmod(temporary.Get(), old.st_mode & 07777); }) != 0) return giveUp();
-    }
-    if (!WriteAll(temporary.Get(), content)) return giveUp();
-    if (Retry([&] { return fsync(temporary.Get()); }) != 0) return giveUp();
-    if (Retry([&] { return renameat(folder.Get(), temporaryName.c_str(), folder.Get(), name.c_str()); }) != 0)
-        return giveUp();
-    // The file is the new one from here on. A folder that cannot be synchronised only leaves open which of
-    // the two whole files a power loss would bring back.
-    Retry([&] { return fsync(folder.Get()); });
-    return true;
+bool ReplaceContents(const std::wstring& path, const std::function<bool(const ContentSink&)>& compose) {
+    return Replace(path, compose, [](const std::string&) { return false; });
 }
 
 bool ModificationTime(const std::wstring& path, std::uint32_t& seconds) {

@@ -248,6 +248,57 @@ void Discard(HANDLE file) {
     SetFileInformationByHandle(file, FileDispositionInfo, &info, sizeof info);
 }
 
+// `writeInPlace` is for a target that exists and that no new file can take the place of.
+bool Replace(const std::wstring& path, const std::function<bool(const FILES::ContentSink&)>& compose,
+             const std::function<bool(const std::wstring&)>& writeInPlace) {
+    Target target = LookAt(NativePath(path));
+    if (target.kind == Target::OTHER) return false;
+    const bool exists = target.kind == Target::WRITABLE_FILE;
+    if (exists && target.numLinks > 1) return writeInPlace(target.path);
+
+    const std::size_t nameStart = target.path.rfind(L'\\') + 1;
+    const std::wstring name = target.path.substr(nameStart);
+    // A colon would make the name that of a stream inside another file.
+    if (name.empty() || name.find(L':') != std::wstring::npos) return false;
+    // A long name is cut so that the temporary name still fits; a clash only makes two writers take turns.
+    constexpr std::size_t kLongestName = 255;
+    const std::wstring temporaryPath =
+        target.path.substr(0, nameStart) + L"." + name.substr(0, kLongestName - 8) + L".saving";
+
+    constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
+                                      FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_ENCRYPTED;
+    const DWORD attributes = exists ? target.attributes & kKeptAttributes : FILE_ATTRIBUTE_NORMAL;
+    DWORD error = 0;
+    const Handle temporary = CreateTemporary(temporaryPath, attributes, error);
+    if (!temporary.IsOpen()) {
+        const bool folderIsClosed = error == ERROR_ACCESS_DENIED || error == ERROR_WRITE_PROTECT;
+        return exists && folderIsClosed && writeInPlace(target.path);
+    }
+
+    const auto giveUp = [&] {
+        Discard(temporary.Get());
+        return false;
+    };
+    if (!SetAccessList(temporary.Get(), target.accessList)) {
+        giveUp();
+        return writeInPlace(target.path);
+    }
+    try {
+        if (!compose([&](std::string_view piece) { return WriteAll(temporary.Get(), piece); }))
+            return giveUp();
+    } catch (...) {
+        giveUp();
+        throw;
+    }
+    if (!FlushFileBuffers(temporary.Get())) return giveUp();
+    for (const Patience patience; !Rename(temporary.Get(), target.path);)
+        if (!IsInTheWay(GetLastError()) || !patience.Wait()) return giveUp();
+    // The file is the new one from here on; this makes the new name as durable as the content. Where it
+    // fails, it is only left open which of the two whole files a power loss would bring back.
+    FlushFileBuffers(temporary.Get());
+    return true;
+}
+
 } // namespace
 
 namespace FILES {
@@ -304,45 +355,13 @@ bool SeekTo(std::FILE* stream, std::int64_t offset, int origin) {
 }
 
 bool ReplaceContents(const std::wstring& path, std::string_view content) {
-    Target target = LookAt(NativePath(path));
-    if (target.kind == Target::OTHER) return false;
-    const bool exists = target.kind == Target::WRITABLE_FILE;
-    if (exists && target.numLinks > 1) return WriteInPlace(target.path, content);
+    return Replace(
+        path, [&](const ContentSink& sink) { return sink(content); },
+        [&](const std::wstring& target) { return WriteInPlace(target, content); });
+}
 
-    const std::size_t nameStart = target.path.rfind(L'\\') + 1;
-    const std::wstring name = target.path.substr(nameStart);
-    // A colon would make the name that of a stream inside another file.
-    if (name.empty() || name.find(L':') != std::wstring::npos) return false;
-    // A long name is cut so that the temporary name still fits; a clash only makes two writers take turns.
-    constexpr std::size_t kLongestName = 255;
-    const std::wstring temporaryPath =
-        target.path.substr(0, nameStart) + L"." + name.substr(0, kLongestName - 8) + L".saving";
-
-    constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
-                                      FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_ENCRYPTED;
-    const DWORD attributes = exists ? target.attributes & kKeptAttributes : FILE_ATTRIBUTE_NORMAL;
-    DWORD error = 0;
-    const Handle temporary = CreateTemporary(temporaryPath, attributes, error);
-    if (!temporary.IsOpen()) {
-        const bool folderIsClosed = error == ERROR_ACCESS_DENIED || error == ERROR_WRITE_PROTECT;
-        return exists && folderIsClosed && WriteInPlace(target.path, content);
-    }
-
-    const auto giveUp = [&] {
-        Discard(temporary.Get());
-        return false;
-    };
-    if (!SetAccessList(temporary.Get(), target.accessList)) {
-        giveUp();
-        return WriteInPlace(target.path, content);
-    }
-    if (!WriteAll(temporary.Get(), content) || !FlushFileBuffers(temporary.Get())) return giveUp();
-    for (const Patience patience; !Rename(temporary.Get(), target.path);)
-        if (!IsInTheWay(GetLastError()) || !patience.Wait()) return giveUp();
-    // The file is the new one from here on; this makes the new name as durable as the content. Where it
-    // fails, it is only left open which of the two whole files a power loss would bring back.
-    FlushFileBuffers(temporary.Get());
-    return true;
+bool ReplaceContents(const std::wstring& path, const std::function<bool(const ContentSink&)>& compose) {
+    return Replace(path, compose, [](const std::wstring&) { return false; });
 }
 
 bool ModificationTime(const std::wstring& path, std::uint32_t& seconds) {

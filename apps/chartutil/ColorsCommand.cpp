@@ -239,7 +239,7 @@ void Import(const std::string& from, const std::string& to, int step) {
     if (!file.Save(FromUtf8(to), 0))
         throw CommandError(ExitCode::IO_ERROR,
                            to + ": cannot be written; check that the folder exists and takes new files");
-    std::cout << to << ": " << table.colors.NumEntries() << " bands from "
+    std::cout << Printable(to) << ": " << table.colors.NumEntries() << " bands from "
               << ValueText(table.colors.EntryValue(0)) << " on\n";
 }
 

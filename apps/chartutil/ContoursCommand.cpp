@@ -336,7 +336,7 @@ void Check(const std::string& path, const Output& output) {
         for (const std::string& finding : checker.Findings())
             std::cout << Printable(path + ": " + finding) << '\n';
         if (checker.Findings().empty())
-            std::cout << path << ": " << checker.NumContours() << " contours, nothing odd\n";
+            std::cout << Printable(path) << ": " << checker.NumContours() << " contours, nothing odd\n";
     }
     if (!checker.Findings().empty()) throw CommandExit{ExitCode::CHECK_FAILED};
 }

@@ -197,20 +197,25 @@ private:
     void ReadComment(std::string_view line) {
         const Words words = Split(line, "# \t\r=");
         if (words.size() < 2) return;
-        // Without an equals sign behind the name it is a comment in plain words.
+        // Without an equals sign behind the name it may be a comment in plain words.
         const std::string_view rest = line.substr(line.find(words[0]) + words[0].size());
-        if (rest[rest.find_first_not_of(" \t")] != '=') return;
+        const bool isSure = rest[rest.find_first_not_of(" \t")] == '=';
+        if (!isSure && words.size() > 2) return;
         if (words[0] == "COLOR_MODEL") {
-            m_isHsv = SameWord(words[1], "hsv") || SameWord(words[1], "+hsv");
-            if (!m_isHsv && !SameWord(words[1], "rgb") && !SameWord(words[1], "+rgb"))
+            const bool isHsv = SameWord(words[1], "hsv") || SameWord(words[1], "+hsv");
+            const bool isRgb = SameWord(words[1], "rgb") || SameWord(words[1], "+rgb");
+            if (isHsv || isRgb)
+                m_isHsv = isHsv;
+            else if (isSure)
                 Fail("the colour model '" + std::string(words[1]) + "' is not known; RGB and HSV are");
         } else if (words[0] == "RANGE") {
             const Words ends = Split(words[1], "/");
             const std::optional<double> low = ends.size() == 2 ? Number(ends[0]) : std::nullopt;
             const std::optional<double> high = ends.size() == 2 ? Number(ends[1]) : std::nullopt;
-            if (!low || !high || !(*low < *high) || !std::isfinite(*high - *low))
+            if (low && high && *low < *high && std::isfinite(*high - *low))
+                m_range = {*low, *high};
+            else if (isSure)
                 Fail("RANGE has to be two rising numbers, as in -8000/0");
-            m_range = {*low, *high};
         }
     }
 

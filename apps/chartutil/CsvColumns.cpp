@@ -46,7 +46,7 @@ public:
             m_state = State::BEGIN;
         else if (c == '"' && m_state != State::PLAIN)
             m_state = State::QUOTED;
-        else if (kBlanks.find(c) == std::string_view::npos)
+        else if (m_state == State::CLOSED || kBlanks.find(c) == std::string_view::npos)
             m_state = State::PLAIN;
         return false;
     }
@@ -97,8 +97,14 @@ public:
         return line;
     }
 
-    /// Before the table's own file can be replaced, which some systems refuse for one that is open.
-    void Close() { m_file.reset(); }
+    /// What stands before the first line and belongs to none: the mark of UTF-8, or nothing.
+    std::string_view ByteOrderMark() {
+        constexpr std::string_view kMark = "\xEF\xBB\xBF";
+        Fill(0);
+        if (!std::string_view(m_buffer.data(), m_end).starts_with(kMark)) return {};
+        m_begin = kMark.size();
+        return kMark;
+    }
 
     /// "FILE, line N" of the line that was read last.
     std::string Place() const { return m_name + ", line " + std::to_string(m_line); }
@@ -139,85 +145,29 @@ private:
     std::uint64_t m_nextLine = 1;
 };
 
-/// Standard output, or a file that takes its place when all was written.
+/// Where pieces of a text go; false when they cannot be written.
+using Sink = std::function<bool(std::string_view)>;
+
+/// Hands what is written to a sink in larger pieces.
 class Output {
 public:
-    explicit Output(const std::string& path) : m_path(path) {
-        if (path.empty()) return;
-        std::error_code ignored;
-        if (std::filesystem::exists(NativePath(path), ignored) &&
-            !std::filesystem::is_regular_file(NativePath(path), ignored))
-            Fail("is no regular file; leave out --output to write to standard output");
-        m_target = NativePath(path);
-        if (std::filesystem::is_symlink(m_target, ignored)) {
-            m_target = std::filesystem::canonical(m_target, ignored);
-            if (m_target.empty()) Fail("is a link to no file");
-        }
-        constexpr int kMostAttempts = 100;
-        for (int number = 0; !m_file && number < kMostAttempts; ++number) {
-            m_temporary = m_target;
-            m_temporary.replace_filename("."); // a hidden file in the same folder, under a name that is free
-            m_temporary += m_target.filename();
-            m_temporary += "." + std::to_string(number) + ".saving";
-            const std::u8string name = m_temporary.u8string();
-            m_file =
-                FILES::OpenStream(FromUtf8({reinterpret_cast<const char*>(name.data()), name.size()}), L"wx");
-        }
-        if (!m_file) Fail("cannot be written; check that the folder exists and takes new files");
-    }
-    ~Output() {
-        if (!m_file) return;
-        std::fclose(m_file);
-        Discard();
-    }
-    Output(const Output&) = delete;
-    Output& operator=(const Output&) = delete;
+    Output(std::string name, const Sink& sink) : m_name(std::move(name)), m_sink(sink) {}
 
     void Write(std::string_view text) {
         m_text += text;
         if (m_text.size() >= kBlock) Flush();
     }
 
-    void Finish() {
-        Flush();
-        if (!m_file) return;
-        const bool isWritten = std::fclose(m_file) == 0;
-        m_file = nullptr;
-        std::error_code error;
-        if (isWritten && std::filesystem::exists(m_target, error))
-            std::filesystem::permissions(m_temporary, std::filesystem::status(m_target, error).permissions(),
-                                         error);
-        if (isWritten && !error) std::filesystem::rename(m_temporary, m_target, error);
-        if (isWritten && !error) return;
-        Discard();
-        Fail("cannot be written; check the space on the disk and the permissions");
-    }
-
-private:
     void Flush() {
-        const std::size_t size = m_text.size();
-        if (m_file) {
-            if (std::fwrite(m_text.data(), 1, size, m_file) != size)
-                Fail("cannot be written; check the space on the disk");
-        } else if (!std::cout.write(m_text.data(), static_cast<std::streamsize>(size))) {
-            throw CommandError(ExitCode::IO_ERROR, "standard output cannot be written");
-        }
+        if (!m_sink(m_text))
+            throw CommandError(ExitCode::IO_ERROR,
+                               m_name + ": cannot be written; check the space on the disk");
         m_text.clear();
     }
 
-    void Discard() const {
-        std::error_code ignored;
-        std::filesystem::remove(m_temporary, ignored);
-    }
-
-    [[noreturn]] void Fail(const char* what) const {
-        throw CommandError(ExitCode::IO_ERROR, m_path + ": " + what);
-    }
-
-    std::string m_path;
-    std::filesystem::path m_target; // the file itself, behind a symbolic link
-    std::filesystem::path m_temporary;
-    std::FILE* m_file = nullptr;
+private:
+    std::string m_name;
+    const Sink& m_sink;
     std::string m_text;
 };
 
@@ -238,11 +188,12 @@ struct Fields {
     std::string_view lineEnd;
 };
 
-std::string_view Unquoted(std::string_view field) {
+std::string Unquoted(std::string_view field) {
     field = Trimmed(field);
-    if (field.size() >= 2 && field.front() == '"' && field.back() == '"')
-        return Trimmed(field.substr(1, field.size() - 2));
-    return field;
+    if (field.size() < 2 || field.front() != '"' || field.back() != '"') return std::string(field);
+    std::string text(Trimmed(field.substr(1, field.size() - 2)));
+    for (std::size_t at = 0; (at = text.find("\"\"", at)) != std::string::npos; ++at) text.erase(at, 1);
+    return text;
 }
 
 std::optional<std::size_t> ColumnNumber(const std::string& column) {
@@ -271,46 +222,11 @@ char Separator(const std::string& text) {
     throw CommandError(ExitCode::WRONG_USE, "'" + text + "' is no separator; give one character, or 'tab'");
 }
 
-} // namespace
-
-bool ParseNumber(std::string_view text, double& value) {
-    text = Trimmed(text);
-    if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
-    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && stop == text.data() + text.size() && std::isfinite(value);
-}
-
-std::string DecimalText(double value, int decimals) {
-    char text[400]; // a double has up to 309 digits before the point
-    // Without an exponent as long as a reader would write none.
-    const bool isPlain = value == 0 || (std::fabs(value) >= 1e-7 && std::fabs(value) < 1e16);
-    const auto end = decimals < 0
-                         ? std::to_chars(text, std::end(text), value,
-                                         isPlain ? std::chars_format::fixed : std::chars_format::general)
-                         : std::to_chars(text, std::end(text), value, std::chars_format::fixed, decimals);
-    const std::string_view number(text, static_cast<std::size_t>(end.ptr - text));
-    const bool isMinusZero = number[0] == '-' && number.find_first_not_of("-0.") == std::string_view::npos;
-    return std::string(number.substr(isMinusZero)); // a minus that rounding left over only puzzles the reader
-}
-
-void AddCsvOptions(CLI::App& command, CsvTable& table) {
-    command.add_option("-o,--output", table.output, "The table to write; standard output without it");
-    command.add_option("--separator", table.separator, "The character between columns, or 'tab'")
-        ->capture_default_str();
-    command.add_flag("--no-header", table.hasNoHeader,
-                     "The first line holds numbers, not the columns' names");
-    command
-        .add_option("--decimals", table.decimals,
-                    "Digits after the point of changed numbers; without it the shortest text\n"
-                    "that reads back as the same number")
-        ->check(CLI::Range(0, 20));
-}
-
-void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
+// Reads the table to its end and writes it to `output`.
+void ChangeColumns(LineReader& input, Output& output, const CsvTable& table,
+                   std::span<const std::string> columns,
                    const std::function<void(std::span<double>)>& change) {
     const char separator = Separator(table.separator);
-    LineReader input(table.input, separator);
-    Output output(table.output);
     std::vector<std::size_t> indices;
     std::vector<double> numbers(columns.size());
 
@@ -324,17 +240,13 @@ void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
     };
     if (table.hasNoHeader) findColumns(nullptr);
 
+    output.Write(input.ByteOrderMark());
     for (std::string_view line = input.Next(); !line.empty(); line = input.Next()) {
         if (line.find_first_not_of(" \t\r\n") == std::string_view::npos) {
             output.Write(line);
             continue;
         }
         const bool isHeader = indices.empty();
-        constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-        if (isHeader && line.starts_with(kByteOrderMark)) {
-            output.Write(kByteOrderMark);
-            line.remove_prefix(kByteOrderMark.size());
-        }
         Fields fields(line, separator);
         if (isHeader) findColumns(&fields);
 
@@ -372,6 +284,69 @@ void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
         }
         output.Write(fields.lineEnd);
     }
-    input.Close();
-    output.Finish();
+    output.Flush();
+}
+
+} // namespace
+
+bool ParseNumber(std::string_view text, double& value) {
+    text = Trimmed(text);
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && stop == text.data() + text.size() && std::isfinite(value);
+}
+
+std::string DecimalText(double value, int decimals) {
+    char text[400]; // a double has up to 309 digits before the point
+    // Without an exponent as long as a reader would write none.
+    const bool isPlain = value == 0 || (std::fabs(value) >= 1e-7 && std::fabs(value) < 1e16);
+    const auto end = decimals < 0
+                         ? std::to_chars(text, std::end(text), value,
+                                         isPlain ? std::chars_format::fixed : std::chars_format::general)
+                         : std::to_chars(text, std::end(text), value, std::chars_format::fixed, decimals);
+    const std::string_view number(text, static_cast<std::size_t>(end.ptr - text));
+    const bool isMinusZero = number[0] == '-' && number.find_first_not_of("-0.") == std::string_view::npos;
+    return std::string(number.substr(isMinusZero)); // a minus that rounding left over only puzzles the reader
+}
+
+void AddCsvOptions(CLI::App& command, CsvTable& table) {
+    command.add_option("-o,--output", table.output, "The table to write; standard output without it");
+    command.add_option("--separator", table.separator, "The character between columns, or 'tab'")
+        ->capture_default_str();
+    command.add_flag("--no-header", table.hasNoHeader,
+                     "The first line holds numbers, not the columns' names");
+    command
+        .add_option("--decimals", table.decimals,
+                    "Digits after the point of changed numbers; without it as many as read back\n"
+                    "as the same number")
+        ->check(CLI::Range(0, 20));
+}
+
+void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
+                   const std::function<void(std::span<double>)>& change) {
+    const auto changeInto = [&](const std::string& name, const Sink& sink) {
+        LineReader input(table.input, Separator(table.separator));
+        Output output(name, sink);
+        ChangeColumns(input, output, table, columns, change);
+        return true;
+    };
+    const auto print = [](std::string_view text) {
+        return static_cast<bool>(std::cout.write(text.data(), static_cast<std::streamsize>(text.size())));
+    };
+    if (table.output.empty()) {
+        changeInto("standard output", print);
+        return;
+    }
+    std::error_code ignored;
+    const std::filesystem::path target = NativePath(table.output);
+    if (std::filesystem::exists(target, ignored) && !std::filesystem::is_regular_file(target, ignored))
+        throw CommandError(ExitCode::IO_ERROR, table.output +
+                                                   ": is no regular file; leave out --output to write to "
+                                                   "standard output");
+    if (!FILES::ReplaceContents(FromUtf8(table.output),
+                                [&](const Sink& sink) { return changeInto(table.output, sink); }))
+        throw CommandError(
+            ExitCode::IO_ERROR,
+            table.output + ": cannot be written, a file there is as it was; check that its folder exists and "
+                           "takes new files, that you may write it and that it has one name only");
 }

@@ -16,12 +16,11 @@ class App;
 /// two quotes in it stand for one. A quote anywhere else is a character like any other.
 struct CsvTable {
     std::string input = "-"; ///< a file, or "-" for standard input
-    /// A file, which is replaced when all is done and keeps its permissions, behind a symbolic link too; empty
-    /// for standard output.
+    /// A file, which is replaced when all is done (see FILES::ReplaceContents); empty for standard output.
     std::string output;
     std::string separator = ",";
     bool hasNoHeader = false;
-    int decimals = -1; ///< digits after the point; -1 for the shortest text that reads back as the number
+    int decimals = -1; ///< digits after the point; -1 for as many as read back as the same number
 };
 
 /// Adds the options of a table that all commands on tables share, without the input.
@@ -37,6 +36,6 @@ void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
 /// locale. False for any other text, also for "nan" and for what no double holds.
 bool ParseNumber(std::string_view text, double& value);
 
-/// The number with this many digits after the point, or in the shortest form that reads back for -1;
-/// zero has no sign.
+/// The number with this many digits after the point. For -1 with as many as read back as the same number, and
+/// without an exponent from 1e-7 up to 1e16. Zero has no sign.
 std::string DecimalText(double value, int decimals = -1);

@@ -137,7 +137,7 @@ void List(const std::string& path, bool isLatin1, bool json) {
         std::cout << '\n';
     }
     if (json) PrintJson({{"file", path}, {"keywords", entries}});
-    if (!json && keywords.GetSize() == 0) std::cout << path << ": no keywords\n";
+    if (!json && keywords.GetSize() == 0) std::cout << Printable(path) << ": no keywords\n";
     if (hasWrapped)
         PrintNote(
             "chartutil: note: a name that begins on an earlier line is there; a single percent sign can "

@@ -290,6 +290,7 @@ TEST(HostilePath, PicturesOfFilesWhoseNamesAreNoUtf8AreWellFormed) {
                       contours = (folder.Path() / "b\xFF.cdf").string();
     WriteBytes(fs::path(table), "[ColorTable]\nEntry(0)=0,1,2,3\n");
     WriteBytes(fs::path(contours), "[Contour(0)]\nLevel=1\n");
+    if (!fs::exists(fs::path(table))) GTEST_SKIP() << "this file system takes no such names";
     const std::string picture = ToUtf8(folder.File(L"t.svg"));
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"colors", "table", table}, {"contours", "list", contours}}) {

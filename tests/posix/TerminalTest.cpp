@@ -2,6 +2,8 @@
 
 #include "tests/support/Program.h"
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <pty.h>
@@ -18,6 +20,10 @@ std::string OnTerminal(const std::vector<std::string>& arguments) {
     const std::string program = ChartutilPath();
     int terminal = -1;
     const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child < 0) {
+        ADD_FAILURE() << "no terminal can be made: " << std::strerror(errno);
+        return {};
+    }
     if (child == 0) {
         std::vector<char*> words = {const_cast<char*>(program.c_str())};
         for (const std::string& word : arguments) words.push_back(const_cast<char*>(word.c_str()));
@@ -30,7 +36,9 @@ std::string OnTerminal(const std::vector<std::string>& arguments) {
     for (ssize_t got; (got = read(terminal, bytes, sizeof bytes)) > 0;)
         shown.append(bytes, static_cast<std::size_t>(got));
     close(terminal);
-    waitpid(child, nullptr, 0);
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status));
     return shown;
 }
 } // namespace
@@ -39,6 +47,9 @@ TEST(Terminal, ShowsNoControlsOfRecordsAndTables) {
     WriteBytes(folder.Path() / "a.ini", "[a]\nFont=A\x1b[31m\nSize=1\nStyle=0\nJustification=0\nColor=1\n");
     WriteBytes(folder.Path() / "a.col", "[ColorTable]\nEntry(0)=\x1b[31mred,1,2,3\n");
     WriteBytes(folder.Path() / "a.cdf", "[Contour(0)]\nLevel=1\nColor=0\nL\x1b[31m=2\n");
+    WriteBytes(folder.Path() / "good\x1b[31m.cdf", "[Contour(0)]\nLevel=1\nColor=0\n");
+    WriteBytes(folder.Path() / "none\x1b[31m.txt", "no names\n");
+    WriteBytes(folder.Path() / "a.cpt", "0 red 1 blue\n");
     WriteBytes(folder.Path() / "a.txt", "%n\x1b[31m%\n");
     const auto path = [&](const wchar_t* name) { return ToUtf8(folder.File(name)); };
     for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
@@ -46,6 +57,9 @@ TEST(Terminal, ShowsNoControlsOfRecordsAndTables) {
              {"style", "line", "A\x1b[31m,1,0,0,0"},
              {"colors", "table", path(L"a.col")},
              {"contours", "check", path(L"a.cdf")},
+             {"contours", "check", path(L"good\x1b[31m.cdf")},
+             {"keywords", "list", path(L"none\x1b[31m.txt")},
+             {"colors", "import", path(L"a.cpt"), path(L"b\x1b[31m.col")},
              {"keywords", "list", path(L"a.txt")},
              {"keywords", "fill", path(L"a.txt")},
              {"settings", "show", path(L"a.ini"), "a", "b\x1b[31m"},

@@ -55,3 +55,22 @@ TEST(TransformCommand_Files, HoldsNoMoreThanALineOfItsTable) {
     EXPECT_LT(largest(), before + 32 * 1024);
     EXPECT_GT(std::filesystem::file_size(folder.Path() / "out.csv"), 200000000u);
 }
+
+TEST(TransformCommand_Files, AFailedChangeLeavesTheOldTableAndNothingElse) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "out.csv", "old");
+    ASSERT_EQ(0, chmod(ToUtf8(folder.File(L"out.csv")).c_str(), 0600));
+    // The change fails behind the first block, when some of it has been written.
+    std::string table = "x,y\n";
+    for (int i = 0; i < 100000; ++i) table += "1,2\n";
+    EXPECT_EQ(3,
+              Transform({"-", "--translate", "1,1", "-o", ToUtf8(folder.File(L"out.csv"))}, table + "1,bad\n")
+                  .exitCode);
+    EXPECT_EQ("old", ReadBytes(folder.Path() / "out.csv"));
+    EXPECT_EQ(1u, folder.NumFiles());
+    // Another name of the file would go on having the old table.
+    std::filesystem::create_hard_link(folder.Path() / "out.csv", folder.Path() / "too.csv");
+    EXPECT_EQ(3,
+              Transform({"-", "--translate", "1,1", "-o", ToUtf8(folder.File(L"out.csv"))}, table).exitCode);
+    EXPECT_EQ("old", ReadBytes(folder.Path() / "too.csv"));
+}

@@ -15,7 +15,7 @@ namespace {
 template <typename Member> std::ptrdiff_t Slot(Member member) {
     std::ptrdiff_t offset = 0;
     std::memcpy(&offset, &member, sizeof offset);
-    return (offset - 1) / static_cast<std::ptrdiff_t>(sizeof(void*)) - 1;
+    return offset / static_cast<std::ptrdiff_t>(sizeof(void*)) - 1; // an odd one on some processors
 }
 
 template <typename T> class VirtualTableOf : public ::testing::Test {};

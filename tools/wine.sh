@@ -18,4 +18,6 @@ if [ ! -e "$folder/ready" ]; then
         [ -e "$folder/ready" ] || { wine wineboot --init && wineserver --wait && touch "$folder/ready"; }
     ) 9>"$folder/lock" >"$folder/setup.log" 2>&1 || { cat "$folder/setup.log" >&2; exit 1; }
 fi
+# Without this, Wine's server would end with the last program, and one that starts in that moment would be cut off.
+wineserver --persistent=60 </dev/null >/dev/null 2>&1 || true # it is running already
 exec wine "$@"

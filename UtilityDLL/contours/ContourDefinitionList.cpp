@@ -227,7 +227,8 @@ bool ContourDefinitionList::Generate(const ColorTable& table, bool invert) try {
 
 bool ContourDefinitionList::Save(const wchar_t* path) const try {
     if (!path || m_contours.empty()) return false;
-    SETTINGS::Writer file;
+    constexpr std::size_t kLines = 4; // of each contour; eight short ones take the room of four
+    SETTINGS::Writer file(m_contours.size() * kLines);
     const auto write = [&](Key key, std::wstring_view value) {
         file.Key(kKeys[key], value, {}, kKeyWidth, 0);
     };

@@ -35,8 +35,11 @@ int CountLevels(double first, double maximum, double step) {
     // By two quotients: the difference of far numbers may be infinite.
     if (maximum / step - first / step > ContourDefinitionList::MAX_GENERATED) return -1;
     int count = 0;
-    for (double level = first; level <= maximum; level += step)
+    double level = first;
+    while (level <= maximum) {
         if (++count > ContourDefinitionList::MAX_GENERATED || level + step <= level) return -1;
+        level += step;
+    }
     return count;
 }
 
@@ -205,7 +208,8 @@ bool ContourDefinitionList::Generate(double minimum, double maximum, double step
     const int count = CountLevels(first, maximum, step);
     if (count < 0) return false;
     m_contours.reserve(static_cast<std::size_t>(count));
-    for (double level = first; level <= maximum; level += step) m_contours.emplace_back().level = level;
+    double level = first;
+    for (int i = 0; i < count; ++i, level += step) m_contours.emplace_back().level = level;
     return true;
 } catch (const std::bad_alloc&) {
     return false;

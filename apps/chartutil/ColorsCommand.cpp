@@ -233,7 +233,8 @@ void Import(const std::string& from, const std::string& to, int step) {
         throw CommandError(ExitCode::WRONG_USE,
                            to + ": is the file to be read; name another one for the colour table");
     const CptTable table = ReadCptFile(from, step);
-    for (const std::string& remark : table.remarks) PrintNote(from + ": " + remark);
+    const std::string place = from + ": ";
+    for (const std::string& remark : table.remarks) PrintNote(place + remark);
     FileObject file;
     table.colors.FileSave(file);
     if (!file.Save(FromUtf8(to), 0))

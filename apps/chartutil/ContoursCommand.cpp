@@ -334,7 +334,7 @@ void Check(const std::string& path, const Output& output) {
         PrintJson({{"file", path}, {"contours", checker.NumContours()}, {"findings", checker.Findings()}});
     } else {
         for (const std::string& finding : checker.Findings())
-            std::cout << Printable(path + ": " + finding) << '\n';
+            std::cout << Printable(path) << ": " << Printable(finding) << '\n';
         if (checker.Findings().empty())
             std::cout << Printable(path) << ": " << checker.NumContours() << " contours, nothing odd\n";
     }

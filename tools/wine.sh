@@ -18,6 +18,10 @@ if [ ! -e "$folder/ready" ]; then
         [ -e "$folder/ready" ] || { wine wineboot --init && wineserver --wait && touch "$folder/ready"; }
     ) 9>"$folder/lock" >"$folder/setup.log" 2>&1 || { cat "$folder/setup.log" >&2; exit 1; }
 fi
-# Without this, Wine's server would end with the last program, and one that starts in that moment would be cut off.
-wineserver --persistent=60 </dev/null >/dev/null 2>&1 || true # it is running already
+# Wine's server stays up for a while: it would end with the last program, and one that starts in that moment would be
+# cut off. Its services are started with it, since they would hold on to the output of a program that starts them.
+(
+    flock 9
+    if wineserver --persistent=20 9>&-; then wine wineboot 9>&- || true; fi # it fails when it is running already
+) 9>"$folder/lock" </dev/null >/dev/null 2>&1
 exec wine "$@"

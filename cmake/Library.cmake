@@ -17,6 +17,16 @@ if(UTILITYDLL_FUZZ)
     target_compile_options(ProjectOptions INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# velm_backend(<variable> <elsewhere>): the folder that holds this platform's files of one service: win32, or
+# <elsewhere> where the target is not Windows.
+function(velm_backend variable elsewhere)
+    if(WIN32)
+        set(${variable} win32 PARENT_SCOPE)
+    else()
+        set(${variable} ${elsewhere} PARENT_SCOPE)
+    endif()
+endfunction()
+
 # velm_library(<target> <folder> <API macro> <source>...): a shared library whose exports carry the macro of
 # its generated header <folder>/Export.h; everything else in it is hidden.
 function(velm_library target folder macro)

@@ -1,7 +1,7 @@
 #include "apps/chartutil/Program.h"
 
-#include "apps/chartutil/Commands.h"
-#include "apps/chartutil/Console.h"
+#include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/chartutil/Console.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "VelmConfigure/DataSearch.h"
 
 #include "VelmBase/Environment.h"
-#include "support/TestFiles.h"
+#include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
 

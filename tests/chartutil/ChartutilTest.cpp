@@ -1,4 +1,4 @@
-#include "support/Program.h"
+#include "tests/support/Program.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
-#include "apps/chartutil/LineRules.h"
+#include "apps/chartutil/files/LineRules.h"
 
 #include "UtilityDLL/settings/IniFile.h"
-#include "apps/chartutil/Console.h"
-#include "support/TestFiles.h"
+#include "apps/chartutil/terminal/Console.h"
+#include "tests/support/TestFiles.h"
 
 #include <gmock/gmock.h>
 #include <random>

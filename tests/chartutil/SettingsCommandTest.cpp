@@ -1,5 +1,5 @@
 #include "UtilityDLL/settings/IniFile.h"
-#include "support/Program.h"
+#include "tests/support/Program.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>

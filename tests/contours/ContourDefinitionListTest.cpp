@@ -2,7 +2,7 @@
 
 #include "UtilityDLL/colors/DXFColor.h"
 #include "UtilityDLL/settings/IniFile.h"
-#include "support/TestFiles.h"
+#include "tests/support/TestFiles.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,7 @@
 #include "UtilityDLL/keywords/ListKeywords.h"
 
 #include "VelmConfigure/DataSearch.h"
-#include "support/TestFiles.h"
+#include "tests/support/TestFiles.h"
 
 #include <chrono>
 #include <gmock/gmock.h>

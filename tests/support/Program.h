@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/TestFiles.h"
+#include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
 #include <string>

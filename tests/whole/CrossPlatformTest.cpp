@@ -6,7 +6,7 @@
 #include "UtilityDLL/settings/IniFile.h"
 #include "VelmBase/CRCChecksum.h"
 #include "VelmBase/File.h"
-#include "support/TestFiles.h"
+#include "tests/support/TestFiles.h"
 
 #include <chrono>
 #include <filesystem>

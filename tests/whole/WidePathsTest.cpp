@@ -6,7 +6,7 @@
 #include "VelmBase/File.h"
 #include "VelmBase/FileObject.h"
 #include "VelmConfigure/DataSearch.h"
-#include "support/Program.h"
+#include "tests/support/Program.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

@@ -3,12 +3,12 @@
 #include "VelmBase/Math.h"
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/ColorText.h"
-#include "apps/chartutil/Commands.h"
-#include "apps/chartutil/Console.h"
-#include "apps/chartutil/CptFile.h"
-#include "apps/chartutil/FilePaths.h"
-#include "apps/chartutil/Picture.h"
+#include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/drawing/Picture.h"
+#include "apps/chartutil/files/CptFile.h"
+#include "apps/chartutil/files/FilePaths.h"
+#include "apps/chartutil/terminal/ColorText.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

@@ -3,10 +3,10 @@
 #include "UtilityDLL/settings/IniFile.h"
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/ColorText.h"
-#include "apps/chartutil/Commands.h"
-#include "apps/chartutil/Console.h"
-#include "apps/chartutil/Picture.h"
+#include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/drawing/Picture.h"
+#include "apps/chartutil/terminal/ColorText.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

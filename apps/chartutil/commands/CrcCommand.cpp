@@ -1,9 +1,9 @@
 #include "VelmBase/CRCChecksum.h"
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/Commands.h"
-#include "apps/chartutil/Console.h"
-#include "apps/chartutil/FilePaths.h"
+#include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/files/FilePaths.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <CLI/CLI.hpp>
 

@@ -6,8 +6,8 @@
 #include "VelmBase/SettingsText.h"
 #include "VelmBase/WideString.h"
 #include "VelmConfigure/DataSearch.h"
-#include "apps/chartutil/Commands.h"
-#include "apps/chartutil/Console.h"
+#include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

@@ -1,10 +1,10 @@
 #include "UtilityDLL/settings/IniFile.h"
 #include "VelmBase/SettingsText.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/Commands.h"
-#include "apps/chartutil/Console.h"
-#include "apps/chartutil/FilePaths.h"
-#include "apps/chartutil/LineRules.h"
+#include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/files/FilePaths.h"
+#include "apps/chartutil/files/LineRules.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <CLI/CLI.hpp>
 

@@ -14,9 +14,9 @@
 #include "VelmBase/FormatString.h"
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/Commands.h"
-#include "apps/chartutil/Console.h"
-#include "apps/chartutil/Picture.h"
+#include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/drawing/Picture.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

@@ -1,8 +1,8 @@
 #include "UtilityDLL/GTL/UnitType.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/Commands.h"
-#include "apps/chartutil/Console.h"
-#include "apps/chartutil/CsvColumns.h"
+#include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/files/CsvColumns.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

@@ -1,9 +1,9 @@
-#include "apps/chartutil/Picture.h"
+#include "apps/chartutil/drawing/Picture.h"
 
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/Console.h"
-#include "apps/chartutil/Png.h"
+#include "apps/chartutil/drawing/Png.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <algorithm>
 #include <charconv>

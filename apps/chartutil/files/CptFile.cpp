@@ -1,9 +1,9 @@
-#include "apps/chartutil/CptFile.h"
+#include "apps/chartutil/files/CptFile.h"
 
 #include "UtilityDLL/colors/HSVColor.h"
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/Console.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <algorithm>
 #include <array>

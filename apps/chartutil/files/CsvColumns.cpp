@@ -1,9 +1,9 @@
-#include "apps/chartutil/CsvColumns.h"
+#include "apps/chartutil/files/CsvColumns.h"
 
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/Console.h"
-#include "apps/chartutil/FilePaths.h"
+#include "apps/chartutil/files/FilePaths.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <CLI/CLI.hpp>
 

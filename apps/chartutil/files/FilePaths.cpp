@@ -1,6 +1,6 @@
-#include "apps/chartutil/FilePaths.h"
+#include "apps/chartutil/files/FilePaths.h"
 
-#include "apps/chartutil/Console.h"
+#include "apps/chartutil/terminal/Console.h"
 
 namespace {
 

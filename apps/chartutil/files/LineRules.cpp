@@ -1,7 +1,7 @@
-#include "apps/chartutil/LineRules.h"
+#include "apps/chartutil/files/LineRules.h"
 
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/Console.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <cstdio>
 #include <string_view>

@@ -1,9 +1,9 @@
-#include "apps/chartutil/ColorText.h"
+#include "apps/chartutil/terminal/ColorText.h"
 
 #include "VelmBase/FormatString.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/Console.h"
-#include "apps/chartutil/Picture.h"
+#include "apps/chartutil/drawing/Picture.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <charconv>
 #include <optional>

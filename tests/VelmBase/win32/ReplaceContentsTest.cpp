@@ -3,7 +3,7 @@
 // beside.
 #include "VelmBase/File.h"
 
-#include "support/TestFiles.h"
+#include "tests/support/TestFiles.h"
 
 #include <atomic>
 #include <chrono>

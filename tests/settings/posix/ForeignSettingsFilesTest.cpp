@@ -1,5 +1,5 @@
 #include "UtilityDLL/settings/IniFile.h"
-#include "support/TestFiles.h"
+#include "tests/support/TestFiles.h"
 
 #include <algorithm>
 #include <iostream>

@@ -1,4 +1,4 @@
-#include "apps/chartutil/Png.h"
+#include "apps/chartutil/drawing/Png.h"
 
 bool CanRenderPng() { return false; }
 

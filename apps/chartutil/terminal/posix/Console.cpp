@@ -1,4 +1,4 @@
-#include "apps/chartutil/Console.h"
+#include "apps/chartutil/terminal/Console.h"
 
 #include <unistd.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "UtilityDLL/Export.h"
-#include "UtilityDLL/keywords/TextIndex.h"
+#include "UtilityDLL/keywords/detail/TextIndex.h"
 #include "UtilityDLL/settings/Section.h"
 #include "VelmBase/ErrorString.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "UtilityDLL/Export.h"
-#include "UtilityDLL/settings/SharedValue.h"
+#include "UtilityDLL/settings/detail/SharedValue.h"
 #include "VelmBase/WideString.h"
 
 #include <cstdint>

@@ -2,7 +2,7 @@
 
 #include "Framework/Values.h"
 #include "UtilityDLL/Export.h"
-#include "UtilityDLL/settings/NamedSequence.h"
+#include "UtilityDLL/settings/detail/NamedSequence.h"
 
 #include <concepts>
 #include <string>

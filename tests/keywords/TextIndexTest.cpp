@@ -1,4 +1,4 @@
-#include "UtilityDLL/keywords/TextIndex.h"
+#include "UtilityDLL/keywords/detail/TextIndex.h"
 
 #include <gtest/gtest.h>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "UtilityDLL/settings/NamedSequence.h"
+#include "UtilityDLL/settings/detail/NamedSequence.h"
 
 #include "UtilityDLL/settings/IniFile.h"
 #include "UtilityDLL/settings/Section.h"

@@ -2,7 +2,7 @@
 
 #include "UtilityDLL/Export.h"
 #include "UtilityDLL/settings/HashedString.h"
-#include "UtilityDLL/settings/StableSequence.h"
+#include "UtilityDLL/settings/detail/StableSequence.h"
 
 #include <cstddef>
 #include <cstdint>

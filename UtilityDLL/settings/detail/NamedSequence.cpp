@@ -1,4 +1,4 @@
-#include "UtilityDLL/settings/NamedSequence.h"
+#include "UtilityDLL/settings/detail/NamedSequence.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "UtilityDLL/Export.h"
+#include "UtilityDLL/settings/detail/SeededHash.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -9,8 +10,6 @@
 
 /// Finds the position of a text in a sequence that its owner keeps, by exact equality. The texts stay with
 /// the owner, who tells each time how to read them: `textAt(position)` gives the text at a position.
-///
-/// The hash is seeded for each process, so that no file can be made to collide.
 class TextIndex {
 public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
@@ -23,7 +22,7 @@ public:
     /// The position that was added with this text, or kNone.
     template <typename TextAt> std::uint32_t Find(std::wstring_view text, TextAt textAt) const {
         if (m_slots.empty()) return kNone;
-        const std::uint32_t hash = Hash(text);
+        const std::uint32_t hash = SeededHash(text);
         for (std::size_t slot = hash & Mask();; slot = (slot + 1) & Mask()) {
             const Slot& candidate = m_slots[slot];
             if (candidate.position == kNone) return kNone;
@@ -32,7 +31,7 @@ public:
     }
 
     /// Adds a text that Find() does not know yet, after MakeRoomForOne().
-    void Add(std::wstring_view text, std::uint32_t position) { Put({Hash(text), position}); }
+    void Add(std::wstring_view text, std::uint32_t position) { Put({SeededHash(text), position}); }
 
 private:
     struct Slot {
@@ -40,7 +39,6 @@ private:
         std::uint32_t position = kNone;
     };
 
-    UTILITYDLL_API static std::uint32_t Hash(std::wstring_view text);
     std::size_t Mask() const { return m_slots.size() - 1; }
     UTILITYDLL_API void Put(const Slot& entry);
 

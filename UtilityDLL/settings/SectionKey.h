@@ -88,10 +88,8 @@ public:
     bool operator<(const SectionKey& other) const { return NameIsSmaller(GetName(), other.GetName()); }
     bool operator>(const SectionKey& other) const { return NameIsSmaller(other.GetName(), GetName()); }
 
-    /// For the sequence that holds the key.
-    IndexedName& NameSlot() { return m_name; }
-
 private:
+    friend class NamedSequence<SectionKey>; // follows the name
     SectionKey& SetInteger(long long value);
     SectionKey& SetUnsigned(unsigned long long value);
 

@@ -6,24 +6,44 @@
 #include "tests/support/Random.h"
 
 #include <algorithm>
+#include <atomic>
 #include <gtest/gtest.h>
+#include <numeric>
 #include <string>
 #include <thread>
 #include <vector>
 
 namespace {
 
+/// Counts how often a name is looked at and how often an element is moved or copied over another.
 struct Item {
+    Item() = default;
     Item(const std::wstring& name, int number) : m_name(HashedString<wchar_t>(name)), m_number(number) {}
+    Item(const Item&) = default;
+    Item(Item&&) = default;
+    Item& operator=(const Item& other) noexcept {
+        ++moves;
+        m_name = other.m_name;
+        m_number = other.m_number;
+        return *this;
+    }
+    Item& operator=(Item&& other) noexcept { return *this = std::as_const(other); }
+    ~Item() = default;
 
-    const HashedString<wchar_t>& GetName() const { return m_name.Get(); }
-    IndexedName& NameSlot() { return m_name; }
+    const HashedString<wchar_t>& GetName() const {
+        ++looks;
+        return m_name.Get();
+    }
     int Number() const { return m_number; }
     void Rename(const std::wstring& name) { m_name.Set(HashedString<wchar_t>(name)); }
 
+    static inline std::atomic<std::size_t> looks = 0;
+    static inline std::atomic<std::size_t> moves = 0;
+
 private:
+    friend class NamedSequence<Item>;
     IndexedName m_name;
-    int m_number;
+    int m_number = 0;
 };
 
 using Sequence = NamedSequence<Item>;
@@ -253,21 +273,22 @@ TEST(NamedSequence, RandomOperationsMatchAPlainVector) {
         int number = 0;
         const unsigned rounds = 4000;
         for (unsigned round = 0; round < rounds; ++round) {
+            const bool shrinks = round / 400 % 3 == 2;
             const unsigned choice = random.Below(100);
             const std::size_t size = model.items.size();
-            if (choice < 40) {
+            if (choice < (shrinks ? 8u : 40u)) {
                 const std::wstring name = anyName();
                 sequence.Append(name, ++number);
                 model.items.emplace_back(name, number);
-            } else if (choice < 60 && size > 0) {
+            } else if (choice < 55 && size > 0) {
+                const std::size_t position = random.OnceIn(3) ? 0 : random.Below(size);
+                sequence.Remove(position);
+                model.items.erase(model.items.begin() + static_cast<std::ptrdiff_t>(position));
+            } else if (choice < 70 && size > 0) {
                 const std::size_t position = random.Below(size);
                 const std::wstring name = anyName();
                 sequence[position].Rename(name);
                 model.items[position].first = name;
-            } else if (choice < 70 && size > 0) {
-                const std::size_t position = random.Below(size);
-                sequence.Remove(position);
-                model.items.erase(model.items.begin() + static_cast<std::ptrdiff_t>(position));
             } else if (choice < 73) {
                 Sequence copy(sequence);
                 sequence = copy;
@@ -303,15 +324,120 @@ TEST(NamedSequence, RandomOperationsMatchAPlainVector) {
     }
 }
 
+namespace {
+
+/// The positions 0 to `count` - 1 in the orders in which a host might go through them.
+std::vector<std::pair<const char*, std::vector<unsigned>>> Orders(unsigned count) {
+    std::vector<unsigned> front(count);
+    std::iota(front.begin(), front.end(), 0u);
+    std::vector<unsigned> shuffled = front, outward = front;
+    Random random(count);
+    for (std::size_t i = count; i > 1; --i) std::swap(shuffled[i - 1], shuffled[random.Below(i)]);
+    std::rotate(outward.begin(), outward.begin() + count / 2, outward.end());
+    return {{"front to back", front},
+            {"back to front", {front.rbegin(), front.rend()}},
+            {"shuffled", shuffled},
+            {"from the middle", outward}};
+}
+
+/// Looks at names and moves of elements while `act` runs.
+template <typename Act> std::size_t StepsOf(Act act) {
+    Item::looks = Item::moves = 0;
+    act();
+    return Item::looks + Item::moves;
+}
+
+constexpr std::size_t kFewSteps = 12; // for each element; a short sequence is scanned and moved up
+
+} // namespace
+
+TEST(NamedSequence, RemovingOneByOneTakesAFewStepsEachInEveryOrder) {
+    for (const unsigned count : {500u, 5000u, 16000u})
+        for (const auto& [name, order] : Orders(count)) {
+            Sequence sequence = LongSequence(count);
+            EXPECT_LT(StepsOf([&] {
+                          for (const unsigned i : order) sequence.Remove(sequence.Find(Name(i)));
+                      }),
+                      kFewSteps * count)
+                << count << ' ' << name;
+            EXPECT_EQ(0u, sequence.Size());
+        }
+}
+
+TEST(NamedSequence, RemovingByPositionTakesAFewStepsEach) {
+    constexpr unsigned kCount = 16000;
+    for (const bool front : {false, true}) {
+        Sequence sequence = LongSequence(kCount);
+        EXPECT_LT(StepsOf([&] {
+                      while (sequence.Size() > 0) sequence.Remove(front ? 0 : sequence.Size() - 1);
+                  }),
+                  kFewSteps * kCount);
+    }
+}
+
+TEST(NamedSequence, RemovingAmongLookUpsAndAppendsTakesAFewStepsEach) {
+    constexpr unsigned kCount = 16000;
+    for (const auto& [name, order] : Orders(kCount)) {
+        Sequence sequence = LongSequence(kCount);
+        EXPECT_LT(StepsOf([&] {
+                      for (const unsigned i : order) { // as a host does that moves keys to the end
+                          sequence.Remove(sequence.Find(Name(i)));
+                          ASSERT_EQ(sequence.Size(), sequence.Find(Name(i)));
+                          sequence.Append(Name(i), -1);
+                          ASSERT_EQ(sequence.Size() - 1, std::as_const(sequence).Find(Name(i)));
+                      }
+                  }),
+                  kFewSteps * kCount)
+            << name;
+    }
+}
+
+TEST(NamedSequence, RemovingTheFirstOfManyEqualNamesTakesAFewSteps) {
+    constexpr unsigned kCount = 16000;
+    Sequence sequence;
+    for (unsigned i = 0; i < kCount; ++i) sequence.Append(i % 2 ? Name(i) : L"same", static_cast<int>(i));
+    EXPECT_LT(StepsOf([&] {
+                  for (unsigned i = 0; i < kCount / 2; ++i) {
+                      const std::size_t first = sequence.Find(L"same");
+                      ASSERT_EQ(i, first);
+                      sequence.Remove(first);
+                  }
+              }),
+              kFewSteps * kCount);
+    EXPECT_EQ(sequence.Size(), sequence.Find(L"same"));
+    EXPECT_EQ(kCount / 2, sequence.Size());
+}
+
+TEST(NamedSequence, RenamingOneByOneTakesAFewStepsEachInEveryOrder) {
+    for (const unsigned count : {500u, 16000u})
+        for (const auto& [name, order] : Orders(count)) {
+            Sequence sequence = LongSequence(count);
+            EXPECT_LT(StepsOf([&] {
+                          for (const unsigned i : order) {
+                              sequence[sequence.Find(Name(i))].Rename(L"new" + Name(i));
+                              ASSERT_EQ(i, std::as_const(sequence).Find(L"NEW" + Name(i)));
+                              ASSERT_EQ(count, sequence.Find(Name(i)));
+                          }
+                      }),
+                      kFewSteps * count)
+                << count << ' ' << name;
+        }
+}
+
 TEST(NamedSequence, ConstLookUpsMayRunInSeveralThreads) {
     Sequence sequence = LongSequence(2000);
-    sequence[7].Rename(L"renamed"); // leaves the index out of date: no reader may repair it
+    sequence[7].Rename(L"renamed");
+    sequence.Append(L"later", 0);
+    sequence.Append(L"later", 0);
+    sequence.Remove(
+        sequence.Find(L"later")); // where the second stands is not known yet: no reader may note it
     const Sequence& shared = sequence;
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t)
         threads.emplace_back([&] {
             for (unsigned i = 0; i < 2000; i += 20) EXPECT_EQ(i, shared.Find(Name(i)));
             EXPECT_EQ(7u, shared.Find(L"renamed"));
+            EXPECT_EQ(2000u, shared.Find(L"later"));
         });
     for (std::thread& thread : threads) thread.join();
 }

@@ -2,10 +2,8 @@
 
 #include <bit>
 #include <cstddef>
-#include <iterator>
 #include <memory>
 #include <new>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -15,15 +13,12 @@
 template <typename T> class StableSequence {
 public:
     StableSequence() = default;
-    // Delegates, so that the destructor runs should an element's copy fail.
-    StableSequence(const StableSequence& other) : StableSequence() {
-        for (const T& element : other) EmplaceBack(element);
-    }
     StableSequence(StableSequence&& other) noexcept
         : m_blocks(std::move(other.m_blocks)), m_size(std::exchange(other.m_size, 0)) {}
-    StableSequence& operator=(StableSequence other) noexcept {
-        m_blocks.swap(other.m_blocks);
-        std::swap(m_size, other.m_size);
+    StableSequence& operator=(StableSequence&& other) noexcept {
+        StableSequence taken(std::move(other));
+        m_blocks.swap(taken.m_blocks);
+        std::swap(m_size, taken.m_size);
         return *this;
     }
     ~StableSequence() { Clear(); }
@@ -46,29 +41,13 @@ public:
         std::destroy_at(Place(--m_size));
     }
 
-    void Clear() {
-        while (m_size > 0) std::destroy_at(Place(--m_size));
-        m_blocks.clear();
+    /// Removes the elements from position `size` on and gives the memory of their blocks back.
+    void Truncate(std::size_t size) {
+        while (m_size > size) std::destroy_at(Place(--m_size));
+        m_blocks.resize(size > 0 ? BlockOf(size - 1) + 1 : 0);
     }
 
-    template <typename Sequence, typename Element> class Iterator {
-    public:
-        Iterator(Sequence* sequence, std::size_t i) : m_sequence(sequence), m_i(i) {}
-        Element& operator*() const { return (*m_sequence)[m_i]; }
-        Iterator& operator++() {
-            ++m_i;
-            return *this;
-        }
-        bool operator==(const Iterator& other) const { return m_i == other.m_i; }
-
-    private:
-        Sequence* m_sequence;
-        std::size_t m_i;
-    };
-    auto begin() { return Iterator<StableSequence, T>(this, 0); }
-    auto end() { return Iterator<StableSequence, T>(this, m_size); }
-    auto begin() const { return Iterator<const StableSequence, const T>(this, 0); }
-    auto end() const { return Iterator<const StableSequence, const T>(this, m_size); }
+    void Clear() { Truncate(0); }
 
 private:
     struct Slot {

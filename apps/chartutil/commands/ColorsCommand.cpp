@@ -6,7 +6,7 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/drawing/Picture.h"
 #include "apps/chartutil/files/CptFile.h"
-#include "apps/chartutil/files/FilePaths.h"
+#include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Console.h"
 

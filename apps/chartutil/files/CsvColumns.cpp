@@ -2,7 +2,7 @@
 
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/files/FilePaths.h"
+#include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Console.h"
 
 #include <CLI/CLI.hpp>

@@ -1,4 +1,4 @@
-#include "apps/chartutil/files/FilePaths.h"
+#include "apps/chartutil/files/Files.h"
 
 #include "apps/chartutil/terminal/Console.h"
 

@@ -2,6 +2,7 @@
 
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 
 #include <string>
 #include <vector>

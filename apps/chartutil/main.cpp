@@ -1,4 +1,5 @@
 #include "apps/chartutil/Program.h"
+#include "apps/chartutil/terminal/Console.h"
 
 int main(int argc, char** argv) {
     PrepareConsole();

@@ -1,7 +1,7 @@
 #include "apps/chartutil/files/LineRules.h"
 
 #include "UtilityDLL/settings/IniFile.h"
-#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 #include "tests/support/TestFiles.h"
 
 #include <gmock/gmock.h>

@@ -9,6 +9,8 @@
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Json.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

@@ -4,6 +4,9 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Json.h"
+#include "apps/chartutil/terminal/ProgressBar.h"
 
 #include <CLI/CLI.hpp>
 

@@ -8,6 +8,8 @@
 #include "VelmConfigure/DataSearch.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Json.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

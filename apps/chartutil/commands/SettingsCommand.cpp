@@ -5,6 +5,8 @@
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/files/LineRules.h"
 #include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Json.h"
 
 #include <CLI/CLI.hpp>
 

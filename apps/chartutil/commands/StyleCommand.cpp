@@ -17,6 +17,8 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/drawing/Picture.h"
 #include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Json.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

@@ -1,7 +1,7 @@
 #include "UtilityDLL/GTL/Transformation2D.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/files/CsvColumns.h"
-#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 
 #include <CLI/CLI.hpp>
 

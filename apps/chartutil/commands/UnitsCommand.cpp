@@ -2,7 +2,8 @@
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/files/CsvColumns.h"
-#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Json.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

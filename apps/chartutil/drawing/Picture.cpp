@@ -3,7 +3,7 @@
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/drawing/Png.h"
-#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 
 #include <algorithm>
 #include <charconv>

@@ -3,7 +3,7 @@
 #include "UtilityDLL/colors/HSVColor.h"
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,8 @@
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/files/Files.h"
-#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/ProgressBar.h"
 
 #include <CLI/CLI.hpp>
 

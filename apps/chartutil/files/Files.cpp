@@ -1,6 +1,6 @@
 #include "apps/chartutil/files/Files.h"
 
-#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "apps/chartutil/files/LineRules.h"
 
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 
 #include <cstdio>
 #include <string_view>

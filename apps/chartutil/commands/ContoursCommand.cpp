@@ -5,6 +5,7 @@
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/drawing/Picture.h"
+#include "apps/chartutil/files/ColorTableFile.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"

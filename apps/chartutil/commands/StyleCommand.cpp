@@ -15,7 +15,7 @@
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/commands/Commands.h"
-#include "apps/chartutil/drawing/Picture.h"
+#include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"

@@ -3,6 +3,7 @@
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/drawing/Png.h"
+#include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Errors.h"
 
 #include <algorithm>
@@ -97,20 +98,6 @@ void Picture::Save(const std::string& path) const {
     if (!FILES::ReplaceContents(FromUtf8(path), content))
         throw CommandError(ExitCode::IO_ERROR,
                            path + ": cannot be written; check that the folder exists and takes new files");
-}
-
-RGBColor ReadableOn(const RGBColor& background) {
-    return background.GrayScale().Red() < 128 ? RGBColor(255, 255, 255) : RGBColor(0, 0, 0);
-}
-
-std::string HexText(const RGBColor& color) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string text = "#";
-    for (const int component : {color.Red(), color.Green(), color.Blue()}) {
-        text += kDigits[component / 16];
-        text += kDigits[component % 16];
-    }
-    return text;
 }
 
 std::string SvgEscaped(std::string_view text) {

@@ -50,11 +50,5 @@ private:
     std::string m_body;
 };
 
-/// Black or white, whichever is easier to read on that colour.
-RGBColor ReadableOn(const RGBColor& background);
-
-/// "#RRGGBB"
-std::string HexText(const RGBColor& color);
-
 /// `text` with the characters that mean something in SVG replaced; control characters become spaces.
 std::string SvgEscaped(std::string_view text);

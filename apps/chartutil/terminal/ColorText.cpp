@@ -2,12 +2,11 @@
 
 #include "VelmBase/FormatString.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/drawing/Picture.h"
 #include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 
 #include <charconv>
 #include <optional>
-#include <vector>
 
 namespace {
 
@@ -42,6 +41,20 @@ RGBColor RequireColor(const std::string& text) {
     return *color;
 }
 
+RGBColor ReadableOn(const RGBColor& background) {
+    return background.GrayScale().Red() < 128 ? RGBColor(255, 255, 255) : RGBColor(0, 0, 0);
+}
+
+std::string HexText(const RGBColor& color) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string text = "#";
+    for (const int component : {color.Red(), color.Green(), color.Blue()}) {
+        text += kDigits[component / 16];
+        text += kDigits[component % 16];
+    }
+    return text;
+}
+
 std::string OnColor(const std::string& text, const RGBColor& color) {
     if (!OutputIsTerminal()) return text;
     const RGBColor ink = ReadableOn(color);
@@ -49,22 +62,4 @@ std::string OnColor(const std::string& text, const RGBColor& color) {
         return std::to_string(c.Red()) + ';' + std::to_string(c.Green()) + ';' + std::to_string(c.Blue());
     };
     return Colored(" " + text + " ", ("38;2;" + codes(ink) + ";48;2;" + codes(color)).c_str());
-}
-
-DXFColorTable OpenColorTable(const std::string& path, bool& complete) {
-    FileObject file;
-    if (!file.Open(FromUtf8(path), 0))
-        throw CommandError(ExitCode::IO_ERROR,
-                           path + ": cannot be read as a settings file; check the name, the permissions and "
-                                  "that no section header is empty");
-    DXFColorTable table;
-    std::vector<std::wstring> remarks;
-    complete = table.FileOpen(file, &remarks);
-    if (!complete && !file.GetSection(L"ColorTable"))
-        throw CommandError(ExitCode::CHECK_FAILED,
-                           path + ": no colour table: " + ToUtf8(remarks.at(0)) +
-                               "; 'chartutil colors import' makes a table from a .cpt file");
-    for (const std::wstring& remark : remarks) PrintNote(path + ": " + ToUtf8(remark));
-    if (remarks.size() == ColorTable::MAX_REMARKS) PrintNote(path + ": and perhaps more");
-    return table;
 }

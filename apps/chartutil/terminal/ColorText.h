@@ -1,6 +1,5 @@
 #pragma once
 
-#include "UtilityDLL/colors/DXFColorTable.h"
 #include "UtilityDLL/colors/RGBColor.h"
 
 #include <string>
@@ -9,9 +8,11 @@
 /// command (ExitCode::WRONG_USE).
 RGBColor RequireColor(const std::string& text);
 
+/// Black or white, whichever is easier to read on that colour.
+RGBColor ReadableOn(const RGBColor& background);
+
+/// "#RRGGBB"
+std::string HexText(const RGBColor& color);
+
 /// `text` on that colour, where the terminal shows colours; else as it is.
 std::string OnColor(const std::string& text, const RGBColor& color);
-
-/// Reads a colour table. What is odd in it goes to standard error; `complete` says whether all of it could be
-/// read. Ends the command when the file cannot be read or holds no table.
-DXFColorTable OpenColorTable(const std::string& path, bool& complete);

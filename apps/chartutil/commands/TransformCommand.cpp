@@ -2,6 +2,7 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/files/CsvColumns.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Numbers.h"
 
 #include <CLI/CLI.hpp>
 

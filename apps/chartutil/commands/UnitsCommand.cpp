@@ -4,6 +4,7 @@
 #include "apps/chartutil/files/CsvColumns.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
+#include "apps/chartutil/terminal/Numbers.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

@@ -4,6 +4,7 @@
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Numbers.h"
 #include "apps/chartutil/terminal/ProgressBar.h"
 
 #include <CLI/CLI.hpp>
@@ -289,26 +290,6 @@ void ChangeColumns(LineReader& input, Output& output, const CsvTable& table,
 }
 
 } // namespace
-
-bool ParseNumber(std::string_view text, double& value) {
-    text = Trimmed(text);
-    if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
-    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && stop == text.data() + text.size() && std::isfinite(value);
-}
-
-std::string DecimalText(double value, int decimals) {
-    char text[400]; // a double has up to 309 digits before the point
-    // Without an exponent as long as a reader would write none.
-    const bool isPlain = value == 0 || (std::fabs(value) >= 1e-7 && std::fabs(value) < 1e16);
-    const auto end = decimals < 0
-                         ? std::to_chars(text, std::end(text), value,
-                                         isPlain ? std::chars_format::fixed : std::chars_format::general)
-                         : std::to_chars(text, std::end(text), value, std::chars_format::fixed, decimals);
-    const std::string_view number(text, static_cast<std::size_t>(end.ptr - text));
-    const bool isMinusZero = number[0] == '-' && number.find_first_not_of("-0.") == std::string_view::npos;
-    return std::string(number.substr(isMinusZero)); // a minus that rounding left over only puzzles the reader
-}
 
 void AddCsvOptions(CLI::App& command, CsvTable& table) {
     command.add_option("-o,--output", table.output, "The table to write; standard output without it");

@@ -27,11 +27,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string Components(const RGBColor& color) {
-    return std::to_string(color.Red()) + ',' + std::to_string(color.Green()) + ',' +
-           std::to_string(color.Blue());
-}
-
 std::string ValueText(double value, int digits) { return ToUtf8(NumberText::FromGeneral(value, digits)); }
 
 // With all the digits that the value has.

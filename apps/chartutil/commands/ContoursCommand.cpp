@@ -45,7 +45,7 @@ void Show(const ContourDefinitionList& list, const std::string& path, const Outp
     for (int i = 0; i < list.NumContours(); ++i) width = std::max(width, NumberOf(list[i].level).size());
     if (!output.json)
         std::cout << Colored(std::string(width - 5, ' ') + "level  colour   DXF  line          width  label",
-                             "1")
+                             TextColor::BOLD)
                   << '\n';
     for (int i = 0; i < list.NumContours(); ++i) {
         const Info& info = list[i];

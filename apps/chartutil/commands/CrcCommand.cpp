@@ -3,6 +3,7 @@
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
@@ -103,8 +104,8 @@ void ForEachFile(const std::vector<std::string>& paths, bool asJson, Report (*do
             const Report report = doOne(path);
             if (!report.good) worst = std::max(worst, ExitCode::CHECK_FAILED);
             if (!asJson)
-                std::cout << Printable(path + ": ") << Colored(report.text, report.good ? "32" : "31")
-                          << '\n';
+                std::cout << Printable(path + ": ")
+                          << Colored(report.text, report.good ? TextColor::GREEN : TextColor::RED) << '\n';
             Json entry = {{"file", path}};
             entry.update(report.json);
             reports.push_back(std::move(entry));

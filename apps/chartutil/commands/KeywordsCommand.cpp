@@ -7,6 +7,7 @@
 #include "VelmConfigure/DataSearch.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/files/LayoutFile.h"
+#include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
@@ -69,7 +70,7 @@ void List(const std::string& path, bool isLatin1, bool json) {
         width = std::max(width, std::min(keywords.GetKeywordConst(i)->name.size(), kWidestName));
     if (!json && keywords.GetSize() > 0)
         std::cout << Colored("count  keyword" + std::string(width - 7, ' ') + "  kind                  lines",
-                             "1")
+                             TextColor::BOLD)
                   << '\n';
     for (int i = 0; i < keywords.GetSize(); ++i) {
         const CKeyword& keyword = *keywords.GetKeywordConst(i);
@@ -92,7 +93,8 @@ void List(const std::string& path, bool isLatin1, bool json) {
         std::cout << std::string(count.size() < 5 ? 5 - count.size() : 0, ' ') << count << "  "
                   << Printable(ToUtf8(keyword.name))
                   << std::string(width - std::min(width, keyword.name.size()), ' ') << "  "
-                  << Colored(kind, kind == "own" ? "0" : "32") << std::string(20 - kind.size(), ' ') << "  ";
+                  << Colored(kind, kind == "own" ? TextColor::PLAIN : TextColor::GREEN)
+                  << std::string(20 - kind.size(), ' ') << "  ";
         for (std::size_t k = 0; k < where.size() && k < 10; ++k) std::cout << (k ? "," : "") << where[k];
         if (where.size() > 10) std::cout << ",...";
         if (choices) std::cout << "  (" << choices->GetSize() << " choices)";

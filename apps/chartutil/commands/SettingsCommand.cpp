@@ -4,6 +4,7 @@
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/files/LineRules.h"
 #include "apps/chartutil/files/SettingsFile.h"
+#include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
@@ -95,7 +96,7 @@ void PrintSection(const Section& section) {
     int nameWidth = 0;
     int valueWidth = 0;
     section.GetWriteOffsets(nameWidth, valueWidth);
-    std::cout << Colored(Printable(InBrackets(section.GetName())), "1") << '\n';
+    std::cout << Colored(Printable(InBrackets(section.GetName())), TextColor::BOLD) << '\n';
     for (int i = 0; i < section.NumKeys(); ++i) {
         const SectionKey& key = section[i];
         const bool hasComment = !key.GetComments().empty();
@@ -103,7 +104,7 @@ void PrintSection(const Section& section) {
             std::cout << Printable(Padded(key.GetName(), nameWidth)) << " = "
                       << Printable(hasComment ? Padded(key.GetValue(), valueWidth + 1)
                                               : ToUtf8(key.GetValue()));
-        if (hasComment) std::cout << Colored(Printable(";" + ToUtf8(key.GetComments())), "2");
+        if (hasComment) std::cout << Colored(Printable(";" + ToUtf8(key.GetComments())), TextColor::DIM);
         std::cout << '\n';
     }
 }
@@ -298,13 +299,14 @@ void Check(const Options& options) {
             std::cout << "  " << Printable(Padded(section->GetName(), width)) << "  ";
             switch (seal) {
             case Seal::INTACT:
-                std::cout << Colored("intact", "32") << '\n';
+                std::cout << Colored("intact", TextColor::GREEN) << '\n';
                 break;
             case Seal::BROKEN:
-                std::cout << Colored("EDITED BY HAND", "31") << ": its seal does not fit its keys\n";
+                std::cout << Colored("EDITED BY HAND", TextColor::RED)
+                          << ": its seal does not fit its keys\n";
                 break;
             case Seal::NONE:
-                std::cout << Colored("no seal", "33") << ": an edit cannot be told\n";
+                std::cout << Colored("no seal", TextColor::YELLOW) << ": an edit cannot be told\n";
                 break;
             }
         }

@@ -2,6 +2,7 @@
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/commands/style/Records.h"
+#include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
@@ -37,7 +38,7 @@ Json ToJson(const Record& record) {
 }
 
 void Print(const Record& record) {
-    std::cout << Colored(record.type, "1");
+    std::cout << Colored(record.type, TextColor::BOLD);
     if (!record.prefix.empty()) std::cout << " with the prefix " << Printable(record.prefix);
     std::cout << '\n';
     std::size_t nameWidth = 0;

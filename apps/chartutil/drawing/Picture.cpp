@@ -95,9 +95,7 @@ void Picture::Save(const std::string& path) const {
     const bool isPng = Ending(path) == "png";
     const std::string content = isPng ? RenderPng(Svg(), m_width, m_height) : Svg();
     if (content.empty()) throw CommandError(ExitCode::IO_ERROR, path + ": the picture cannot be drawn");
-    if (!FILES::ReplaceContents(FromUtf8(path), content))
-        throw CommandError(ExitCode::IO_ERROR,
-                           path + ": cannot be written; check that the folder exists and takes new files");
+    if (!FILES::ReplaceContents(FromUtf8(path), content)) ThrowNotWritten(path);
 }
 
 std::string SvgEscaped(std::string_view text) {

@@ -3,11 +3,13 @@
 #include "UtilityDLL/colors/HSVColor.h"
 #include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
+#include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Numbers.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <optional>
 #include <string_view>
@@ -68,11 +70,7 @@ RGBColor Rgb(const Color& color) {
 
 std::optional<double> Number(std::string_view text) {
     double value = 0;
-    if (!text.empty() && text[0] == '+') text.remove_prefix(1);
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
-        return std::nullopt;
-    return value;
+    return ParseNumber(text, value) ? std::optional(value) : std::nullopt;
 }
 
 Words Split(std::string_view text, std::string_view separators) {
@@ -103,22 +101,17 @@ std::optional<Color> FromComponents(const Words& words, bool isHsv) {
 
 std::optional<Color> ParseColor(std::string_view text) {
     if (text.find('/') != std::string_view::npos) return FromComponents(Split(text, "/"), false);
-    if (text.size() == 7 && text[0] == '#') {
-        int packed = 0;
-        const auto [end, error] = std::from_chars(text.data() + 1, text.data() + 7, packed, 16);
-        if (error != std::errc() || end != text.data() + 7) return std::nullopt;
-        return Color{{static_cast<double>(packed >> 16), static_cast<double>(packed >> 8 & 0xFF),
-                      static_cast<double>(packed & 0xFF)},
+    const auto exactly = [](int red, int green, int blue) {
+        return Color{{static_cast<double>(red), static_cast<double>(green), static_cast<double>(blue)},
                      false};
-    }
+    };
+    if (const std::optional<RGBColor> color = ParseHexColor(text))
+        return exactly(color->Red(), color->Green(), color->Blue());
     if (const std::optional<double> grey = Number(text))
         return *grey >= 0 && *grey <= 255 ? std::optional(Color{{*grey, *grey, *grey}, false}) : std::nullopt;
     if (text[0] >= '0' && text[0] <= '9') return FromComponents(Split(text, "-"), true);
     for (const NamedColor& named : kNames)
-        if (SameWord(text, named.name))
-            return Color{{static_cast<double>(named.red), static_cast<double>(named.green),
-                          static_cast<double>(named.blue)},
-                         false};
+        if (SameWord(text, named.name)) return exactly(named.red, named.green, named.blue);
     // gray0 to gray100 are hundredths of white.
     const std::optional<double> percent =
         text.size() > 4 && SameWord(text.substr(0, 4), "gray") ? Number(text.substr(4)) : std::nullopt;
@@ -135,7 +128,7 @@ struct Slice {
 
 class Reader {
 public:
-    Reader(std::string path, int step) : m_path(std::move(path)), m_step(step) {}
+    Reader(UserText path, int step) : m_path(std::move(path)), m_step(step) {}
 
     CptTable Read() {
         const std::string content = Content();
@@ -148,7 +141,7 @@ public:
         }
         if (m_slices.empty())
             throw CommandError(ExitCode::CHECK_FAILED,
-                               m_path +
+                               m_path.Utf8() +
                                    ": has no colours; a .cpt file has lines such as '-10 0/0/255 0 white'");
         Stretch();
         return Table();
@@ -156,19 +149,20 @@ public:
 
 private:
     [[noreturn]] void Fail(const std::string& what) const {
-        throw CommandError(ExitCode::CHECK_FAILED, m_path + ": line " + std::to_string(m_line) + ": " + what);
+        throw CommandError(ExitCode::CHECK_FAILED,
+                           m_path.Utf8() + ": line " + std::to_string(m_line) + ": " + what);
     }
 
     std::string Content() const {
         constexpr std::uint64_t kMost = 16 << 20;
-        FILES::Reader file(FromUtf8(m_path));
-        if (!file.IsOpen())
-            throw CommandError(ExitCode::IO_ERROR, m_path + ": cannot be opened; check the name");
+        FILES::Reader file(m_path.Wide());
+        if (!file.IsOpen()) ThrowNotReadable(m_path);
         if (file.Size() > kMost)
-            throw CommandError(ExitCode::CHECK_FAILED, m_path + ": is too large for a colour palette table");
+            throw CommandError(ExitCode::CHECK_FAILED,
+                               m_path.Utf8() + ": is too large for a colour palette table");
         std::string content(static_cast<std::size_t>(file.Size()), '\0');
         content.resize(file.Read(content.data(), content.size()));
-        if (file.Failed()) throw CommandError(ExitCode::IO_ERROR, m_path + ": cannot be read");
+        if (file.Failed()) ThrowNotReadable(m_path);
         return content;
     }
 
@@ -315,7 +309,7 @@ private:
         const double change = std::max(static_cast<double>(difference), turn * 255);
         const int bands = std::max(1, static_cast<int>(std::ceil(change / m_step)));
         if (table.NumEntries() + bands > kMostBands)
-            throw CommandError(ExitCode::CHECK_FAILED, m_path + ": gives more than " +
+            throw CommandError(ExitCode::CHECK_FAILED, m_path.Utf8() + ": gives more than " +
                                                            std::to_string(kMostBands) +
                                                            " bands; take a larger --step or a shorter table");
         for (int band = 0; band < bands; ++band) {
@@ -342,7 +336,7 @@ private:
         return Rgb(color);
     }
 
-    std::string m_path;
+    UserText m_path;
     int m_step;
     int m_line = 0;
     bool m_isHsv = false;
@@ -354,4 +348,4 @@ private:
 
 } // namespace
 
-CptTable ReadCptFile(const std::string& path, int step) { return Reader(path, step).Read(); }
+CptTable ReadCptFile(const UserText& path, int step) { return Reader(path, step).Read(); }

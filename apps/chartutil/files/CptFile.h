@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VelmBase/ColorTable.h"
+#include "apps/chartutil/terminal/UserText.h"
 
 #include <string>
 #include <vector>
@@ -21,4 +22,4 @@ struct CptTable {
 /// from 0 to 1, or -1 to 1, are stretched to the "RANGE" comment where there is one.
 ///
 /// Throws a CommandError that names the file and the line.
-CptTable ReadCptFile(const std::string& path, int step);
+CptTable ReadCptFile(const UserText& path, int step);

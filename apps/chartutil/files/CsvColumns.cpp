@@ -1,7 +1,6 @@
 #include "apps/chartutil/files/CsvColumns.h"
 
 #include "VelmBase/File.h"
-#include "VelmBase/WideString.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
@@ -64,15 +63,12 @@ private:
 /// Lines of a file or of standard input. A line break between quotes belongs to the line.
 class LineReader {
 public:
-    LineReader(const std::string& path, char separator)
-        : m_name(path == "-" ? "standard input" : path), m_separator(separator) {
-        if (path == "-") return;
-        m_file = std::make_unique<FILES::Reader>(FromUtf8(path));
-        if (!m_file->IsOpen())
-            throw CommandError(ExitCode::IO_ERROR,
-                               path + ": cannot be read; check the name and the permissions (a folder or a "
-                                      "device is no table; '-' reads standard input)");
-        m_progress.emplace(path, m_file->Size());
+    LineReader(const UserText& path, char separator)
+        : m_name(path.Utf8() == "-" ? "standard input" : path.Utf8()), m_separator(separator) {
+        if (path.Utf8() == "-") return;
+        m_file = std::make_unique<FILES::Reader>(path.Wide());
+        if (!m_file->IsOpen()) ThrowNotReadable(path);
+        m_progress.emplace(path.Utf8(), m_file->Size());
     }
 
     /// The next line with its line end; empty at the end of the table. It holds until the next call.
@@ -315,20 +311,22 @@ void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
     const auto print = [](std::string_view text) {
         return static_cast<bool>(std::cout.write(text.data(), static_cast<std::streamsize>(text.size())));
     };
-    if (table.output.empty()) {
+    if (table.output.Empty()) {
         changeInto("standard output", print);
         return;
     }
     std::error_code ignored;
     const std::filesystem::path target = NativePath(table.output);
     if (std::filesystem::exists(target, ignored) && !std::filesystem::is_regular_file(target, ignored))
-        throw CommandError(ExitCode::IO_ERROR, table.output +
+        throw CommandError(ExitCode::IO_ERROR, table.output.Utf8() +
                                                    ": is no regular file; leave out --output to write to "
                                                    "standard output");
-    if (!FILES::ReplaceContents(FromUtf8(table.output),
-                                [&](const Sink& sink) { return changeInto(table.output, sink); }))
-        throw CommandError(
-            ExitCode::IO_ERROR,
-            table.output + ": cannot be written, a file there is as it was; check that its folder exists and "
-                           "takes new files, that you may write it and that it has one name only");
+    const std::uintmax_t numNames = std::filesystem::hard_link_count(target, ignored);
+    if (!ignored && numNames > 1)
+        throw CommandError(ExitCode::IO_ERROR, table.output.Utf8() +
+                                                   ": has other names (hard links), which would keep the old "
+                                                   "table; write to another file");
+    if (!FILES::ReplaceContents(table.output.Wide(),
+                                [&](const Sink& sink) { return changeInto(table.output.Utf8(), sink); }))
+        ThrowNotWritten(table.output.Utf8());
 }

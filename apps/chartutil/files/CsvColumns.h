@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/chartutil/terminal/UserText.h"
+
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -15,9 +17,9 @@ class App;
 /// than memory. A field that begins with a quote may hold separators and line breaks up to the next quote;
 /// two quotes in it stand for one. A quote anywhere else is a character like any other.
 struct CsvTable {
-    std::string input = "-"; ///< a file, or "-" for standard input
+    UserText input = "-"; ///< a file, or "-" for standard input
     /// A file, which is replaced when all is done (see FILES::ReplaceContents); empty for standard output.
-    std::string output;
+    UserText output;
     std::string separator = ",";
     bool hasNoHeader = false;
     int decimals = -1; ///< digits after the point; -1 for as many as read back as the same number

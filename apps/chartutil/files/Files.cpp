@@ -1,23 +1,44 @@
 #include "apps/chartutil/files/Files.h"
 
+#include "VelmBase/File.h"
 #include "apps/chartutil/terminal/Errors.h"
 
 namespace {
 
-std::filesystem::file_status StatusOf(const std::string& path) {
+std::filesystem::file_status StatusOf(const UserText& path) {
     std::error_code ignored;
     return std::filesystem::status(NativePath(path), ignored);
 }
 
 } // namespace
 
-std::filesystem::path NativePath(const std::string& path) { return std::u8string(path.begin(), path.end()); }
+std::filesystem::path NativePath(const UserText& path) {
+    return std::u8string(path.Utf8().begin(), path.Utf8().end());
+}
 
-bool PathExists(const std::string& path) {
+std::string FileNameOf(const UserText& path) {
+    return path.Utf8().substr(path.Utf8().find_last_of("/\\") + 1);
+}
+
+bool PathExists(const UserText& path) {
     return StatusOf(path).type() != std::filesystem::file_type::not_found;
 }
 
-void ThrowNotReadable(const std::string& path) {
+std::string ReadFile(const UserText& path) {
+    FILES::Reader file(path.Wide());
+    std::string bytes;
+    char block[65536];
+    while (const std::size_t got = file.IsOpen() ? file.Read(block, sizeof block) : 0)
+        bytes.append(block, got);
+    if (!file.IsOpen() || file.Failed()) ThrowNotReadable(path);
+    return bytes;
+}
+
+void WriteFile(const UserText& path, std::string_view bytes) {
+    if (!FILES::ReplaceContents(path.Wide(), bytes)) ThrowNotWritten(path.Utf8());
+}
+
+void ThrowNotReadable(const UserText& path) {
     const std::filesystem::file_status status = StatusOf(path);
     const char* reason = "cannot be read; check its permissions and the disk";
     if (status.type() == std::filesystem::file_type::not_found)
@@ -26,10 +47,10 @@ void ThrowNotReadable(const std::string& path) {
         reason = "is a folder; name a file in it";
     else if (!std::filesystem::is_regular_file(status))
         reason = "is no regular file";
-    throw CommandError(ExitCode::IO_ERROR, path + ": " + reason);
+    throw CommandError(ExitCode::IO_ERROR, path.Utf8() + ": " + reason);
 }
 
-bool Truncate(const std::string& path, std::uint64_t size) {
+bool Truncate(const UserText& path, std::uint64_t size) {
     std::error_code error;
     std::filesystem::resize_file(NativePath(path), size, error);
     return !error;

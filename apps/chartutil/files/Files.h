@@ -1,17 +1,29 @@
 #pragma once
 
+#include "apps/chartutil/terminal/UserText.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
 
-/// The path (UTF-8) for functions of the standard library.
-std::filesystem::path NativePath(const std::string& path);
+/// The path for functions of the standard library.
+std::filesystem::path NativePath(const UserText& path);
 
-/// Ends the command: the file `path` (UTF-8) cannot be read. Says why, as far as that can be told.
-[[noreturn]] void ThrowNotReadable(const std::string& path);
+/// The path's last name.
+std::string FileNameOf(const UserText& path);
 
-/// Whether there is anything at `path` (UTF-8), readable or not.
-bool PathExists(const std::string& path);
+/// Whether there is anything at `path`, readable or not.
+bool PathExists(const UserText& path);
 
-/// Cuts the file `path` (UTF-8) to `size` bytes. False when that cannot be done.
-bool Truncate(const std::string& path, std::uint64_t size);
+/// The bytes of a file. Ends the command when it cannot be read.
+std::string ReadFile(const UserText& path);
+
+/// Gives the file these bytes, whole or not at all. Ends the command when it cannot be written.
+void WriteFile(const UserText& path, std::string_view bytes);
+
+/// Ends the command: the file cannot be read. Says why, as far as that can be told.
+[[noreturn]] void ThrowNotReadable(const UserText& path);
+
+/// Cuts the file to `size` bytes. False when that cannot be done.
+bool Truncate(const UserText& path, std::uint64_t size);

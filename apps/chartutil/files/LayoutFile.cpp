@@ -1,32 +1,16 @@
 #include "apps/chartutil/files/LayoutFile.h"
 
-#include "VelmBase/File.h"
 #include "VelmBase/SettingsText.h"
-#include "VelmBase/WideString.h"
+#include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Errors.h"
 
 #include <algorithm>
 
-namespace {
-
-std::string ReadFile(const std::string& path) {
-    FILES::Reader file(FromUtf8(path));
-    std::string bytes;
-    char block[65536];
-    while (const std::size_t got = file.IsOpen() ? file.Read(block, sizeof block) : 0)
-        bytes.append(block, got);
-    if (!file.IsOpen() || file.Failed())
-        throw CommandError(ExitCode::IO_ERROR,
-                           path + ": cannot be read; check the path and that it is a file you may read");
-    return bytes;
-}
-
-} // namespace
-
-Layout ReadLayout(const std::string& path, bool isLatin1) {
+Layout ReadLayout(const UserText& path, bool isLatin1) {
     const std::string bytes = ReadFile(path);
     if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
-        throw CommandError(ExitCode::IO_ERROR, path + ": is UTF-16, which is not read; save it as UTF-8");
+        throw CommandError(ExitCode::IO_ERROR,
+                           path.Utf8() + ": is UTF-16, which is not read; save it as UTF-8");
     Layout layout{FromUtf8(bytes), isLatin1};
     const auto isStrayByte = [](wchar_t c) { return c >= 0xDC80 && c <= 0xDCFF; };
     layout.isLatin1 = isLatin1 || std::any_of(layout.text.begin(), layout.text.end(), isStrayByte);

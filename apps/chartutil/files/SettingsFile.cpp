@@ -1,7 +1,6 @@
 #include "apps/chartutil/files/SettingsFile.h"
 
 #include "VelmBase/SettingsText.h"
-#include "VelmBase/WideString.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Errors.h"
 
@@ -10,22 +9,26 @@
 
 namespace {
 
-// Tells where opening a file stopped: the library's message has the line for one fault only.
-[[noreturn]] void ThrowOpenError(const std::string& path, const ErrorString& error) {
-    struct Finder : SETTINGS::Handler {
-        bool OnSection(SETTINGS::Bytes name) override {
-            last = SETTINGS::Widened(name);
-            std::wstring capitals = last;
-            std::transform(capitals.begin(), capitals.end(), capitals.begin(), ToUpperW);
-            return names.insert(capitals).second;
-        }
-        void OnKey(SETTINGS::Bytes, SETTINGS::Bytes, SETTINGS::Bytes) override {}
-        std::set<std::wstring> names;
-        std::wstring last;
-    };
-    Finder finder;
-    const SETTINGS::ReadResult result = SETTINGS::Read(FromUtf8(path), finder);
-    const std::string place = path + ":" + std::to_string(result.lineNumber) + ": ";
+// Takes sections until a name comes again, if names have to differ.
+struct Finder : SETTINGS::Handler {
+    explicit Finder(bool namesDiffer) : namesDiffer(namesDiffer) {}
+    bool OnSection(SETTINGS::Bytes name) override {
+        last = SETTINGS::Widened(name);
+        std::wstring capitals = last;
+        std::transform(capitals.begin(), capitals.end(), capitals.begin(), ToUpperW);
+        return names.insert(capitals).second || !namesDiffer;
+    }
+    void OnKey(SETTINGS::Bytes, SETTINGS::Bytes, SETTINGS::Bytes) override {}
+    bool namesDiffer;
+    std::set<std::wstring> names;
+    std::wstring last;
+};
+
+// Tells where reading a file stopped: the library's message has the line for one fault only.
+[[noreturn]] void ThrowFault(const UserText& path, bool namesDiffer) {
+    Finder finder(namesDiffer);
+    const SETTINGS::ReadResult result = SETTINGS::Read(path.Wide(), finder);
+    const std::string place = path.Utf8() + ":" + std::to_string(result.lineNumber) + ": ";
     switch (result.status) {
     case SETTINGS::ReadStatus::BAD_HEADER:
         throw CommandError(ExitCode::IO_ERROR,
@@ -33,44 +36,46 @@ namespace {
     case SETTINGS::ReadStatus::STOPPED:
         throw CommandError(ExitCode::IO_ERROR,
                            place + "the section " + InBrackets(finder.last) +
-                               " is there already (letter case does not count); rename or "
-                               "remove one of the two");
+                               " is there already (letter case does not count); rename or remove one of the "
+                               "two");
     case SETTINGS::ReadStatus::NOT_OPENED:
-        ThrowNotReadable(path);
-    case SETTINGS::ReadStatus::COMPLETE:
+    case SETTINGS::ReadStatus::COMPLETE: // by now
         break;
     }
-    throw CommandError(ExitCode::IO_ERROR, path + ": " + ToUtf8(error.Text()));
+    ThrowNotReadable(path);
 }
 
 } // namespace
 
-IniFile OpenSettings(const std::string& path) {
+IniFile OpenSettings(const UserText& path) {
     IniFile file;
-    if (const ErrorString result = file.Open(FromUtf8(path)); !result) ThrowOpenError(path, result);
+    if (!file.Open(path.Wide())) ThrowFault(path, true);
     return file;
 }
 
-void SaveSettings(const IniFile& file, const std::string& path) {
-    if (!file.Save(FromUtf8(path)))
-        throw CommandError(ExitCode::IO_ERROR,
-                           path + ": cannot be saved, it is as it was; check that the folder exists, the "
-                                  "permissions of file and folder, and the space on the disk");
+FileObject OpenFileObject(const UserText& path) {
+    FileObject file;
+    if (!file.Open(path.Wide(), 0)) ThrowFault(path, false);
+    return file;
 }
 
-Section& RequireSection(IniFile& file, const std::string& path, const std::string& name) {
-    if (!file.HasSection(FromUtf8(name)))
-        throw CommandError(ExitCode::CHECK_FAILED, path + ": there is no section [" + name +
+void SaveSettings(const IniFile& file, const UserText& path) {
+    if (!file.Save(path.Wide())) ThrowNotWritten(path.Utf8());
+}
+
+Section& RequireSection(IniFile& file, const UserText& path, const UserText& name) {
+    if (!file.HasSection(name.Wide()))
+        throw CommandError(ExitCode::CHECK_FAILED, path.Utf8() + ": there is no section [" + name.Utf8() +
                                                        "]; 'chartutil settings show' lists them");
-    return file[FromUtf8(name)];
+    return file[name.Wide()];
 }
 
-SectionKey& RequireKey(Section& section, const std::string& path, const std::string& name) {
-    if (name.empty() || !section.HasKey(FromUtf8(name)))
-        throw CommandError(ExitCode::CHECK_FAILED, path + ": there is no key \"" + name + "\" in " +
-                                                       InBrackets(section.GetName()) +
+SectionKey& RequireKey(Section& section, const UserText& path, const UserText& name) {
+    if (name.Empty() || !section.HasKey(name.Wide()))
+        throw CommandError(ExitCode::CHECK_FAILED, path.Utf8() + ": there is no key \"" + name.Utf8() +
+                                                       "\" in " + InBrackets(section.GetName()) +
                                                        "; 'chartutil settings show' lists them");
-    return section[FromUtf8(name)];
+    return section[name.Wide()];
 }
 
 std::string InBrackets(const std::wstring& section) { return "[" + ToUtf8(section) + "]"; }

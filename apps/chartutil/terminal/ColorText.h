@@ -2,11 +2,18 @@
 
 #include "UtilityDLL/colors/RGBColor.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 
-/// A colour that a user writes as "#RRGGBB", or as R,G,B with numbers from 0 to 255. Another text ends the
-/// command (ExitCode::WRONG_USE).
-RGBColor RequireColor(const std::string& text);
+/// How a text looks on a terminal: the numbers are those by which terminals know it.
+enum class TextColor { PLAIN = 0, BOLD = 1, DIM = 2, RED = 31, GREEN = 32, YELLOW = 33 };
+
+/// `text` in that look where the output is a terminal; else as it is.
+std::string Colored(std::string_view text, TextColor color);
+
+/// `text` on that colour, where the terminal shows colours; else as it is.
+std::string OnColor(const std::string& text, const RGBColor& color);
 
 /// Black or white, whichever is easier to read on that colour.
 RGBColor ReadableOn(const RGBColor& background);
@@ -14,5 +21,12 @@ RGBColor ReadableOn(const RGBColor& background);
 /// "#RRGGBB"
 std::string HexText(const RGBColor& color);
 
-/// `text` on that colour, where the terminal shows colours; else as it is.
-std::string OnColor(const std::string& text, const RGBColor& color);
+/// "255,128,0"
+std::string Components(const RGBColor& color);
+
+/// The colour written as "#RRGGBB", in any letter case; nothing for another text.
+std::optional<RGBColor> ParseHexColor(std::string_view text);
+
+/// A colour that a user writes as "#RRGGBB", or as R,G,B with numbers from 0 to 255. Another text ends the
+/// command (ExitCode::WRONG_USE).
+RGBColor RequireColor(const std::string& text);

@@ -5,11 +5,6 @@
 #include <cstdio>
 #include <iostream>
 
-std::string Colored(std::string_view text, const char* sgr) {
-    if (!OutputIsTerminal()) return std::string(text);
-    return "\x1b[" + std::string(sgr) + "m" + std::string(text) + "\x1b[0m";
-}
-
 std::string WithoutControls(std::string_view text) {
     std::string shown;
     const auto spell = [&](unsigned int code) {

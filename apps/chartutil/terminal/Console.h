@@ -15,9 +15,6 @@ void PrepareConsole();
 bool OutputIsTerminal();
 bool ErrorIsTerminal();
 
-/// `text` in a colour of the terminal (an SGR code such as "32"); as it is when the output is no terminal.
-std::string Colored(std::string_view text, const char* sgr);
-
 /// `text` (UTF-8) with its control characters but line breaks and tabs spelt as \xNN.
 std::string WithoutControls(std::string_view text);
 

@@ -25,3 +25,6 @@ private:
 struct CommandExit {
     ExitCode code;
 };
+
+/// Ends the command: the file cannot be written, and one that is there is as it was.
+[[noreturn]] void ThrowNotWritten(const std::string& path);

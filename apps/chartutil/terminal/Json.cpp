@@ -3,6 +3,6 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
-void PrintJson(const nlohmann::ordered_json& document) {
-    std::cout << document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+void PrintJson(const Json& document) {
+    std::cout << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
 }

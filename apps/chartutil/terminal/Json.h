@@ -2,5 +2,8 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+/// A JSON document whose members keep their order.
+using Json = nlohmann::ordered_json;
+
 /// Prints a JSON document to standard output.
-void PrintJson(const nlohmann::ordered_json& document);
+void PrintJson(const Json& document);

@@ -1,5 +1,8 @@
 #include "apps/chartutil/terminal/Numbers.h"
 
+#include "VelmBase/NumberText.h"
+#include "VelmBase/WideString.h"
+
 #include <charconv>
 #include <cmath>
 #include <iterator>
@@ -26,3 +29,5 @@ std::string DecimalText(double value, int decimals) {
     const bool isMinusZero = number[0] == '-' && number.find_first_not_of("-0.") == std::string_view::npos;
     return std::string(number.substr(isMinusZero)); // a minus that rounding left over only puzzles the reader
 }
+
+std::string GeneralText(double value, int digits) { return ToUtf8(NumberText::FromGeneral(value, digits)); }

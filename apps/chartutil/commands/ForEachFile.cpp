@@ -1,0 +1,24 @@
+#include "apps/chartutil/commands/ForEachFile.h"
+
+#include "apps/chartutil/terminal/Console.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+ExitCode ForEachFile(const std::vector<UserText>& paths, Json& reports,
+                     const std::function<ExitCode(const UserText& path, Json& report)>& doOne) {
+    ExitCode worst = ExitCode::SUCCESS;
+    for (const UserText& path : paths) {
+        Json report = {{"file", path.Utf8()}};
+        try {
+            worst = std::max(worst, doOne(path, report));
+        } catch (const CommandError& error) {
+            worst = std::max(worst, error.Code());
+            PrintError(error);
+            report = {{"file", path.Utf8()}, {"error", error.what()}};
+        }
+        reports.push_back(std::move(report));
+    }
+    return worst;
+}

@@ -1,7 +1,8 @@
 #include "VelmBase/CRCChecksum.h"
 #include "VelmBase/File.h"
-#include "VelmBase/WideString.h"
+#include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/commands/ForEachFile.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Console.h"
@@ -9,16 +10,12 @@
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/terminal/ProgressBar.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <cstring>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
-
-using Json = nlohmann::ordered_json;
 
 namespace {
 
@@ -34,10 +31,10 @@ struct FileSums {
 };
 
 // One pass over the file: how long it is shows only at its end, so the last four bytes are always held back.
-FileSums SumsOf(const std::string& path) {
-    FILES::Reader file(FromUtf8(path));
+FileSums SumsOf(const UserText& path) {
+    FILES::Reader file(path.Wide());
     if (!file.IsOpen()) ThrowNotReadable(path);
-    ProgressBar progress(path, file.Size());
+    ProgressBar progress(path.Utf8(), file.Size());
     constexpr std::size_t kBlock = 1024 * 1024;
     std::vector<unsigned char> buffer(kTrailerSize + kBlock);
     std::size_t held = 0;
@@ -64,10 +61,11 @@ FileSums SumsOf(const std::string& path) {
 
 // Appends the trailer where the file ends now. The bytes that are there stay as they are, so that nothing can
 // be lost, whatever happens, and the file keeps its owner, its links and its permissions.
-void AppendTrailer(const std::string& path, const FileSums& sums) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(FILES::OpenStream(FromUtf8(path), L"r+"),
+void AppendTrailer(const UserText& path, const FileSums& sums) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(FILES::OpenStream(path.Wide(), L"r+"),
                                                                &std::fclose);
-    if (!file) throw CommandError(ExitCode::IO_ERROR, path + ": cannot be written; check its permissions");
+    if (!file)
+        throw CommandError(ExitCode::IO_ERROR, path.Utf8() + ": cannot be written; check its permissions");
     std::setvbuf(file.get(), nullptr, _IONBF, 0); // the four bytes in one write
     unsigned char bytes[kTrailerSize];
     for (std::size_t i = 0; i < kTrailerSize; ++i)
@@ -77,7 +75,7 @@ void AppendTrailer(const std::string& path, const FileSums& sums) {
     if (!written) {
         const bool undone = Truncate(path, sums.size);
         throw CommandError(ExitCode::IO_ERROR,
-                           path + ": its checksum cannot be written; " +
+                           path.Utf8() + ": its checksum cannot be written; " +
                                (undone ? "the file is as it was" : "its end may have part of a checksum") +
                                "; check the space on the disk");
     }
@@ -89,37 +87,14 @@ std::string Hex(std::uint32_t value) {
     return text;
 }
 
-// Works through the files, of which none keeps the others from being done. `doOne` gives the file's report,
-// as a line of text and as JSON, and whether all is well with it.
+// What is said of a file, as a line of text and as JSON, and whether all is well with it.
 struct Report {
     bool good;
     std::string text;
     Json json;
 };
-void ForEachFile(const std::vector<std::string>& paths, bool asJson, Report (*doOne)(const std::string&)) {
-    Json reports = Json::array();
-    ExitCode worst = ExitCode::SUCCESS;
-    for (const std::string& path : paths) {
-        try {
-            const Report report = doOne(path);
-            if (!report.good) worst = std::max(worst, ExitCode::CHECK_FAILED);
-            if (!asJson)
-                std::cout << Printable(path + ": ")
-                          << Colored(report.text, report.good ? TextColor::GREEN : TextColor::RED) << '\n';
-            Json entry = {{"file", path}};
-            entry.update(report.json);
-            reports.push_back(std::move(entry));
-        } catch (const CommandError& error) {
-            worst = std::max(worst, error.Code());
-            PrintError(error);
-            reports.push_back({{"file", path}, {"error", error.what()}});
-        }
-    }
-    if (asJson) PrintJson({{"files", std::move(reports)}});
-    if (worst != ExitCode::SUCCESS) throw CommandExit{worst};
-}
 
-Report SealFile(const std::string& path) {
+Report SealFile(const UserText& path) {
     const FileSums before = SumsOf(path);
     if (before.IsSealed())
         return {true, "sealed already, left alone", {{"sealed", false}, {"checksum", Hex(before.computed)}}};
@@ -128,12 +103,12 @@ Report SealFile(const std::string& path) {
     if (!after.IsSealed() || after.size != before.size + kTrailerSize)
         throw CommandError(
             ExitCode::IO_ERROR,
-            path + ": was changed by another program while it was sealed; its checksum is wrong, seal "
-                   "it again from a good copy");
+            path.Utf8() + ": was changed by another program while it was sealed; its checksum is wrong, seal "
+                          "it again from a good copy");
     return {true, "sealed, " + Hex(after.computed), {{"sealed", true}, {"checksum", Hex(after.computed)}}};
 }
 
-Report CheckFile(const std::string& path) {
+Report CheckFile(const UserText& path) {
     const FileSums sums = SumsOf(path);
     const char* text = "intact";
     if (!sums.stored)
@@ -143,7 +118,7 @@ Report CheckFile(const std::string& path) {
     return {sums.IsSealed(), text, {{"intact", sums.IsSealed()}}};
 }
 
-Report PrintFile(const std::string& path) {
+Report PrintFile(const UserText& path) {
     const FileSums sums = SumsOf(path);
     const std::string stored = sums.stored ? Hex(*sums.stored) : "none";
     const std::string computed = sums.stored ? Hex(sums.computed) : "none";
@@ -158,51 +133,61 @@ Report PrintFile(const std::string& path) {
             std::move(json)};
 }
 
+struct Options {
+    std::vector<UserText> files;
+    bool json = false;
+    Report (*doOne)(const UserText& path) = nullptr;
+};
+
+void Run(const Options& options) {
+    Json reports = Json::array();
+    const ExitCode worst = ForEachFile(options.files, reports, [&](const UserText& path, Json& entry) {
+        const Report report = options.doOne(path);
+        if (!options.json)
+            std::cout << Printable(path.Utf8() + ": ")
+                      << Colored(report.text, report.good ? TextColor::GREEN : TextColor::RED) << '\n';
+        entry.update(report.json);
+        return report.good ? ExitCode::SUCCESS : ExitCode::CHECK_FAILED;
+    });
+    if (options.json) PrintJson({{"files", std::move(reports)}});
+    if (worst != ExitCode::SUCCESS) throw CommandExit{worst};
+}
+
+// --- the command line ---
+
+constexpr char kExitCodes[] = R"(
+
+Exit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.)";
+
+void Add(CLI::App& crc, const char* name, const char* what, Report (*doOne)(const UserText&),
+         const std::string& footer) {
+    const auto [command, options] = AddCommand<Options>(crc, name, what, Run, footer + kExitCodes);
+    command.add_option("FILE", options.files, "The files")->required();
+    command.add_flag("--json", options.json, "Print JSON, for programs");
+    options.doOne = doOne;
+}
+
 } // namespace
 
 void AddCrcCommand(CLI::App& program) {
     CLI::App& crc = *program.add_subcommand("crc", "Seal and check files with a CRC-32 at their end");
     crc.require_subcommand(1);
-    crc.footer(
-        "The last 4 bytes of a sealed file are the CRC-32 of all bytes before them, low byte first.\n\n"
-        "Example:\n"
-        "  chartutil crc check soundings.bin");
+    crc.footer(R"(The last 4 bytes of a sealed file are the CRC-32 of all bytes before them, low byte first.
 
-    struct Options {
-        std::vector<std::string> files;
-        bool json = false;
-    };
-    const auto options = std::make_shared<Options>();
-    struct Row {
-        const char* name;
-        const char* what;
-        Report (*doOne)(const std::string&);
-        const char* footer;
-    };
-    const Row rows[] = {
-        {"seal", "Add the checksum to files", SealFile,
-         "The checksum is added behind the file's bytes, which are not touched. A file that is sealed "
-         "already is\n"
-         "left alone.\n\n"
-         "Example:\n"
-         "  chartutil crc seal soundings.bin tracks.bin"},
-        {"check", "Tell whether files are as they were sealed", CheckFile,
-         "Examples:\n"
-         "  chartutil crc check soundings.bin\n"
-         "  chartutil crc check --json *.bin"},
-        {"print", "Print stored and computed checksums", PrintFile,
-         "\"computed\" covers all bytes but the last four, \"stored\" is what these four say. In "
-         "hexadecimal.\n\n"
-         "Example:\n"
-         "  chartutil crc print soundings.bin"},
-    };
-    for (const Row& row : rows) {
-        CLI::App* const command = crc.add_subcommand(row.name, row.what);
-        command->add_option("FILE", options->files, "The files")->required();
-        command->add_flag("--json", options->json, "Print JSON, for programs");
-        command->footer(std::string(row.footer) +
-                        "\n\nExit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.");
-        command->callback(
-            [options, doOne = row.doOne] { ForEachFile(options->files, options->json, doOne); });
-    }
+Example:
+  chartutil crc check soundings.bin)");
+    Add(crc, "seal", "Add the checksum to files", SealFile,
+        R"(The checksum is added behind the file's bytes, which are not touched. A file that is sealed already is
+left alone.
+
+Example:
+  chartutil crc seal soundings.bin tracks.bin)");
+    Add(crc, "check", "Tell whether files are as they were sealed", CheckFile, R"(Examples:
+  chartutil crc check soundings.bin
+  chartutil crc check --json *.bin)");
+    Add(crc, "print", "Print stored and computed checksums", PrintFile,
+        R"("computed" covers all bytes but the last four, "stored" is what these four say. In hexadecimal.
+
+Example:
+  chartutil crc print soundings.bin)");
 }

@@ -1,36 +1,29 @@
-#include "UtilityDLL/colors/DXFColorTable.h"
 #include "UtilityDLL/colors/HSVColor.h"
 #include "VelmBase/Math.h"
-#include "VelmBase/NumberText.h"
-#include "VelmBase/WideString.h"
+#include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/commands/colors/ColorPictures.h"
-#include "apps/chartutil/drawing/Picture.h"
 #include "apps/chartutil/files/ColorTableFile.h"
 #include "apps/chartutil/files/CptFile.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/ColorText.h"
+#include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
+#include "apps/chartutil/terminal/Numbers.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <iostream>
-#include <memory>
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-std::string ValueText(double value, int digits) { return ToUtf8(NumberText::FromGeneral(value, digits)); }
-
 // With all the digits that the value has.
-std::string ValueText(double value) { return ValueText(value, std::max(15, GetDoublePrecision(value))); }
+std::string ValueText(double value) { return GeneralText(value, std::max(15, GetDoublePrecision(value))); }
 
 // JSON has no number for what is not finite.
 Json ValueJson(double value) { return std::isfinite(value) ? Json(value) : Json(ValueText(value)); }
@@ -43,12 +36,17 @@ Json ColorJson(const RGBColor& color) {
 
 // --- nearest ---
 
-void Nearest(const std::string& text, bool json) {
-    const RGBColor color = RequireColor(text);
+struct NearestOptions {
+    std::string color;
+    bool json = false;
+};
+
+void Run(const NearestOptions& options) {
+    const RGBColor color = RequireColor(options.color);
     const DXFColor nearest(color);
     const RGBColor palette(nearest);
     const HSVColor hsv(color);
-    if (json) {
+    if (options.json) {
         PrintJson({{"color", ColorJson(color)},
                    {"hsv", {hsv.Hue(), hsv.Saturation(), hsv.Value()}},
                    {"index", nearest.Index()},
@@ -68,9 +66,14 @@ void Nearest(const std::string& text, bool json) {
 
 // --- palette ---
 
-void Palette(const std::string& picture, bool json) {
-    if (!picture.empty()) PalettePicture().Save(picture);
-    if (json) {
+struct PaletteOptions {
+    std::string picture;
+    bool json = false;
+};
+
+void Run(const PaletteOptions& options) {
+    if (!options.picture.empty()) PalettePicture().Save(options.picture);
+    if (options.json) {
         Json colors = Json::array();
         for (int index = 0; index < 256; ++index) {
             Json entry = {{"index", index}};
@@ -82,134 +85,156 @@ void Palette(const std::string& picture, bool json) {
     }
     for (int index = 0; index < 256; ++index) {
         const RGBColor color{DXFColor(index)};
-        char cell[32];
-        std::snprintf(cell, sizeof cell, "%3d %s", index, HexText(color).c_str());
+        const std::string cell = Padded(std::to_string(index), 3, Align::RIGHT) + ' ' + HexText(color);
         std::cout << OnColor(cell, color) << (index % 8 == 7 ? "\n" : "  ");
     }
 }
 
 // --- table ---
 
-void Table(const std::string& path, const std::string& picture, bool dxf, bool json) {
-    if (!picture.empty()) Picture::CheckEnding(picture);
-    bool complete = true;
-    DXFColorTable table = OpenColorTable(path, complete);
-    // Merging makes no sense of the entries as the file has them, so it is left to --dxf.
-    if (dxf) table.Unique();
-    if (!picture.empty()) TablePicture(table, path.substr(path.find_last_of("/\\") + 1), dxf).Save(picture);
+struct TableOptions {
+    UserText file;
+    std::string picture;
+    bool dxf = false;
+    bool json = false;
+};
 
+void PrintTable(const DXFColorTable& table, bool dxf) {
+    const auto line = [dxf](const std::string& from, const RGBColor& color, int index) {
+        std::cout << Padded(from, 20, Align::RIGHT) << "  " << OnColor(HexText(color), color) << "  ";
+        if (dxf)
+            std::cout << Padded(Components(color), 13) << "DXF " << index << '\n';
+        else
+            std::cout << Components(color) << '\n';
+    };
+    const RGBColor below(table.DefaultColor());
+    line("below", below, DXFColor(below).Index());
+    for (int i = 0; i < table.NumEntries(); ++i)
+        line("from " + ValueText(table.EntryValue(i)), RGBColor(table.EntryColor(i)),
+             dxf ? table.EntryDxfColor(i).Index() : 0);
+}
+
+Json TableJson(const DXFColorTable& table, const TableOptions& options, bool complete) {
     Json bands = Json::array();
     for (int i = 0; i < table.NumEntries(); ++i) {
-        const RGBColor color(table.EntryColor(i));
         Json band = {{"from", ValueJson(table.EntryValue(i))}};
-        band.update(ColorJson(color));
-        if (dxf) band["dxf"] = table.EntryDxfColor(i).Index();
+        band.update(ColorJson(RGBColor(table.EntryColor(i))));
+        if (options.dxf) band["dxf"] = table.EntryDxfColor(i).Index();
         bands.push_back(band);
     }
     const RGBColor below(table.DefaultColor());
-    if (json) {
-        Json document = {
-            {"file", path}, {"complete", complete}, {"below", ColorJson(below)}, {"bands", bands}};
-        if (dxf) document["below"]["dxf"] = DXFColor(below).Index();
-        PrintJson(document);
-    } else {
-        const auto line = [dxf](const std::string& from, const RGBColor& color, int index) {
-            const std::string components = Components(color);
-            std::cout << std::string(from.size() < 20 ? 20 - from.size() : 0, ' ') << from << "  "
-                      << OnColor(HexText(color), color) << "  " << components;
-            if (dxf) std::cout << std::string(13 - components.size(), ' ') << "DXF " << index;
-            std::cout << '\n';
-        };
-        line("below", below, DXFColor(below).Index());
-        for (int i = 0; i < table.NumEntries(); ++i)
-            line("from " + ValueText(table.EntryValue(i)), RGBColor(table.EntryColor(i)),
-                 dxf ? table.EntryDxfColor(i).Index() : 0);
-    }
-    if (!complete)
-        throw CommandError(ExitCode::CHECK_FAILED,
-                           path + ": not all of the table could be read; mend what is named above");
+    Json document = {{"file", options.file.Utf8()},
+                     {"complete", complete},
+                     {"below", ColorJson(below)},
+                     {"bands", std::move(bands)}};
+    if (options.dxf) document["below"]["dxf"] = DXFColor(below).Index();
+    return document;
+}
+
+void Run(const TableOptions& options) {
+    if (!options.picture.empty()) Picture::CheckEnding(options.picture);
+    bool complete = true;
+    DXFColorTable table = OpenColorTable(options.file, complete);
+    // Merging makes no sense of the entries as the file has them, so it is left to --dxf.
+    if (options.dxf) table.Unique();
+    if (!options.picture.empty())
+        TablePicture(table, FileNameOf(options.file), options.dxf).Save(options.picture);
+    if (options.json)
+        PrintJson(TableJson(table, options, complete));
+    else
+        PrintTable(table, options.dxf);
+    RequireComplete(complete, options.file);
 }
 
 // --- import ---
 
-void Import(const std::string& from, const std::string& to, int step) {
+struct ImportOptions {
+    UserText from, to;
+    int step = 16;
+};
+
+void Run(const ImportOptions& options) {
     std::error_code ignored; // a file that is not there yet is another one
-    if (std::filesystem::equivalent(NativePath(from), NativePath(to), ignored))
+    if (std::filesystem::equivalent(NativePath(options.from), NativePath(options.to), ignored))
         throw CommandError(ExitCode::WRONG_USE,
-                           to + ": is the file to be read; name another one for the colour table");
-    const CptTable table = ReadCptFile(from, step);
-    const std::string place = from + ": ";
-    for (const std::string& remark : table.remarks) PrintNote(place + remark);
-    FileObject file;
-    table.colors.FileSave(file);
-    if (!file.Save(FromUtf8(to), 0))
-        throw CommandError(ExitCode::IO_ERROR,
-                           to + ": cannot be written; check that the folder exists and takes new files");
-    std::cout << Printable(to) << ": " << table.colors.NumEntries() << " bands from "
+                           options.to.Utf8() +
+                               ": is the file to be read; name another one for the colour table");
+    const CptTable table = ReadCptFile(options.from, options.step);
+    for (const std::string& remark : table.remarks) PrintNote(options.from.Utf8() + ": " + remark);
+    SaveColorTable(table.colors, options.to);
+    std::cout << Printable(options.to.Utf8()) << ": " << table.colors.NumEntries() << " bands from "
               << ValueText(table.colors.EntryValue(0)) << " on\n";
+}
+
+// --- the command line ---
+
+void AddJson(CLI::App& command, bool& json) { command.add_flag("--json", json, "Print a JSON document"); }
+
+void AddPicture(CLI::App& command, std::string& picture) {
+    command.add_option("--picture", picture, "Also draw it into this .svg or .png file");
+}
+
+void AddNearest(CLI::App& colors) {
+    const auto [command, options] =
+        AddCommand<NearestOptions>(colors, "nearest", "The DXF colour nearest to a colour", Run, R"(Examples:
+  chartutil colors nearest '#FF8000'
+  chartutil colors nearest 255,128,0 --json)");
+    command.add_option("COLOUR", options.color, "'#RRGGBB', or R,G,B with numbers from 0 to 255")->required();
+    AddJson(command, options.json);
+}
+
+void AddPalette(CLI::App& colors) {
+    const auto [command, options] =
+        AddCommand<PaletteOptions>(colors, "palette", "The 256 colours of the DXF palette", Run, R"(Examples:
+  chartutil colors palette
+  chartutil colors palette --picture palette.svg)");
+    AddPicture(command, options.picture);
+    AddJson(command, options.json);
+}
+
+void AddTable(CLI::App& colors) {
+    const auto [command, options] = AddCommand<TableOptions>(
+        colors, "table", "The bands of a colour table", Run,
+        R"(What is odd in the file is told on standard error; the exit code is 1 when not all of it
+could be read.
+
+Examples:
+  chartutil colors table depths.col
+  chartutil colors table depths.col --dxf --picture depths.png)");
+    command.add_option("FILE", options.file, "The colour table, a .col file")->required();
+    command.add_flag("--dxf", options.dxf,
+                     "With the DXF index of each band; equal neighbours become one band");
+    AddPicture(command, options.picture);
+    AddJson(command, options.json);
+}
+
+void AddImport(CLI::App& colors) {
+    const auto [command, options] = AddCommand<ImportOptions>(
+        colors, "import", "Make a colour table from a .cpt colour palette table", Run,
+        R"(The background colour (B) becomes the default colour and the foreground colour (F) a band above
+the last one; the colour for missing values (N) has no place in a table. A table of values from 0
+to 1 or -1 to 1 that names a RANGE is stretched to it.
+
+Examples:
+  chartutil colors import bathy.cpt bathy.col
+  chartutil colors import --step 4 bathy.cpt fine.col)");
+    command.add_option("FROM", options.from, "The .cpt file, regular or by category")->required();
+    command.add_option("TO", options.to, "The colour table to write, a .col file")->required();
+    command
+        .add_option("--step", options.step,
+                    "Where colours change gradually: the most by which neighbouring bands differ in red,\n"
+                    "green or blue")
+        ->check(CLI::Range(1, 255))
+        ->capture_default_str();
 }
 
 } // namespace
 
 void AddColorsCommand(CLI::App& program) {
-    CLI::App* colors = program.add_subcommand("colors", "Colours, the DXF palette and colour tables");
-    colors->require_subcommand(1);
-    struct Options {
-        std::string color, file, target, picture;
-        bool json = false;
-        bool dxf = false;
-        int step = 16;
-    };
-    const auto options = std::make_shared<Options>();
-    const auto addJson = [&](CLI::App* command) {
-        command->add_flag("--json", options->json, "Print a JSON document");
-    };
-    const auto addPicture = [&](CLI::App* command) {
-        command->add_option("--picture", options->picture, "Also draw it into this .svg or .png file");
-    };
-
-    CLI::App* nearest = colors->add_subcommand("nearest", "The DXF colour nearest to a colour");
-    nearest->add_option("COLOUR", options->color, "'#RRGGBB', or R,G,B with numbers from 0 to 255")
-        ->required();
-    addJson(nearest);
-    nearest->footer(
-        "Examples:\n  chartutil colors nearest '#FF8000'\n  chartutil colors nearest 255,128,0 --json");
-    nearest->callback([options] { Nearest(options->color, options->json); });
-
-    CLI::App* palette = colors->add_subcommand("palette", "The 256 colours of the DXF palette");
-    addPicture(palette);
-    addJson(palette);
-    palette->footer(
-        "Examples:\n  chartutil colors palette\n  chartutil colors palette --picture palette.svg");
-    palette->callback([options] { Palette(options->picture, options->json); });
-
-    CLI::App* table = colors->add_subcommand("table", "The bands of a colour table");
-    table->add_option("FILE", options->file, "The colour table, a .col file")->required();
-    table->add_flag("--dxf", options->dxf,
-                    "With the DXF index of each band; equal neighbours become one band");
-    addPicture(table);
-    addJson(table);
-    table->footer("What is odd in the file is told on standard error; the exit code is 1 when not all of it\n"
-                  "could be read.\n\nExamples:\n  chartutil colors table depths.col\n"
-                  "  chartutil colors table depths.col --dxf --picture depths.png");
-    table->callback([options] { Table(options->file, options->picture, options->dxf, options->json); });
-
-    CLI::App* import =
-        colors->add_subcommand("import", "Make a colour table from a .cpt colour palette table");
-    import->add_option("FROM", options->file, "The .cpt file, regular or by category")->required();
-    import->add_option("TO", options->target, "The colour table to write, a .col file")->required();
-    import
-        ->add_option("--step", options->step,
-                     "Where colours change gradually: the most by which neighbouring bands differ in red,\n"
-                     "green or blue")
-        ->check(CLI::Range(1, 255))
-        ->capture_default_str();
-    import->footer(
-        "The background colour (B) becomes the default colour and the foreground colour (F) a band "
-        "above\nthe last one; the colour for missing values (N) has no place in a table. A table of "
-        "values from 0\nto 1 or -1 to 1 that names a RANGE is stretched to it.\n\nExamples:\n"
-        "  chartutil colors import bathy.cpt bathy.col\n"
-        "  chartutil colors import --step 4 bathy.cpt fine.col");
-    import->callback([options] { Import(options->file, options->target, options->step);
-});
+    CLI::App& colors = *program.add_subcommand("colors", "Colours, the DXF palette and colour tables");
+    colors.require_subcommand(1);
+    AddNearest(colors);
+    AddPalette(colors);
+    AddTable(colors);
+    AddImport(colors);
 }

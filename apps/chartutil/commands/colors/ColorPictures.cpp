@@ -1,8 +1,7 @@
 #include "apps/chartutil/commands/colors/ColorPictures.h"
 
-#include "VelmBase/NumberText.h"
-#include "VelmBase/WideString.h"
 #include "apps/chartutil/terminal/ColorText.h"
+#include "apps/chartutil/terminal/Numbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,8 +10,6 @@ namespace {
 
 constexpr RGBColor kBlack(0, 0, 0);
 constexpr RGBColor kGrey(96, 96, 96);
-
-std::string ValueText(double value, int digits) { return ToUtf8(NumberText::FromGeneral(value, digits)); }
 
 } // namespace
 
@@ -101,7 +98,7 @@ Picture TablePicture(const DXFColorTable& table, const std::string& title, bool 
     for (int i = 0; i < count; i += labelStep) {
         const double y = bottom - bandHeight * i;
         picture.Line(labelX - 8, y, labelX - 3, y, kGrey);
-        picture.Text(labelX, y + 4, ValueText(table.EntryValue(i), 6), 12, kBlack);
+        picture.Text(labelX, y + 4, GeneralText(table.EntryValue(i), 6), 12, kBlack);
     }
     picture.Text(labelX, bottom + 8 + kDefaultHeight / 2 + 4, "below", 12, kGrey);
     return picture;

@@ -4,6 +4,7 @@
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/commands/contours/LineTypes.h"
+#include "apps/chartutil/terminal/Numbers.h"
 
 #include <algorithm>
 #include <set>
@@ -11,8 +12,6 @@
 namespace {
 
 std::string SectionName(int position) { return "Contour(" + std::to_string(position) + ")"; }
-
-std::string NumberOf(double value, int digits = 10) { return ToUtf8(NumberText::FromGeneral(value, digits)); }
 
 // What is odd in a file, each with the section that it is in.
 class Checker {
@@ -47,10 +46,10 @@ private:
         double level = 0;
         if (CheckNumber(section, name, L"Level", level) || section.HasKey(L"Level")) {
             if (m_count > 1 && level == m_lastLevel)
-                Add(name, "has the level of the contour before, " + NumberOf(level));
+                Add(name, "has the level of the contour before, " + GeneralText(level));
             else if (m_count > 1 && level < m_lastLevel)
-                Add(name,
-                    "has the level " + NumberOf(level) + " below the one before, " + NumberOf(m_lastLevel));
+                Add(name, "has the level " + GeneralText(level) + " below the one before, " +
+                              GeneralText(m_lastLevel));
             m_lastLevel = level;
         } else {
             Add(name, "has no \"Level\", which is read as 0");
@@ -111,7 +110,7 @@ private:
             std::is_floating_point_v<Number> ? NumberText::IsDecimal(text) : NumberText::IsInteger(text);
         if (!isNumber || !isWhole)
             Add(name, "has \"" + ToUtf8(text) + "\" for \"" + ToUtf8(key) + "\", which is read as " +
-                          NumberOf(static_cast<double>(value)));
+                          GeneralText(static_cast<double>(value)));
         return isNumber;
     }
 

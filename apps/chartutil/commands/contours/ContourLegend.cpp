@@ -1,8 +1,8 @@
 #include "apps/chartutil/commands/contours/ContourLegend.h"
 
-#include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/commands/contours/LineTypes.h"
+#include "apps/chartutil/terminal/Numbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,8 +11,6 @@ namespace {
 
 constexpr RGBColor kBlack(0, 0, 0);
 constexpr RGBColor kGrey(96, 96, 96);
-
-std::string NumberOf(double value, int digits = 10) { return ToUtf8(NumberText::FromGeneral(value, digits)); }
 
 } // namespace
 
@@ -40,10 +38,10 @@ Picture ContourLegend(const ContourDefinitionList& list, const std::string& titl
         const double width = std::isfinite(info.lineWidth)
                                  ? std::clamp(static_cast<double>(info.lineWidth) * 6, 1.0, 14.0)
                                  : 1.0;
-        const std::string dashes[] = {"", NumberOf(6 + 2 * width) + " " + NumberOf(3 + 1.5 * width),
-                                      NumberOf(width) + " " + NumberOf(2 + 1.5 * width)};
+        const std::string dashes[] = {"", GeneralText(6 + 2 * width) + " " + GeneralText(3 + 1.5 * width),
+                                      GeneralText(width) + " " + GeneralText(2 + 1.5 * width)};
         const std::string& dash = dashes[info.lineType >= 0 && info.lineType < 3 ? info.lineType : 0];
-        const std::string level = NumberOf(info.level, 6);
+        const std::string level = GeneralText(info.level, 6);
         if (info.annotate) { // the line is broken for its number, as on the chart
             const double middle = kLeft + kLineLength / 2;
             const double gap = static_cast<double>(level.size()) * 8 + 10;
@@ -55,7 +53,7 @@ Picture ContourLegend(const ContourDefinitionList& list, const std::string& titl
         }
         picture.Text(kLevelX, y + 4.5, level, 13, kBlack, Picture::Anchor::END);
         picture.Text(kNoteX, y + 4.5,
-                     LineTypeName(info.lineType) + ", " + NumberOf(static_cast<double>(info.lineWidth), 3),
+                     LineTypeName(info.lineType) + ", " + GeneralText(static_cast<double>(info.lineWidth), 3),
                      11, kGrey);
     }
     if (isCut)

@@ -1,13 +1,11 @@
 #include "UtilityDLL/GTL/Transformation2D.h"
+#include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/files/CsvColumns.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -50,7 +48,7 @@ void AddStep(GTL::Transformation2D<Point>& transformation, const Step& step) {
     }
 }
 
-void Transform(const Options& options) {
+void Run(const Options& options) {
     if (options.steps.empty())
         throw CommandError(ExitCode::WRONG_USE, "nothing to do; give --translate or --rotate");
     GTL::Transformation2D<Point> transformation;
@@ -63,40 +61,40 @@ void Transform(const Options& options) {
     });
 }
 
+// --- the command line ---
+
+void AddStepOption(CLI::App& command, Options& options, const char* name, bool isRotation, const char* type,
+                   const char* help) {
+    const auto take = [&options, isRotation](const std::vector<std::string>& texts) {
+        options.steps.push_back({isRotation, texts.back()});
+    };
+    command.add_option_function<std::vector<std::string>>(name, take, help)
+        ->type_name(type)
+        ->allow_extra_args(false)
+        ->trigger_on_parse();
+}
+
 } // namespace
 
 void AddTransformCommand(CLI::App& program) {
-    CLI::App* transform = program.add_subcommand("transform", "Translate and rotate the points of a table");
-    const auto options = std::make_shared<Options>();
-    const auto addStep = [&](const char* name, bool isRotation, const char* type, const char* help) {
-        transform
-            ->add_option_function<std::vector<std::string>>(
-                name,
-                [options, isRotation](const std::vector<std::string>& texts) {
-                    options->steps.push_back({isRotation, texts.back()});
-                },
-                help)
-            ->type_name(type)
-            ->allow_extra_args(false)
-            ->trigger_on_parse();
-    };
+    const auto [command, options] =
+        AddCommand<Options>(program, "transform", "Translate and rotate the points of a table", Run,
+                            R"(Steps can be repeated and are done in the order in which they are given.
 
-    transform
-        ->add_option("INPUT", options->table.input,
-                     "The table, comma separated values; '-' is standard input. It may be larger than memory")
+Examples:
+  chartutil transform soundings.csv --translate 100,-50 --decimals 2 -o moved.csv
+  chartutil transform soundings.csv --x easting_m --y northing_m --rotate 30,500000,3370000)");
+    command
+        .add_option("INPUT", options.table.input,
+                    "The table, comma separated values; '-' is standard input. It may be larger than memory")
         ->required();
-    addStep("--translate", false, "DX,DY", "Move by this much");
-    addStep("--rotate", true, "DEGREES[,X,Y]",
-            "Turn clockwise with y up, about the point (X, Y) or else about (0, 0)");
-    transform
-        ->add_option("--x", options->columns[0],
-                     "The column of x: a name of the header line, or a number from 1")
+    AddStepOption(command, options, "--translate", false, "DX,DY", "Move by this much");
+    AddStepOption(command, options, "--rotate", true, "DEGREES[,X,Y]",
+                  "Turn clockwise with y up, about the point (X, Y) or else about (0, 0)");
+    command
+        .add_option("--x", options.columns[0],
+                    "The column of x: a name of the header line, or a number from 1")
         ->capture_default_str();
-    transform->add_option("--y", options->columns[1], "The column of y")->capture_default_str();
-    AddCsvOptions(*transform, options->table);
-    transform->footer(
-        "Steps can be repeated and are done in the order in which they are given.\n\n"
-        "Examples:\n  chartutil transform soundings.csv --translate 100,-50 --decimals 2 -o moved.csv\n"
-        "  chartutil transform soundings.csv --x easting_m --y northing_m --rotate 30,500000,3370000");
-    transform->callback([options] { Transform(*options); });
+    command.add_option("--y", options.columns[1], "The column of y")->capture_default_str();
+    AddCsvOptions(command, options.table);
 }

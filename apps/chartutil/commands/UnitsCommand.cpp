@@ -1,36 +1,34 @@
 #include "UtilityDLL/GTL/UnitType.h"
-#include "VelmBase/WideString.h"
+#include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/files/CsvColumns.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/terminal/Numbers.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <cmath>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 constexpr UnitType::U_TYPE kUnits[] = {UnitType::MM, UnitType::CM, UnitType::M, UnitType::INCHES,
                                        UnitType::FEET};
 
-UnitType ParseUnit(const std::string& name) {
+UnitType ParseUnit(const UserText& name) {
     for (const UnitType unit : kUnits) {
-        if (icompareW(unit.AsString(), FromUtf8(name))) return unit;
+        if (icompareW(unit.AsString(), name.Wide())) return unit;
     }
-    throw CommandError(ExitCode::WRONG_USE, "'" + name + "' is no unit; use mm, cm, m, inches or feet");
+    throw CommandError(ExitCode::WRONG_USE,
+                       "'" + name.Utf8() + "' is no unit; use mm, cm, m, inches or feet");
 }
 
 struct Options {
-    std::string from, to, column;
+    UserText from, to;
+    std::string column;
     std::vector<std::string> values;
     bool json = false;
     CsvTable table;
@@ -58,7 +56,7 @@ void ConvertValues(const Options& options, const UnitType& from, const UnitType&
             {{"from", ToUtf8(from.AsString())}, {"to", ToUtf8(to.AsString())}, {"conversions", conversions}});
 }
 
-void Convert(const Options& options) {
+void Run(const Options& options) {
     const UnitType from = ParseUnit(options.from);
     const UnitType to = ParseUnit(options.to);
     if (options.column.empty() != options.values.empty()) {
@@ -71,34 +69,36 @@ void Convert(const Options& options) {
                        "give either lengths to convert, or --column to convert a column of a table");
 }
 
+// --- the command line ---
+
+void AddConvert(CLI::App& units) {
+    const auto [command, options] = AddCommand<Options>(
+        units, "convert", "Convert lengths, or a column of a table of lengths", Run, R"(Examples:
+  chartutil units convert --from feet --to m 12 6.5
+  chartutil units convert --from m --to feet --column depth_m --decimals 2 \
+      --input soundings.csv --output soundings-feet.csv)");
+    CLI::Option* const values = command.add_option("VALUE", options.values, "Lengths, with a decimal point");
+    command.add_option("--from", options.from, "Their unit: mm, cm, m, inches or feet")->required();
+    command.add_option("--to", options.to, "The unit to convert to")->required();
+    CLI::Option* const json =
+        command.add_flag("--json", options.json, "Print a JSON document of the lengths");
+    CLI::Option* const column = command.add_option(
+        "--column", options.column,
+        "Convert this column of a table instead: a name of its header line, or a number from 1");
+    command
+        .add_option("--input", options.table.input,
+                    "The table, comma separated values; '-' is standard input. It may be larger than memory")
+        ->capture_default_str();
+    AddCsvOptions(command, options.table);
+    json->excludes(column);
+    for (const char* name : {"--input", "--output", "--separator", "--no-header"})
+        values->excludes(command.get_option(name));
+}
+
 } // namespace
 
 void AddUnitsCommand(CLI::App& program) {
-    CLI::App* units = program.add_subcommand("units", "Units of length");
-    units->require_subcommand(1);
-    const auto options = std::make_shared<Options>();
-
-    CLI::App* convert =
-        units->add_subcommand("convert", "Convert lengths, or a column of a table of lengths");
-    CLI::Option* const values =
-        convert->add_option("VALUE", options->values, "Lengths, with a decimal point");
-    convert->add_option("--from", options->from, "Their unit: mm, cm, m, inches or feet")->required();
-    convert->add_option("--to", options->to, "The unit to convert to")->required();
-    CLI::Option* const json =
-        convert->add_flag("--json", options->json, "Print a JSON document of the lengths");
-    CLI::Option* const column = convert->add_option(
-        "--column", options->column,
-        "Convert this column of a table instead: a name of its header line, or a number from 1");
-    convert
-        ->add_option("--input", options->table.input,
-                     "The table, comma separated values; '-' is standard input. It may be larger than memory")
-        ->capture_default_str();
-    AddCsvOptions(*convert, options->table);
-    json->excludes(column);
-    for (const char* name : {"--input", "--output", "--separator", "--no-header"})
-        values->excludes(convert->get_option(name));
-    convert->footer("Examples:\n  chartutil units convert --from feet --to m 12 6.5\n"
-                    "  chartutil units convert --from m --to feet --column depth_m --decimals 2 \\\n"
-                    "      --input soundings.csv --output soundings-feet.csv");
-    convert->callback([options] { Convert(*options); });
+    CLI::App& units = *program.add_subcommand("units", "Units of length");
+    units.require_subcommand(1);
+    AddConvert(units);
 }

@@ -3,20 +3,12 @@
 
 #include "UtilityDLL/colors/DXFColorTable.h"
 #include "VelmBase/ColorTable.h"
+#include "fuzz/Require.h"
 
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
-
-namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::wstring text(data, data + size);

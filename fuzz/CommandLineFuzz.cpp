@@ -1,36 +1,22 @@
+// The command line: whatever the arguments and the files, the program ends with one of its codes. The input
+// is one argument a line up to an empty line; the rest is both the file "f" and standard input.
+
 #include "apps/chartutil/Program.h"
+#include "fuzz/Require.h"
+#include "fuzz/ScratchFile.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <sstream>
+#include <string>
+#include <vector>
 
-namespace {
-
-constexpr std::size_t kMaxArguments = 12;
-
-// The program's files stay in a folder of its own, where it runs.
-const std::filesystem::path& Folder() {
-    static const std::filesystem::path folder = [] {
-        std::string name = (std::filesystem::temp_directory_path() / "command-line-fuzz-XXXXXX").string();
-        if (!mkdtemp(name.data())) std::abort();
-        std::filesystem::current_path(name);
-        std::atexit([] {
-            std::filesystem::current_path("/");
-            std::filesystem::remove_all(Folder());
-        });
-        return name;
-    }();
-    return folder;
-}
-
-} // namespace
-
-// One argument a line up to an empty line; the rest is both the file "f" and standard input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    constexpr std::size_t kMaxArguments = 12;
     std::istringstream input(std::string(reinterpret_cast<const char*>(data), size));
     std::vector<std::string> arguments;
     for (std::string line; std::getline(input, line) && !line.empty();) {
@@ -40,7 +26,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (arguments.size() < kMaxArguments) arguments.push_back(line);
     }
     const std::string rest(std::istreambuf_iterator<char>(input), {});
-    for (const auto& entry : std::filesystem::directory_iterator(Folder()))
+    static const ScratchFile scratch;
+    std::filesystem::current_path(scratch.Folder());
+    for (const auto& entry : std::filesystem::directory_iterator(scratch.Folder()))
         std::filesystem::remove_all(entry);
     std::ofstream("f", std::ios::binary) << rest;
 
@@ -54,7 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::cin.rdbuf(before[0]);
     std::cout.rdbuf(before[1]);
     std::cerr.rdbuf(before[2]);
-    // What goes wrong is said; nothing else is a reason for another code.
-    if (code < 0 || code > 3 || (code >= 2 && error.str().empty())) std::abort();
+    Require(code >= 0 && code <= 3, "the exit code is one of the program's");
+    Require(code < 2 || !error.str().empty(), "what goes wrong is said");
     return 0;
 }

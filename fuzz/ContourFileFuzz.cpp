@@ -5,55 +5,17 @@
 
 #include "UtilityDLL/colors/DXFColor.h"
 #include "UtilityDLL/settings/IniFile.h"
+#include "fuzz/Require.h"
+#include "fuzz/ScratchFile.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <random>
 #include <string>
 #include <vector>
 
 namespace {
 
 using Info = ContourDefinitionList::ContourDefInfo;
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-// A file of this process, gone at its end; in memory where that can be had, since each save waits for the
-// disk.
-class ScratchFile {
-public:
-    ScratchFile() : m_path(Folder() / ("contour-fuzz-" + std::to_string(std::random_device{}()))) {}
-    ~ScratchFile() {
-        std::error_code ignored;
-        std::filesystem::remove(m_path, ignored);
-    }
-    ScratchFile(const ScratchFile&) = delete;
-    ScratchFile& operator=(const ScratchFile&) = delete;
-
-    std::wstring Path() const { return FromUtf8(m_path.string()); }
-    void Write(const std::uint8_t* data, std::size_t size) const {
-        std::ofstream(m_path, std::ios::binary)
-            .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
-    std::string Read() const {
-        std::ifstream file(m_path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-private:
-    static std::filesystem::path Folder() {
-        const std::filesystem::path memory = "/dev/shm";
-        return std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path();
-    }
-
-    std::filesystem::path m_path;
-};
 
 std::vector<Info> RecordsByIniFile(const std::wstring& path) {
     IniFile opened;

@@ -2,6 +2,7 @@
 // writes and seeks whose result must be that of a plain buffer, sealed.
 
 #include "UtilityDLL/settings/CRCFile.h"
+#include "fuzz/Require.h"
 #include "fuzz/ScratchFile.h"
 
 #include <algorithm>

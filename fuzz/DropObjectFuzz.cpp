@@ -2,19 +2,11 @@
 // back as the object. Two bytes of the input are a character.
 
 #include "UtilityDLL/runtime/DropObject.h"
+#include "fuzz/Require.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
-
-namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     std::wstring text;

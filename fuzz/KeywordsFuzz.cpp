@@ -2,19 +2,15 @@
 // which a set is stored. A byte of the input is a character.
 
 #include "UtilityDLL/keywords/Keywords.h"
+#include "fuzz/Require.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <map>
 #include <string>
 #include <string_view>
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 std::map<std::wstring, int> CountsByStateMachine(const std::wstring& text) {
     std::map<std::wstring, int> counts;

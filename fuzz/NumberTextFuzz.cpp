@@ -2,12 +2,15 @@
 // classic locale. The first byte says how wide the characters of the rest are.
 
 #include "VelmBase/NumberText.h"
-#include "fuzz/ScratchFile.h"
+#include "fuzz/Require.h"
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <locale>
 #include <sstream>
+#include <string>
 #include <type_traits>
 
 namespace {

@@ -5,17 +5,13 @@
 #include "UtilityDLL/presentation/DXFInfo.h"
 #include "UtilityDLL/presentation/DepthLabelInfo.h"
 #include "UtilityDLL/presentation/LineInfo.h"
+#include "fuzz/Require.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 // Losses: an infinite size is "inf", which is no number, and a colour reference above 2147483647, which a
 // negative item gives, is read as that. From the second line on nothing changes any more.

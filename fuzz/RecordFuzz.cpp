@@ -13,17 +13,13 @@
 #include "UtilityDLL/presentation/PaperGrid.h"
 #include "UtilityDLL/presentation/SunIlluminationInfo.h"
 #include "UtilityDLL/presentation/TextInfo.h"
+#include "fuzz/Require.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 template <typename Record> Section Written(const Section& source) {
     Record record;

@@ -24,6 +24,9 @@ public:
     ScratchFile(const ScratchFile&) = delete;
     ScratchFile& operator=(const ScratchFile&) = delete;
 
+    /// The folder, in which nothing else lies.
+    const std::filesystem::path& Folder() const { return m_folder; }
+
     std::wstring Path() const { return (m_folder / "input").wstring(); }
 
     void Write(const void* bytes, std::size_t count) const {
@@ -45,10 +48,3 @@ public:
 private:
     std::filesystem::path m_folder;
 };
-
-/// Ends the run with a message when a promise is broken.
-inline void Require(bool holds, const char* promise) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", promise);
-    std::abort();
-}

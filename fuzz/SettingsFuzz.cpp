@@ -2,6 +2,7 @@
 // makes of it; a seal holds for names and values and for nothing else.
 
 #include "UtilityDLL/settings/IniFile.h"
+#include "fuzz/Require.h"
 #include "fuzz/ScratchFile.h"
 
 namespace {

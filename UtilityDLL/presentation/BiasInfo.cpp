@@ -1,6 +1,6 @@
 #include "UtilityDLL/presentation/BiasInfo.h"
 
-#include "UtilityDLL/presentation/Fields.h"
+#include "UtilityDLL/presentation/private/Fields.h"
 
 template <typename Exchange, typename Record> bool BiasInfo::Fields(Exchange field, Record& record) {
     field(L"BiasMode"_key, record.m_mode);

@@ -1,7 +1,7 @@
 #include "UtilityDLL/presentation/DXFInfo.h"
 
-#include "UtilityDLL/presentation/Fields.h"
-#include "UtilityDLL/presentation/OneLineForm.h"
+#include "UtilityDLL/presentation/private/Fields.h"
+#include "UtilityDLL/presentation/private/OneLineForm.h"
 #include "VelmBase/VelmString.h"
 
 template <typename Exchange, typename Record> bool DXFInfo::Fields(Exchange field, Record& record) {

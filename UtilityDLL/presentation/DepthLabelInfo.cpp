@@ -1,6 +1,6 @@
 #include "UtilityDLL/presentation/DepthLabelInfo.h"
 
-#include "UtilityDLL/presentation/OneLineForm.h"
+#include "UtilityDLL/presentation/private/OneLineForm.h"
 
 namespace {
 

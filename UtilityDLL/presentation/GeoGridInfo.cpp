@@ -1,6 +1,6 @@
 #include "UtilityDLL/presentation/GeoGridInfo.h"
 
-#include "UtilityDLL/presentation/Fields.h"
+#include "UtilityDLL/presentation/private/Fields.h"
 
 template <typename Exchange, typename Record> bool GeoGridInfo::Fields(Exchange field, Record& record) {
     field(L"LonInterval"_key, record.m_lonInterval, FORM::PreciseMagnitude());

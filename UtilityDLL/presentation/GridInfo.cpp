@@ -1,6 +1,6 @@
 #include "UtilityDLL/presentation/GridInfo.h"
 
-#include "UtilityDLL/presentation/Fields.h"
+#include "UtilityDLL/presentation/private/Fields.h"
 #include "VelmBase/FormatString.h"
 
 #include <algorithm>

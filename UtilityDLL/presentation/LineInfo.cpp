@@ -1,7 +1,7 @@
 #include "UtilityDLL/presentation/LineInfo.h"
 
-#include "UtilityDLL/presentation/Fields.h"
-#include "UtilityDLL/presentation/OneLineForm.h"
+#include "UtilityDLL/presentation/private/Fields.h"
+#include "UtilityDLL/presentation/private/OneLineForm.h"
 #include "VelmBase/VelmString.h"
 
 const wchar_t* const LineInfo::STYLEDESCRIPTIONS[] = {L"Solid Line", L"Dashed", L"Dot", L"Dash dot"};

@@ -1,6 +1,6 @@
 #include "UtilityDLL/presentation/MapInfo.h"
 
-#include "UtilityDLL/presentation/Fields.h"
+#include "UtilityDLL/presentation/private/Fields.h"
 
 template <typename Exchange, typename Record> bool CMapInfo::Fields(Exchange field, Record& record) {
     field(L"SymbolizationType"_key, record.m_symbolizationType);

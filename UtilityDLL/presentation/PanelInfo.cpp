@@ -1,6 +1,6 @@
 #include "UtilityDLL/presentation/PanelInfo.h"
 
-#include "UtilityDLL/presentation/Fields.h"
+#include "UtilityDLL/presentation/private/Fields.h"
 
 template <typename Exchange, typename Record> bool PanelInfo::Fields(Exchange field, Record& record) {
     field(L"Width"_key, record.width);

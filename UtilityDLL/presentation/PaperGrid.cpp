@@ -1,6 +1,6 @@
 #include "UtilityDLL/presentation/PaperGrid.h"
 
-#include "UtilityDLL/presentation/Fields.h"
+#include "UtilityDLL/presentation/private/Fields.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "UtilityDLL/presentation/SunIlluminationInfo.h"
 
-#include "UtilityDLL/presentation/Fields.h"
+#include "UtilityDLL/presentation/private/Fields.h"
 
 // "Illumunation" is how the files spell it; writing it otherwise would orphan them.
 template <typename Exchange, typename Record>

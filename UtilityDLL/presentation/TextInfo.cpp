@@ -1,7 +1,7 @@
 #include "UtilityDLL/presentation/TextInfo.h"
 
-#include "UtilityDLL/presentation/Fields.h"
-#include "UtilityDLL/presentation/OneLineForm.h"
+#include "UtilityDLL/presentation/private/Fields.h"
+#include "UtilityDLL/presentation/private/OneLineForm.h"
 
 #include <cmath>
 #include <iterator>

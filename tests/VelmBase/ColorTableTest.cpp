@@ -1,5 +1,6 @@
 #include "VelmBase/ColorTable.h"
 
+#include "tests/support/ColorPrinters.h"
 #include "tests/support/TestFiles.h"
 
 #include <bit>
@@ -105,12 +106,12 @@ TEST(ColorTable, EqualityComparesEntriesAlone) {
     a.AddEntry(1, kRed);
     b.AddEntry(1, kRed);
     b.SetDefaultColor(kBlue);
-    EXPECT_TRUE(a == b);
+    EXPECT_EQ(a, b);
     ColorTable c = a, d = a, e = a;
     c.SetEntryColor(0, kBlue);
     d.AddEntry(2, kRed);
-    EXPECT_TRUE(a != c);
-    EXPECT_TRUE(a != d);
+    EXPECT_NE(a, c);
+    EXPECT_NE(a, d);
     e.AddEntry(kNan, 0);
     const ColorTable copy = e;
     EXPECT_FALSE(copy == e); // NaN equals nothing
@@ -152,7 +153,7 @@ TEST(ColorTable_FileOpen, ReadsBackExactlyWhatWasSaved) {
         if (!std::isnan(value)) table.AddEntry(value, static_cast<std::uint32_t>(random()));
     }
     const ColorTable back = ThroughAFile(table);
-    EXPECT_TRUE(table == back);
+    EXPECT_EQ(table, back);
     EXPECT_EQ(0x010203ul, back.DefaultColor());
 }
 

@@ -1,5 +1,6 @@
 #include "UtilityDLL/colors/DXFColorTable.h"
 
+#include "tests/support/ColorPrinters.h"
 #include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
@@ -67,7 +68,7 @@ TEST(DXFColorTable, AnswersTheFallbackUntilDxfColoursAreBuilt) {
 TEST(DXFColorTable_Unique, KeepsTheFirstOfEachRunOfEqualColours) {
     DXFColorTable table = Table({{0, kRed}, {10, kRed}, {20, kBlue}, {30, kRed}, {40, kRed}, {50, kRed}});
     table.Unique();
-    EXPECT_TRUE(Table({{0, kRed}, {20, kBlue}, {30, kRed}}) == table);
+    EXPECT_EQ(Table({{0, kRed}, {20, kBlue}, {30, kRed}}), table);
     EXPECT_EQ(10, table.EntryDxfColor(0).Index());
     EXPECT_EQ(170, table.EntryDxfColor(1).Index());
     EXPECT_EQ(10, table.EntryDxfColor(2).Index());
@@ -95,7 +96,7 @@ TEST(DXFColorTable_MakeDXFTable, SnapsColoursToThePaletteAndMerges) {
     DXFColorTable table =
         Table({{0, 0x0000FF}, {10, 0x0000FE}, {20, RGBColor(40, 30, 31)}, {30, 0x808080}}, kBlue);
     table.MakeDXFTable();
-    EXPECT_TRUE(Table({{0, 0x0000FF}, {20, 0x000000}, {30, 0x767676}}) == table);
+    EXPECT_EQ(Table({{0, 0x0000FF}, {20, 0x000000}, {30, 0x767676}}), table);
     // The snapped colours have indices of their own: black is 0, and 767676 is nearest to itself.
     EXPECT_EQ(10, table.EntryDxfColor(0).Index());
     EXPECT_EQ(0, table.EntryDxfColor(1).Index());
@@ -126,11 +127,11 @@ TEST(DXFColorTable, EqualityIgnoresDefaultAndDxfColours) {
     DXFColorTable a = Table({{0, kRed}, {1, kBlue}}, kGreen);
     const DXFColorTable b = Table({{0, kRed}, {1, kBlue}});
     a.Unique();
-    EXPECT_TRUE(a == b);
+    EXPECT_EQ(a, b);
     EXPECT_FALSE(a != b);
-    EXPECT_TRUE(a != Table({{0, kRed}}));
-    EXPECT_TRUE(a != Table({{0, kRed}, {1, kGreen}}));
-    EXPECT_TRUE(a != Table({{0, kRed}, {2, kBlue}}));
+    EXPECT_NE(a, Table({{0, kRed}}));
+    EXPECT_NE(a, Table({{0, kRed}, {1, kGreen}}));
+    EXPECT_NE(a, Table({{0, kRed}, {2, kBlue}}));
 }
 
 TEST(DXFColorTable, CopiesKeepBothColoursOfEveryEntry) {
@@ -138,7 +139,7 @@ TEST(DXFColorTable, CopiesKeepBothColoursOfEveryEntry) {
     table.Unique();
     DXFColorTable copy;
     copy = table;
-    EXPECT_TRUE(copy == table);
+    EXPECT_EQ(copy, table);
     EXPECT_EQ(10, copy[0.5].Index());
     EXPECT_EQ(90, copy[-1].Index());
     const DXFColorTable moved = std::move(copy);
@@ -183,7 +184,7 @@ TEST(DXFColorTable_File, ReadsBackWhatItSaved) {
     DXFColorTable back = Table({{5, kGreen}}, kRed);
     back.Unique();
     ASSERT_TRUE(back.FileOpen(folder.File(L"depths.col").c_str()));
-    EXPECT_TRUE(table == back);
+    EXPECT_EQ(table, back);
     EXPECT_EQ(0x123456ul, back.DefaultColor());
 }
 

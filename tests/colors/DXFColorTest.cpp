@@ -1,6 +1,7 @@
 #include "UtilityDLL/colors/DXFColor.h"
 
 #include "UtilityDLL/colors/HSVColor.h"
+#include "tests/support/ColorPrinters.h"
 
 #include <algorithm>
 #include <cmath>
@@ -51,7 +52,7 @@ RGBColor PaletteColor(int index) {
     return {packed >> 16, packed >> 8, packed};
 }
 
-// The rule as it is told, step by step in floats, without the library's colour classes.
+// The rule as it is written down, step by step in floats, without the library's colour classes.
 int IndexByTheRule(int red, int green, int blue) {
     if (red == 0 && green == 0 && blue == 0) return 0;
     if (red == green && green == blue) {
@@ -153,8 +154,8 @@ TEST(DXFColor, ConvertsToItsIndexAndToItsColour) {
 }
 
 TEST(DXFColor, EqualityComparesIndices) {
-    EXPECT_TRUE(DXFColor(7) == DXFColor::_WHITE);
-    EXPECT_TRUE(DXFColor(7) != DXFColor(0)); // the same black in the palette
+    EXPECT_EQ(DXFColor(7), DXFColor::_WHITE);
+    EXPECT_NE(DXFColor(7), DXFColor(0)); // the same black in the palette
 }
 
 TEST(DXFColor, NearestIndexOfAnRgbColour) {

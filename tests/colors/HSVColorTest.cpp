@@ -1,5 +1,7 @@
 #include "UtilityDLL/colors/HSVColor.h"
 
+#include "tests/support/ColorPrinters.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>

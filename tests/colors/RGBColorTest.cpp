@@ -1,5 +1,7 @@
 #include "UtilityDLL/colors/RGBColor.h"
 
+#include "tests/support/ColorPrinters.h"
+
 #include <gtest/gtest.h>
 #include <random>
 
@@ -43,10 +45,10 @@ TEST(RGBColor, ColourReferenceDropsTheUpperBits) {
 
 TEST(RGBColor, EqualityComparesEveryComponent) {
     const RGBColor color(1, 2, 3);
-    EXPECT_TRUE(color == RGBColor(1, 2, 3));
+    EXPECT_EQ(color, RGBColor(1, 2, 3));
     EXPECT_FALSE(color != RGBColor(1, 2, 3));
     for (const RGBColor& other : {RGBColor(9, 2, 3), RGBColor(1, 9, 3), RGBColor(1, 2, 9)})
-        EXPECT_TRUE(color != other);
+        EXPECT_NE(color, other);
 }
 
 TEST(RGBColor, GrayScaleOfKnownColours) {

@@ -2,6 +2,7 @@
 
 #include "UtilityDLL/colors/DXFColor.h"
 #include "UtilityDLL/settings/IniFile.h"
+#include "tests/support/RecordPrinters.h"
 #include "tests/support/TestFiles.h"
 
 #include <algorithm>
@@ -17,12 +18,6 @@
 #include <vector>
 
 using Info = ContourDefinitionList::ContourDefInfo;
-
-// For the messages of failed expectations.
-void PrintTo(const Info& info, std::ostream* out) {
-    *out << info.level << " width " << info.lineWidth << " type " << info.lineType << " color "
-         << info.trueColor << (info.annotate ? " annotated" : "");
-}
 
 namespace {
 
@@ -429,7 +424,7 @@ TEST(ContourDefinitionList_Save, FailsForAnEmptyListOrPathAndKeepsTheFile) {
     EXPECT_EQ(1u, folder.NumFiles());
 }
 
-// The file by way of sections and keys, as the format is told.
+// The file by way of sections and keys, as the header describes it.
 std::string BytesByIniFile(const ContourDefinitionList& list) {
     const TemporaryFolder folder;
     IniFile file;

@@ -27,5 +27,5 @@ TEST(BiasInfo, PrefixedKeyIsFoundUnderItsOwnPrefixAlone) {
     EXPECT_EQ(8, other.Mode());
     EXPECT_TRUE(other.Read(L"P1", section));
     EXPECT_EQ(3, other.Mode());
-    EXPECT_TRUE(info == other);
+    EXPECT_EQ(info, other);
 }

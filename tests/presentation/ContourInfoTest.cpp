@@ -89,13 +89,13 @@ TEST(ContourInfo, EqualityIsTolerantInSpacingAndLength) {
     ContourInfo info, near;
     info.SetLabelSpacing(1.0f);
     near.SetLabelSpacing(std::nextafter(1.0f, 2.0f)); // a float's step is beyond the tolerance
-    EXPECT_TRUE(info != near);
+    EXPECT_NE(info, near);
     near.SetLabelSpacing(1.0f);
     near.SetSuppressionLength(5e-10);
-    EXPECT_TRUE(info == near);
+    EXPECT_EQ(info, near);
     info.SetLabelSpacing(1e-10f);
     near.SetLabelSpacing(2e-10f);
-    EXPECT_TRUE(info == near);
+    EXPECT_EQ(info, near);
 }
 
 TEST(ContourInfo_Read, OlderSpacingWithWrongTextAndBesideAnEmptyNewerOne) {

@@ -64,9 +64,9 @@ TEST(DXFInfo, ReadAndWriteAreAlwaysTrue) {
 }
 
 TEST(DXFInfo, EqualityIsExactInEveryField) {
-    EXPECT_TRUE(Info(1, 2, 3) == Info(1, 2, 3));
+    EXPECT_EQ(Info(1, 2, 3), Info(1, 2, 3));
     for (const DXFInfo& other : {Info(std::nextafter(1.0f, 2.0f), 2, 3), Info(1, 3, 3), Info(1, 2, 4)})
-        EXPECT_TRUE(Info(1, 2, 3) != other);
+        EXPECT_NE(Info(1, 2, 3), other);
 }
 
 TEST(DXFInfo_ToString, FourItems) {
@@ -86,8 +86,7 @@ TEST(DXFInfo_FromString, ItemsByPosition) {
           Row{L"2,256,3", Info(2, 0, 3)}, Row{L"2,-1,3", Info(2, 0, 3)}, Row{L"a,b,c,d", Info(0, 0, 0)},
           Row{L",,,", Info(0, 0, 0)}, Row{L"1,5,-7,6,8,9", Info(1, 6, -7)}}) {
         SCOPED_TRACE(::testing::PrintToString(std::wstring(row.text)));
-        EXPECT_TRUE(row.info == FromLine(row.text))
-            << ::testing::PrintToString(FromLine(row.text).ToString());
+        EXPECT_EQ(row.info, FromLine(row.text));
     }
 }
 
@@ -96,12 +95,12 @@ TEST(DXFInfo_FromString, ReadsBackWhatToStringWrote) {
     for (int i = 0; i < 100'000; ++i) {
         const DXFInfo info =
             Info(static_cast<float>(random() % 1000) / 8.0f, random() & 0xFFFFFF, static_cast<int>(random()));
-        ASSERT_TRUE(info == FromLine(info.ToString())) << ::testing::PrintToString(info.ToString());
+        ASSERT_EQ(info, FromLine(info.ToString()));
     }
 }
 
 TEST(DXFInfo_FromString, HostileLinesGiveARecord) {
-    EXPECT_TRUE(DXFInfo() == FromLine(std::wstring().append(10'000'000, L',')));
-    EXPECT_TRUE(DXFInfo() == FromLine(std::wstring(3, L'\0') + L",,"));
+    EXPECT_EQ(DXFInfo(), FromLine(std::wstring().append(10'000'000, L',')));
+    EXPECT_EQ(DXFInfo(), FromLine(std::wstring(3, L'\0') + L",,"));
     EXPECT_EQ(std::numeric_limits<float>::max(), FromLine(L"1e999,1,2").Width());
 }

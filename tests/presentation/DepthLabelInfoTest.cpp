@@ -1,5 +1,7 @@
 #include "UtilityDLL/presentation/DepthLabelInfo.h"
 
+#include "tests/support/RecordPrinters.h"
+
 #include <gtest/gtest.h>
 #include <random>
 #include <type_traits>
@@ -21,16 +23,11 @@ DepthLabelInfo FromLine(const std::wstring& line) {
     return label;
 }
 
-template <typename Record>
-concept IsKeptInSections = requires(Record record, Section section) {
-    record.Write(section);
-};
-
 } // namespace
 
 TEST(DepthLabelInfo, Defaults) {
     const DepthLabelInfo label;
-    EXPECT_TRUE(static_cast<const TextInfo&>(label) == TextInfo());
+    EXPECT_EQ(static_cast<const TextInfo&>(label), TextInfo());
     EXPECT_EQ(2, label.Precision());
     EXPECT_EQ(0, label.Presentation());
     EXPECT_EQ(0, label.Placement());
@@ -47,7 +44,7 @@ TEST(DepthLabelInfo, TakesATextStyleAndDefaultsForTheRest) {
     text.SetColor(0x123456);
     text.SetJustification(TextInfo::BASELINE_LEFT);
     const DepthLabelInfo label(text);
-    EXPECT_TRUE(static_cast<const TextInfo&>(label) == text);
+    EXPECT_EQ(static_cast<const TextInfo&>(label), text);
     EXPECT_EQ(2, label.Precision());
     EXPECT_TRUE(label.AutoTextRotation());
 }
@@ -67,12 +64,12 @@ TEST(DepthLabelInfo, EveryFieldButTheInvertedSignCountsForEquality) {
           changed([](auto& l) { l.AutoTextRotation(false); }),
           changed([](auto& l) { l.SetUnderlineDryingHeights(true); }),
           changed([](auto& l) { l.SetNoDecimalZeros(true); })}) {
-        EXPECT_TRUE(label != other);
+        EXPECT_NE(label, other);
         EXPECT_FALSE(label == other);
-        EXPECT_TRUE(DepthLabelInfo(other) == other);
+        EXPECT_EQ(DepthLabelInfo(other), other);
     }
     const DepthLabelInfo inverted = changed([](auto& l) { l.SetSignIsInverted(true); });
-    EXPECT_TRUE(label == inverted);
+    EXPECT_EQ(label, inverted);
     EXPECT_FALSE(label != inverted);
 }
 
@@ -146,7 +143,7 @@ TEST(DepthLabelInfo_FromString, ReadsBackWhatToStringWrote) {
         label.SetUnderlineDryingHeights(number(2) == 1);
         label.SetNoDecimalZeros(number(2) == 1);
         label.SetSignIsInverted(number(2) == 1); // lost, and not part of equality
-        ASSERT_TRUE(label == FromLine(label.ToString())) << ::testing::PrintToString(label.ToString());
+        ASSERT_EQ(label, FromLine(label.ToString()));
     }
 }
 

@@ -103,9 +103,9 @@ TEST(GeoGridInfo, EqualityIsTolerantInTheIntervalsAlone) {
     GeoGridInfo near;
     near.LatInterval(1.0 / 1800 + 5e-10);
     near.LonInterval(1.0 / 1800 - 5e-10);
-    EXPECT_TRUE(grid == near);
+    EXPECT_EQ(grid, near);
     near.LonInterval(1.0 / 1800 - 5e-9);
-    EXPECT_TRUE(grid != near);
+    EXPECT_NE(grid, near);
 }
 
 TEST(GeoGridInfo, ReadAndWriteAreAlwaysTrue) {

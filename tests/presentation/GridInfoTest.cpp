@@ -61,9 +61,10 @@ TEST(GridInfo_Read, StyleTokens) {
         const wchar_t* text;
         std::uint32_t style;
     };
-    for (const Row& row : {Row{L"", 0}, Row{L"LONG_NORTHTICK", 128}, Row{L"Y_LINES,UNKNOWN,POINTS", 5},
-                           Row{L"POINTS,POINTS", 1}, Row{L"248", 0}, Row{L",,X_TICKS,,", 8},
-                           Row{L"X_TICKSX", 0}, Row{L"points", 0}}) {
+    for (const Row& row :
+         {Row{L"", 0}, Row{L"LONG_NORTHTICK", 128}, Row{L"Y_LINES,UNKNOWN,POINTS", 5},
+          Row{L"POINTS,POINTS", 1}, Row{L"248", 0}, Row{L",,X_TICKS,,", 8}, Row{L"X_TICKSX", 0},
+          Row{L"points", 0}}) {
         EXPECT_EQ(row.style, ReadFrom<GridInfo>(SectionOf({{L"GridStyle", row.text}})).GridStyle())
             << ::testing::PrintToString(std::wstring(row.text));
     }
@@ -94,13 +95,13 @@ TEST(GridInfo, EqualityIsTolerantInTheIntervalsAlone) {
     GridInfo near;
     near.SetXInterval(50.0 * (1 + 5e-10));
     near.SetYInterval(50.0 * (1 - 5e-10));
-    EXPECT_TRUE(grid == near);
+    EXPECT_EQ(grid, near);
     EXPECT_FALSE(grid != near);
     near.SetXInterval(50.0 * (1 + 5e-9));
-    EXPECT_TRUE(grid != near);
+    EXPECT_NE(grid, near);
     GridInfo size;
     size.SetTickSize(std::nextafter(2.5f, 3.0f));
-    EXPECT_TRUE(grid != size);
+    EXPECT_NE(grid, size);
 }
 
 TEST(GridInfo, ReadAndWriteAreAlwaysTrue) {

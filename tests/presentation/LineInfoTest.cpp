@@ -118,11 +118,11 @@ TEST(LineInfo, StyleWithoutANameHasAnEmptyOne) {
 
 TEST(LineInfo, EqualityIsExactInEveryField) {
     const LineInfo line = Line(1, 2, 3, true);
-    EXPECT_TRUE(line == Line(1, 2, 3, true));
+    EXPECT_EQ(line, Line(1, 2, 3, true));
     for (const LineInfo& other : {Line(std::nextafter(1.0f, 2.0f), 2, 3, true), Line(1, 3, 3, true),
                                   Line(1, 2, 2, true), Line(1, 2, 3, false)}) {
         EXPECT_FALSE(line == other);
-        EXPECT_TRUE(line != other);
+        EXPECT_NE(line, other);
     }
 }
 
@@ -147,8 +147,7 @@ TEST(LineInfo_FromString, ItemsByPosition) {
           Row{L"1,2,Dot,3,5", Line(1, 3, 2, true)}, Row{L" 2 , 3 ,Dot, 4 , 0 ", Line(2, 4, 2, false)},
           Row{L"1,-1,Dot", Line(1, 0xFFFFFFFF, 2, true)}}) {
         SCOPED_TRACE(::testing::PrintToString(std::wstring(row.text)));
-        EXPECT_TRUE(row.line == FromLine(row.text))
-            << ::testing::PrintToString(FromLine(row.text).ToString());
+        EXPECT_EQ(row.line, FromLine(row.text));
     }
     EXPECT_EQ(-3.0f, FromLine(L"-3,0,Dot").Width());
 }
@@ -163,18 +162,18 @@ TEST(LineInfo_FromString, ReadsBackWhatToStringWrote) {
         ASSERT_NEAR(line.Width(), back.Width(), line.Width() * 5e-6);
         LineInfo rest = back;
         rest.SetWidth(line.Width());
-        ASSERT_TRUE(line == rest) << ::testing::PrintToString(line.ToString());
+        ASSERT_EQ(line, rest);
     }
 }
 
 TEST(LineInfo_FromString, HostileLinesGiveARecord) {
-    EXPECT_TRUE(LineInfo() == FromLine(std::wstring().append(10'000'000, L',')));
-    EXPECT_TRUE(LineInfo() == FromLine(std::wstring().append(10'000'000, L'x')));
+    EXPECT_EQ(LineInfo(), FromLine(std::wstring().append(10'000'000, L',')));
+    EXPECT_EQ(LineInfo(), FromLine(std::wstring().append(10'000'000, L'x')));
     const std::wstring digits = std::wstring().append(1'000'000, L'9');
     const LineInfo huge = FromLine(digits + L"," + digits + L"," + digits);
     EXPECT_EQ(std::numeric_limits<float>::max(), huge.Width());
     EXPECT_EQ(0x7FFFFFFFul, huge.Color());
-    EXPECT_TRUE(Line(1, 2, 0, true) == FromLine(std::wstring(L"1,2,Dot\0,3", 8)));
+    EXPECT_EQ(Line(1, 2, 0, true), FromLine(std::wstring(L"1,2,Dot\0,3", 8)));
 }
 
 TEST(LineInfo_FromString, ColourAbove31BitsComesBackAsTheLargestInt) {

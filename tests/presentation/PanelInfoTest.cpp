@@ -24,7 +24,7 @@ template <typename Value> auto Set(Value PanelInfo::*field) {
 
 } // namespace
 
-TEST(PanelInfo, DefaultsAreZero) { EXPECT_TRUE(Panel(0, 0, 0, 0, false, 0) == PanelInfo()); }
+TEST(PanelInfo, DefaultsAreZero) { EXPECT_EQ(Panel(0, 0, 0, 0, false, 0), PanelInfo()); }
 
 TEST(PanelInfo, FieldsInASection) {
     ExpectFields<PanelInfo>({
@@ -50,13 +50,13 @@ TEST(PanelInfo, PrefixedKeysHaveNoPosition) {
     section[L"Legend.PosX"] << 77;
     PanelInfo other = Panel(8, 9, 0, 0, false, 0);
     EXPECT_TRUE(other.Read(L"Legend", section));
-    EXPECT_TRUE(other == Panel(8, 9, 3, 4, true, 5));
+    EXPECT_EQ(other, Panel(8, 9, 3, 4, true, 5));
 }
 
 TEST(PanelInfo_Read, WithoutPrefixedKeysSizesStayAndTheJustificationIsZero) {
     PanelInfo panel = Panel(1, 2, 3, 4, true, 5);
     EXPECT_TRUE(panel.Read(L"Legend", SectionOf({{L"Width", L"9"}, {L"Legend2.Width", L"9"}})));
-    EXPECT_TRUE(panel == Panel(1, 2, 3, 4, true, 0));
+    EXPECT_EQ(panel, Panel(1, 2, 3, 4, true, 0));
 }
 
 TEST(PanelInfo, PrefixIsTakenAsItIs) {
@@ -84,9 +84,9 @@ TEST(PanelInfo, SeveralPanelsShareASection) {
 
 TEST(PanelInfo, EqualityIsTolerantInPlaceAndSize) {
     const PanelInfo panel = Panel(1, 2, 3, 4, true, 5);
-    EXPECT_TRUE(panel == Panel(1 + 5e-10, 2 - 5e-10, 3, 4, true, 5));
+    EXPECT_EQ(panel, Panel(1 + 5e-10, 2 - 5e-10, 3, 4, true, 5));
     for (const PanelInfo& other :
          {Panel(1.1, 2, 3, 4, true, 5), Panel(1, 2.1, 3, 4, true, 5), Panel(1, 2, 3.1f, 4, true, 5),
           Panel(1, 2, 3, 4.1f, true, 5), Panel(1, 2, 3, 4, false, 5), Panel(1, 2, 3, 4, true, 6)})
-        EXPECT_TRUE(panel != other);
+        EXPECT_NE(panel, other);
 }

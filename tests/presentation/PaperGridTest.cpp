@@ -14,7 +14,7 @@ TEST(PaperGrid, Defaults) {
     const PaperGrid grid;
     EXPECT_EQ(1.0, grid.XStep());
     EXPECT_EQ(1.0, grid.YStep());
-    EXPECT_TRUE(Origin(0, 0) == grid.Origin());
+    EXPECT_EQ(Origin(0, 0), grid.Origin());
     EXPECT_TRUE(grid.SnapOn());
     EXPECT_TRUE(grid.Visible());
 }
@@ -136,10 +136,10 @@ TEST(PaperGrid, ReadAndWriteAreAlwaysSuccessful) {
 
 TEST(PaperGrid, EqualityComparesEveryField) {
     const PaperGrid grid(2, 3, Origin(1, 2), true, true);
-    EXPECT_TRUE(grid == PaperGrid(2 + 1e-10, 3, Origin(1, 2), true, true));
+    EXPECT_EQ(grid, PaperGrid(2 + 1e-10, 3, Origin(1, 2), true, true));
     for (const PaperGrid& other :
          {PaperGrid(4, 3, Origin(1, 2), true, true), PaperGrid(2, 4, Origin(1, 2), true, true),
           PaperGrid(2, 3, Origin(9, 2), true, true), PaperGrid(2, 3, Origin(1, 9), true, true),
           PaperGrid(2, 3, Origin(1, 2), false, true), PaperGrid(2, 3, Origin(1, 2), true, false)})
-        EXPECT_TRUE(grid != other);
+        EXPECT_NE(grid, other);
 }

@@ -56,16 +56,16 @@ TEST(SunIlluminationInfo, PrefixedKeys) {
 
     SunIlluminationInfo back;
     EXPECT_TRUE(back.Read(L"Chart", section));
-    EXPECT_TRUE(info == back);
+    EXPECT_EQ(info, back);
     EXPECT_TRUE(back.Read(L"Other", section)); // nothing there
-    EXPECT_TRUE(info == back);
-    EXPECT_TRUE(ReadFrom<SunIlluminationInfo>(section) == SunIlluminationInfo());
+    EXPECT_EQ(info, back);
+    EXPECT_EQ(ReadFrom<SunIlluminationInfo>(section), SunIlluminationInfo());
 }
 
 TEST(SunIlluminationInfo, EqualityIsExact) {
     const SunIlluminationInfo info;
     SunIlluminationInfo other;
     other.Azimuth(std::nextafter(290.0, 300.0));
-    EXPECT_TRUE(info != other);
+    EXPECT_NE(info, other);
     EXPECT_FALSE(info == other);
 }

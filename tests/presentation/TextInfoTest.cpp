@@ -91,8 +91,8 @@ TEST(TextInfo, PrefixedKeys) {
     EXPECT_EQ(L"Title.TrueColor", section[9].GetName().String());
     TextInfo back;
     EXPECT_TRUE(back.Read(L"title", section));
-    EXPECT_TRUE(text == back);
-    EXPECT_TRUE(ReadFrom<TextInfo>(section) == TextInfo());
+    EXPECT_EQ(text, back);
+    EXPECT_EQ(ReadFrom<TextInfo>(section), TextInfo());
 }
 
 TEST(TextInfo_Read, NumbersOutOfRangeLeaveTheirFieldAlone) {
@@ -138,12 +138,12 @@ TEST(TextInfo, EqualityIgnoresTheFontsCaseAndIsTolerantInTheRotation) {
     text.SetFont(L"ARIAL");
     text.SetRotation(Angle(90));
     other.SetRotation(Angle(90 + 1e-8));
-    EXPECT_TRUE(text == other);
+    EXPECT_EQ(text, other);
     other.SetRotation(Angle(90 + 1e-6));
-    EXPECT_TRUE(text != other);
+    EXPECT_NE(text, other);
     other = text;
     other.SetSize(std::nextafter(2.5f, 3.0f));
-    EXPECT_TRUE(text != other);
+    EXPECT_NE(text, other);
 }
 
 TEST(TextInfo, OrderIsByFontThenSizeThenStyle) {
@@ -255,8 +255,8 @@ TEST(TextInfo_FromString, ReadsBackWhatToStringWroteButBaselines) {
         text.SetMultiLine(number(2) == 1);
         TextInfo expected = text;
         if (text.Justification() >= TextInfo::BASELINE_LEFT) expected.SetJustification(TextInfo::BOTTOM_LEFT);
-        ASSERT_TRUE(expected == FromLine(text.ToString())) << ::testing::PrintToString(text.ToString());
-        ASSERT_TRUE(text == ReadFrom<TextInfo>(Written(text)));
+        ASSERT_EQ(expected, FromLine(text.ToString()));
+        ASSERT_EQ(text, ReadFrom<TextInfo>(Written(text)));
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "UtilityDLL/settings/IniFile.h"
+#include "tests/support/RecordPrinters.h"
 #include "tests/support/TestFiles.h"
 
 #include <functional>
@@ -85,8 +86,8 @@ template <typename Record> void ExpectFields(const std::vector<FieldRow<Record>>
         EXPECT_EQ(rows[i].key, written[static_cast<int>(i)].GetName().String());
         EXPECT_EQ(rows[i].text, written[static_cast<int>(i)].GetValue());
     }
-    EXPECT_TRUE(full == ReadFrom<Record>(written));
-    EXPECT_TRUE(full == ReadFrom<Record>(ThroughAFile(written)));
+    EXPECT_EQ(full, ReadFrom<Record>(written));
+    EXPECT_EQ(full, ReadFrom<Record>(ThroughAFile(written)));
     EXPECT_FALSE(full == initial);
 
     for (const FieldRow<Record>& row : rows) {
@@ -94,26 +95,26 @@ template <typename Record> void ExpectFields(const std::vector<FieldRow<Record>>
         SCOPED_TRACE(::testing::PrintToString(std::wstring(row.key)));
         Record other = full;
         row.initial(other);
-        EXPECT_TRUE(other != full) << "equality overlooks the field, or the row has its default";
+        EXPECT_NE(other, full) << "equality overlooks the field, or the row has its default";
 
         Section section = written;
         section.RemoveKey(row.key);
         Record expected = full;
         (row.missing ? row.missing : row.initial)(expected);
-        EXPECT_TRUE(expected == ReadFrom<Record>(section)) << "key missing";
+        EXPECT_EQ(expected, ReadFrom<Record>(section)) << "key missing";
         expected = full;
         if (row.missing) row.missing(expected);
-        EXPECT_TRUE(expected == ReadFrom(section, full)) << "key missing, with another value before";
+        EXPECT_EQ(expected, ReadFrom(section, full)) << "key missing, with another value before";
 
         section = written;
         section[row.key] << L"no number";
         expected = full;
         row.wrong(expected);
-        EXPECT_TRUE(expected == ReadFrom<Record>(section)) << "not a number";
+        EXPECT_EQ(expected, ReadFrom<Record>(section)) << "not a number";
     }
 
     Record reset = full;
     for (const FieldRow<Record>& row : rows)
         if (row.initial) row.initial(reset);
-    EXPECT_TRUE(reset == initial);
+    EXPECT_EQ(reset, initial);
 }

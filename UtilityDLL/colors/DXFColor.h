@@ -6,6 +6,12 @@
 #include <concepts>
 #include <cstdint>
 
+/// A number that is an index into the palette: one that is signed once it is promoted as in arithmetic. So
+/// are int, long, every narrower type, bool and most enumerations. Other numbers (unsigned int, unsigned
+/// long) are colour references.
+template <typename Number>
+concept PaletteIndex = ColorNumber<Number> && std::signed_integral<decltype(+Number())>;
+
 /// A colour of the DXF drawing format: an index, 0 to 255, into the format's fixed palette. Index 0 by
 /// default.
 ///
@@ -18,9 +24,9 @@ public:
     constexpr DXFColor() = default;
 
     /// An index; 0 for one outside 0 to 255.
-    template <std::signed_integral Number>
+    template <PaletteIndex Number>
     constexpr DXFColor(Number index)
-        : m_index(index >= 0 && index <= 255 ? static_cast<std::uint8_t>(index) : std::uint8_t(0)) {}
+        : m_index(+index >= 0 && +index <= 255 ? static_cast<std::uint8_t>(index) : std::uint8_t(0)) {}
 
     /// The index nearest to a colour: 0 for black, 7 for white, 250 to 254 for the greys between, and for a
     /// colour the index of its hue in steps of 15 degrees, its brightness in five steps and its saturation
@@ -29,7 +35,7 @@ public:
     DXFColor(const RGBColor& color) : DXFColor(NearestIndex(color)) {}
 
     /// The index nearest to a colour reference.
-    template <std::unsigned_integral Number> DXFColor(Number colorref) : DXFColor(RGBColor(colorref)) {}
+    template <ColorNumber Number> DXFColor(Number colorref) : DXFColor(RGBColor(colorref)) {}
 
     constexpr int Index() const { return m_index; }
     constexpr operator int() const { return m_index; }
@@ -39,6 +45,14 @@ public:
     operator unsigned long() const;
 
     constexpr bool operator==(const DXFColor& other) const = default;
+
+    /// With a number as it is taken above: an index is compared with this one's, and one outside the palette
+    /// equals none; a colour reference is compared with the palette's colour of the index, as a colour is.
+    template <PaletteIndex Number> constexpr bool operator==(Number index) const { return +index == m_index; }
+    template <ColorNumber Number> bool operator==(Number colorref) const {
+        return *this == RGBColor(colorref);
+    }
+    bool operator==(const RGBColor& color) const { return static_cast<RGBColor>(*this) == color; }
 
 private:
     static int NearestIndex(const RGBColor& color);

@@ -20,7 +20,7 @@ public:
     HSVColor(const RGBColor& color);
 
     /// From a colour reference.
-    template <std::integral Number> HSVColor(Number colorref) : HSVColor(RGBColor(colorref)) {}
+    template <ColorNumber Number> HSVColor(Number colorref) : HSVColor(RGBColor(colorref)) {}
 
     float Hue() const { return m_hue; }
     float Saturation() const { return m_saturation; }
@@ -35,6 +35,10 @@ public:
     /// not UNDEFINED_HUE.
     operator RGBColor() const;
     operator unsigned long() const { return static_cast<RGBColor>(*this); }
+
+    /// Two of these have no equality, since floats computed in different ways rarely meet: compare the
+    /// colours that they convert to. A template, so that a comparison with an RGBColor goes by that.
+    template <std::same_as<HSVColor> Other> bool operator==(const Other& other) const = delete;
 
 private:
     float m_hue = 0.0f;

@@ -2,6 +2,14 @@
 
 #include <concepts>
 #include <cstdint>
+#include <type_traits>
+
+/// What counts as a number where a colour is made of one or compared with one: the integers, and the
+/// enumerations that convert to them. What has a conversion to a number of its own does not: DXFColor has one
+/// to a number as well as to a colour, and it is the colour that counts.
+template <typename Number>
+concept ColorNumber = std::integral<Number> ||
+    (std::is_enum_v<Number>&& std::is_convertible_v<Number, long long>);
 
 /// A colour as three components of 8 bits. Black by default.
 ///
@@ -15,9 +23,8 @@ public:
     constexpr RGBColor(int red, int green, int blue)
         : m_red(Component(red)), m_green(Component(green)), m_blue(Component(blue)) {}
 
-    /// From a colour reference. A template, so that only numbers count as one: what converts to a number as
-    /// well as to a colour (DXFColor) converts to the colour.
-    template <std::integral Number>
+    /// From a colour reference.
+    template <ColorNumber Number>
     constexpr RGBColor(Number colorref)
         : RGBColor(static_cast<int>(colorref & 0xFF), static_cast<int>(colorref >> 8 & 0xFF),
                    static_cast<int>(colorref >> 16 & 0xFF)) {}
@@ -36,6 +43,11 @@ public:
     }
 
     constexpr bool operator==(const RGBColor& other) const = default;
+
+    /// With the colour of a colour reference.
+    template <ColorNumber Number> constexpr bool operator==(Number colorref) const {
+        return *this == RGBColor(colorref);
+    }
 
     static constexpr int MAX_VALUE() { return 255; }
 

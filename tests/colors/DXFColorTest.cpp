@@ -7,6 +7,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <optional>
+#include <type_traits>
 
 namespace {
 
@@ -156,6 +157,77 @@ TEST(DXFColor, ConvertsToItsIndexAndToItsColour) {
 TEST(DXFColor, EqualityComparesIndices) {
     EXPECT_EQ(DXFColor(7), DXFColor::_WHITE);
     EXPECT_NE(DXFColor(7), DXFColor(0)); // the same black in the palette
+}
+
+TEST(DXFColor, WhatPromotesToASignedNumberIsAnIndex) {
+    enum Unscoped { FIFTH = 5 };
+    enum Small : std::uint8_t { SMALL_FIFTH = 5 };
+    EXPECT_EQ(5, DXFColor(static_cast<char>(5)).Index());
+    EXPECT_EQ(5, DXFColor(static_cast<signed char>(5)).Index());
+    EXPECT_EQ(5, DXFColor(static_cast<unsigned char>(5)).Index());
+    EXPECT_EQ(5, DXFColor(static_cast<char8_t>(5)).Index());
+    EXPECT_EQ(5, DXFColor(static_cast<char16_t>(5)).Index());
+    EXPECT_EQ(5, DXFColor(static_cast<wchar_t>(5)).Index());
+    EXPECT_EQ(5, DXFColor(static_cast<short>(5)).Index());
+    EXPECT_EQ(5, DXFColor(static_cast<unsigned short>(5)).Index());
+    EXPECT_EQ(5, DXFColor(5).Index());
+    EXPECT_EQ(5, DXFColor(5L).Index());
+    EXPECT_EQ(5, DXFColor(5LL).Index());
+    EXPECT_EQ(5, DXFColor(FIFTH).Index());
+    EXPECT_EQ(5, DXFColor(SMALL_FIFTH).Index());
+    EXPECT_EQ(1, DXFColor(true).Index());
+    EXPECT_EQ(0, DXFColor(static_cast<unsigned short>(300)).Index());
+    EXPECT_EQ(0, DXFColor(0x100000005LL).Index()); // not cut to its low bits
+    EXPECT_EQ(0, DXFColor(-1LL).Index());
+}
+
+TEST(DXFColor, WhatPromotesToAnUnsignedNumberIsAColourReference) {
+    enum Reference : std::uint32_t { SEA = 0xFF0000 };
+    EXPECT_EQ(170, DXFColor(0xFF0000u).Index());
+    EXPECT_EQ(170, DXFColor(0xFF0000ul).Index());
+    EXPECT_EQ(170, DXFColor(0xFF0000ull).Index());
+    EXPECT_EQ(170, DXFColor(static_cast<char32_t>(0xFF0000)).Index());
+    EXPECT_EQ(170, DXFColor(SEA).Index());
+    EXPECT_EQ(18, DXFColor(5u).Index()); // a dark red
+}
+
+TEST(DXFColor, IsNotMadeOfOtherThings) {
+    enum class Scoped { FIFTH = 5 };
+    struct Number {
+        operator int() const { return 5; }
+    };
+    static_assert(!std::is_constructible_v<DXFColor, Scoped>);
+    static_assert(!std::is_constructible_v<DXFColor, double>);
+    static_assert(!std::is_constructible_v<DXFColor, Number>);
+    static_assert(!std::is_constructible_v<DXFColor, const char*>);
+}
+
+TEST(DXFColor, ComparesWithAnIndexAsItsIndex) {
+    enum Unscoped { FIFTH = 5 };
+    const DXFColor blue(5);
+    EXPECT_TRUE(blue == 5);
+    EXPECT_TRUE(5 == blue);
+    EXPECT_TRUE(blue != 6);
+    EXPECT_TRUE(6 != blue);
+    EXPECT_TRUE(blue == static_cast<unsigned char>(5));
+    EXPECT_TRUE(blue == 5LL);
+    EXPECT_TRUE(blue == FIFTH);
+    EXPECT_TRUE(DXFColor(1) == true);
+    for (const int none : {-1, 256, 300}) EXPECT_TRUE(DXFColor(none) != none); // but it is 0
+}
+
+TEST(DXFColor, ComparesWithAColourAsThePalettesColour) {
+    const DXFColor blue(5);
+    EXPECT_TRUE(blue == RGBColor(0, 0, 255));
+    EXPECT_TRUE(RGBColor(0, 0, 255) == blue);
+    EXPECT_TRUE(blue != RGBColor(0, 0, 254)); // whose nearest index is 170
+    EXPECT_TRUE(RGBColor(0, 0, 254) != DXFColor(170));
+    EXPECT_TRUE(blue == 0xFF0000ul);
+    EXPECT_TRUE(0xFF0000ul == blue);
+    EXPECT_TRUE(0xFF0000u == blue);
+    EXPECT_TRUE(blue != 5u);
+    EXPECT_TRUE(DXFColor(7) == RGBColor());
+    EXPECT_TRUE(blue == HSVColor(240, 1, 1));
 }
 
 TEST(DXFColor, NearestIndexOfAnRgbColour) {

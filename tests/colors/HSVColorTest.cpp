@@ -57,6 +57,25 @@ TEST(HSVColor, TakesAColourReference) {
     EXPECT_EQ(blue, static_cast<unsigned long>(HSVColor(blue)));
 }
 
+template <typename A, typename B>
+concept HaveEquality = requires(A a, B b) {
+    a == b;
+};
+template <typename A, typename B>
+concept HaveInequality = requires(A a, B b) {
+    a != b;
+};
+
+TEST(HSVColor, HasNoEquality) {
+    static_assert(!HaveEquality<HSVColor, HSVColor>);
+    static_assert(!HaveEquality<const HSVColor&, HSVColor&>);
+    static_assert(!HaveInequality<HSVColor, HSVColor>);
+    static_assert(HaveEquality<HSVColor, RGBColor>); // as the colour that it converts to
+    EXPECT_TRUE(RGBColor(0, 0, 255) == HSVColor(240, 1, 1));
+    EXPECT_TRUE(HSVColor(240, 1, 1) != RGBColor(0, 0, 254));
+    EXPECT_TRUE(HSVColor(240, 1, 1) == 0xFF0000ul);
+}
+
 // The hexagon formula in doubles, from the textbook rather than from the class.
 TEST(HSVColor, AgreesWithTheHexagonFormulaForEveryColour) {
     for (int packed = 0; packed < 0x1000000; ++packed) {

@@ -51,6 +51,19 @@ TEST(RGBColor, EqualityComparesEveryComponent) {
         EXPECT_NE(color, other);
 }
 
+TEST(RGBColor, ComparesWithAColourReference) {
+    enum Reference : std::uint32_t { SEA = 0xFFC080 };
+    const RGBColor color(0x80, 0xC0, 0xFF);
+    EXPECT_TRUE(color == 0xFFC080ul);
+    EXPECT_TRUE(0xFFC080ul == color);
+    EXPECT_TRUE(color == 0xFFC080u);
+    EXPECT_TRUE(color == 0xFFC080);
+    EXPECT_TRUE(color == SEA);
+    EXPECT_TRUE(color != 0xFFC081ul);
+    EXPECT_TRUE(0xFFC081 != color);
+    EXPECT_TRUE(color == 0x12FFC080ul); // the upper bits are no part of a colour
+}
+
 TEST(RGBColor, GrayScaleOfKnownColours) {
     EXPECT_EQ(RGBColor(76, 76, 76), RGBColor(255, 0, 0).GrayScale());
     EXPECT_EQ(RGBColor(150, 150, 150), RGBColor(0, 255, 0).GrayScale());

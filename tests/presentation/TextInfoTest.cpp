@@ -1,5 +1,6 @@
 #include "UtilityDLL/presentation/TextInfo.h"
 
+#include "UtilityDLL/colors/DXFColor.h"
 #include "tests/support/Records.h"
 
 #include <cmath>
@@ -50,6 +51,16 @@ TEST(TextInfo, Defaults) {
     EXPECT_EQ(0ul, text.Color());
     EXPECT_EQ(0.0f, text.RectWidth());
     EXPECT_FALSE(text.MultiLine());
+}
+
+TEST(TextInfo, ColourComparesWithAnRgbColour) {
+    TextInfo text;
+    text.SetColor(0xFFC080);
+    EXPECT_TRUE(text.Color() == RGBColor(0x80, 0xC0, 0xFF));
+    EXPECT_TRUE(RGBColor(0x80, 0xC0, 0xFF) == text.Color());
+    EXPECT_TRUE(text.Color() != RGBColor());
+    text.SetColor(0xFF0000);
+    EXPECT_TRUE(text.Color() == DXFColor(5));
 }
 
 TEST(TextInfo, NumbersOfTheEnumerationsAreThoseOfFiles) {

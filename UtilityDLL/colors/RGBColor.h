@@ -1,5 +1,7 @@
 #pragma once
 
+#include "UtilityDLL/Export.h"
+
 #include <concepts>
 #include <cstdint>
 #include <type_traits>
@@ -52,11 +54,7 @@ public:
     static constexpr int MAX_VALUE() { return 255; }
 
     /// The grey of the same brightness, 0.3 red + 0.59 green + 0.11 blue truncated; a grey stays as it is.
-    constexpr RGBColor GrayScale() const {
-        if (m_red == m_green && m_green == m_blue) return *this;
-        const int gray = static_cast<int>(0.3 * m_red + 0.59 * m_green + 0.11 * m_blue);
-        return {gray, gray, gray};
-    }
+    UTILITYDLL_API RGBColor GrayScale() const;
 
 private:
     // Every value is taken; hosts rely on the wrap-around.

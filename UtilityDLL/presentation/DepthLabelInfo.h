@@ -15,8 +15,9 @@ public:
 
     DepthLabelInfo() = default;
 
-    /// This text style, and the defaults for the rest.
-    DepthLabelInfo(const TextInfo& text) : TextInfo(text) {}
+    /// This text style, and the defaults for the rest. To give a label another text style and keep the rest,
+    /// assign to the text part: `static_cast<TextInfo&>(label) = text`.
+    explicit DepthLabelInfo(const TextInfo& text) : TextInfo(text) {}
 
     int Precision() const { return m_precision; } ///< decimal places
     PRESENTATION Presentation() const { return m_presentation; }
@@ -37,7 +38,8 @@ public:
     void SetNoDecimalZeros(bool noZeros) { m_noDecimalZeros = noZeros; }
     void SetSignIsInverted(bool inverted) { m_signIsInverted = inverted; }
 
-    /// As TextInfo's, and exact in the rest. GetSignIsInverted() does not count.
+    /// As TextInfo's, and exact in the rest. GetSignIsInverted() does not count. A label and a text style are
+    /// compared as text styles.
     bool operator==(const DepthLabelInfo& other) const;
 
     /// The text style's line and behind it

@@ -73,6 +73,44 @@ TEST(DepthLabelInfo, EveryFieldButTheInvertedSignCountsForEquality) {
     EXPECT_FALSE(label != inverted);
 }
 
+TEST(DepthLabelInfo, ComparesWithATextStyleAsATextStyle) {
+    struct HostText : TextInfo {};
+    TextInfo text;
+    text.SetFont(L"Times");
+    DepthLabelInfo label(text);
+    label.SetPrecision(7);
+    EXPECT_TRUE(text == label);
+    EXPECT_TRUE(label == text);
+    EXPECT_FALSE(text != label);
+    EXPECT_FALSE(label != text);
+    EXPECT_TRUE(label != TextInfo());
+    EXPECT_TRUE(TextInfo() != label);
+    HostText host;
+    EXPECT_TRUE(host != label);
+    EXPECT_TRUE(label != host);
+    static_cast<TextInfo&>(host) = text;
+    EXPECT_TRUE(host == label);
+    EXPECT_TRUE(label == host);
+    EXPECT_TRUE(host == text);
+    EXPECT_TRUE(text == host);
+}
+
+TEST(DepthLabelInfo, IsMadeOfATextStyleOnlyWhereItIsSaid) {
+    static_assert(std::is_constructible_v<DepthLabelInfo, const TextInfo&>);
+    static_assert(!std::is_convertible_v<const TextInfo&, DepthLabelInfo>);
+    static_assert(!std::is_assignable_v<DepthLabelInfo&, const TextInfo&>);
+
+    DepthLabelInfo label;
+    label.SetPrecision(7);
+    TextInfo text;
+    text.SetFont(L"Times");
+    static_cast<TextInfo&>(label) = text;
+    EXPECT_EQ(text, label);
+    EXPECT_EQ(7, label.Precision());
+    label = DepthLabelInfo(text);
+    EXPECT_EQ(2, label.Precision());
+}
+
 TEST(DepthLabelInfo, CopiesKeepTheInvertedSign) {
     DepthLabelInfo label;
     label.SetSignIsInverted(true);

@@ -21,6 +21,11 @@ public:
         Y_MINORTICKS = 64,
         LONG_NORTHTICK = 128,
     };
+    friend constexpr GRIDSTYLE operator|(GRIDSTYLE a, GRIDSTYLE b) { return GRIDSTYLE(+a | +b); }
+    friend constexpr GRIDSTYLE operator&(GRIDSTYLE a, GRIDSTYLE b) { return GRIDSTYLE(+a & +b); }
+    friend constexpr GRIDSTYLE operator~(GRIDSTYLE a) { return GRIDSTYLE(~+a); }
+    friend constexpr GRIDSTYLE& operator|=(GRIDSTYLE& a, GRIDSTYLE b) { return a = a | b; }
+    friend constexpr GRIDSTYLE& operator&=(GRIDSTYLE& a, GRIDSTYLE b) { return a = a & b; }
 
     GridInfo() = default;
     GridInfo(const GridInfo& other) = default;

@@ -14,6 +14,11 @@ class UTILITYDLL_API TextInfo {
 public:
     /// A set of flags; every combination, 0 to 7, is valid.
     enum STYLE : std::int32_t { REGULAR = 0, BOLD = 1, ITALIC = 2, UNDERLINE = 4 };
+    friend constexpr STYLE operator|(STYLE a, STYLE b) { return STYLE(+a | +b); }
+    friend constexpr STYLE operator&(STYLE a, STYLE b) { return STYLE(+a & +b); }
+    friend constexpr STYLE operator~(STYLE a) { return STYLE(~+a); }
+    friend constexpr STYLE& operator|=(STYLE& a, STYLE b) { return a = a | b; }
+    friend constexpr STYLE& operator&=(STYLE& a, STYLE b) { return a = a & b; }
 
     /// Which point of the text box sits on the insertion point. The numbers are stored in files.
     enum JUSTIFICATION : std::int32_t {

@@ -36,6 +36,20 @@ TEST(GridInfo, FieldsInASection) {
     });
 }
 
+TEST(GridInfo, StylesCombine) {
+    GridInfo grid;
+    grid.SetGridStyle(GridInfo::POINTS | GridInfo::X_LINES);
+    EXPECT_EQ(3u, grid.GridStyle());
+    grid.SetGridStyle(grid.GridStyle() & ~GridInfo::POINTS);
+    EXPECT_EQ(2u, grid.GridStyle());
+    GridInfo::GRIDSTYLE style = GridInfo::X_TICKS;
+    style |= GridInfo::Y_TICKS;
+    EXPECT_EQ(24u, style);
+    style &= GridInfo::Y_TICKS | GridInfo::POINTS;
+    EXPECT_EQ(GridInfo::Y_TICKS, style);
+    static_assert((GridInfo::POINTS | GridInfo::LONG_NORTHTICK) == 129u);
+}
+
 TEST(GridInfo, DefaultStyleInASection) {
     EXPECT_EQ(L"X_TICKS,Y_TICKS,X_MINORTICKS,Y_MINORTICKS,LONG_NORTHTICK",
               Written(GridInfo())[L"GridStyle"].GetValue());

@@ -53,6 +53,21 @@ TEST(TextInfo, Defaults) {
     EXPECT_FALSE(text.MultiLine());
 }
 
+TEST(TextInfo, StylesCombine) {
+    TextInfo text;
+    text.SetStyle(TextInfo::BOLD | TextInfo::UNDERLINE);
+    EXPECT_EQ(5, text.Style());
+    text.SetStyle(text.Style() & ~TextInfo::BOLD);
+    EXPECT_EQ(TextInfo::UNDERLINE, text.Style());
+    TextInfo::STYLE style = TextInfo::REGULAR;
+    style |= TextInfo::ITALIC;
+    style |= TextInfo::BOLD;
+    EXPECT_EQ(3, style);
+    style &= TextInfo::ITALIC;
+    EXPECT_EQ(TextInfo::ITALIC, style);
+    static_assert((TextInfo::BOLD | TextInfo::ITALIC) == 3);
+}
+
 TEST(TextInfo, ColourComparesWithAnRgbColour) {
     TextInfo text;
     text.SetColor(0xFFC080);

@@ -2,6 +2,7 @@
 
 #include "UtilityDLL/presentation/private/Fields.h"
 #include "VelmBase/FormatString.h"
+#include "VelmBase/WideString.h"
 
 #include <algorithm>
 #include <string_view>
@@ -55,8 +56,9 @@ void GridInfo::UnFormatGridStyle(const std::wstring& text) {
     m_gridStyle = 0;
     for (std::wstring_view rest = text; !rest.empty();) {
         const std::wstring_view token = rest.substr(0, rest.find(L','));
+        const std::wstring_view name = TrimmedW(token);
         for (std::size_t bit = 0; bit < std::size(kTokens); ++bit)
-            if (token == kTokens[bit]) m_gridStyle |= 1u << bit;
+            if (name == kTokens[bit]) m_gridStyle |= 1u << bit;
         rest.remove_prefix(std::min(token.size() + 1, rest.size()));
     }
 }

@@ -57,9 +57,10 @@ public:
     bool operator==(const GridInfo& other) const;
 
     /// Keys: XInterval, YInterval, XMinorTicks, YMinorTicks, GridStyle (the names of the flags that are set,
-    /// with commas between them), TickSize, MinorTickSize, EastingMark, NorthingMark (both in double quotes).
-    /// Always true. A missing GridStyle clears all flags and a missing mark is empty; the other fields keep
-    /// their values where their key is missing. Quotes at the ends of a mark itself do not come back.
+    /// with commas between them; blanks round a name are passed over), TickSize, MinorTickSize, EastingMark,
+    /// NorthingMark (both in double quotes). Always true. A missing GridStyle clears all flags and a missing
+    /// mark is empty; the other fields keep their values where their key is missing. Quotes at the ends of a
+    /// mark itself do not come back.
     bool Read(const Section& section);
     bool Write(Section& section) const;
 

@@ -78,7 +78,8 @@ TEST(GridInfo_Read, StyleTokens) {
     for (const Row& row :
          {Row{L"", 0}, Row{L"LONG_NORTHTICK", 128}, Row{L"Y_LINES,UNKNOWN,POINTS", 5},
           Row{L"POINTS,POINTS", 1}, Row{L"248", 0}, Row{L",,X_TICKS,,", 8}, Row{L"X_TICKSX", 0},
-          Row{L"points", 0}}) {
+          Row{L"points", 0}, Row{L"POINTS , X_LINES", 3}, Row{L" POINTS,\tX_LINES\t,  Y_LINES ", 7},
+          Row{L"X_TICKS Y_TICKS", 0}, Row{L"X_ TICKS", 0}, Row{L" , ", 0}}) {
         EXPECT_EQ(row.style, ReadFrom<GridInfo>(SectionOf({{L"GridStyle", row.text}})).GridStyle())
             << ::testing::PrintToString(std::wstring(row.text));
     }

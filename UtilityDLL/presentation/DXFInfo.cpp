@@ -15,12 +15,23 @@ template <typename Exchange, typename Record> bool DXFInfo::Fields(Exchange fiel
 bool DXFInfo::Read(const Section& section) { return Fields(FieldReader(section), *this); }
 bool DXFInfo::Write(Section& section) const { return Fields(FieldWriter(section), *this); }
 
+template <typename Items> void DXFInfo::ListItems(Items& items) const {
+    items.Add(L"DXFLineWidth", m_width);
+    items.Add(L"DXFLineColor", DXFColor(m_color).Index());
+    items.Add(L"DXFColorMode", m_colorMode);
+    items.Add(L"DXFLineTrueColor", m_color);
+}
+
 std::wstring DXFInfo::ToString() const {
-    OneLineForm line(m_width);
-    line.Add(DXFColor(m_color).Index());
-    line.Add(m_colorMode);
-    line.Add(m_color);
+    OneLineForm line;
+    ListItems(line);
     return line.Text();
+}
+
+std::vector<std::wstring> DXFInfo::OneLineItems() {
+    OneLineItemNames items;
+    DXFInfo().ListItems(items);
+    return items.Names();
 }
 
 void DXFInfo::FromString(const std::wstring& line) {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 /// How a line is drawn when the drawing is exported as DXF. All fields are 0 by default. The width is in the
 /// drawing's unit.
@@ -33,6 +34,9 @@ public:
     /// 2147483647.
     std::wstring ToString() const;
 
+    /// The names of that line's items, in its order; they are those of the keys.
+    static std::vector<std::wstring> OneLineItems();
+
     /// Resets to the defaults and reads a line; one of fewer than three items gives the defaults. An item
     /// that is no number leaves its field alone. Without the fourth item the colour is the palette's of the
     /// index.
@@ -40,6 +44,7 @@ public:
 
 private:
     template <typename Exchange, typename Record> static bool Fields(Exchange field, Record& record);
+    template <typename Items> void ListItems(Items& items) const;
 
     float m_width = 0.0f;
     unsigned long m_color = 0;

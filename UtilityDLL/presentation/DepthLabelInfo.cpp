@@ -17,16 +17,27 @@ bool DepthLabelInfo::operator==(const DepthLabelInfo& other) const {
            m_noDecimalZeros == other.m_noDecimalZeros;
 }
 
+template <typename Items> void DepthLabelInfo::ListItems(Items& items) const {
+    items.Add(L"Precision", m_precision);
+    items.Add(L"Presentation", m_presentation);
+    items.Add(L"Placement", m_placement);
+    items.Add(L"UseTextColor", m_useTextColor);
+    items.Add(L"AutoTextRotation", m_autoTextRotation);
+    items.Add(L"UnderlineDryingHeights", m_underlineDryingHeights);
+    items.Add(L"NoDecimalZeros", m_noDecimalZeros);
+}
+
 std::wstring DepthLabelInfo::ToString() const {
     OneLineForm line(TextInfo::ToString());
-    line.Add(m_precision);
-    line.Add(m_presentation);
-    line.Add(m_placement);
-    line.Add(m_useTextColor);
-    line.Add(m_autoTextRotation);
-    line.Add(m_underlineDryingHeights);
-    line.Add(m_noDecimalZeros);
+    ListItems(line);
     return line.Text();
+}
+
+std::vector<std::wstring> DepthLabelInfo::OneLineItems() {
+    OneLineItemNames items;
+    items.Names() = TextInfo::OneLineItems();
+    DepthLabelInfo().ListItems(items);
+    return items.Names();
 }
 
 void DepthLabelInfo::FromString(const std::wstring& line) {

@@ -47,6 +47,9 @@ public:
     /// "Arial,2.5,0,0,0,0,0,0,0,0,2,0,0,1,1,0,0". GetSignIsInverted() is not written.
     std::wstring ToString() const;
 
+    /// The names of that line's items, in its order: the text style's and behind them the label's.
+    static std::vector<std::wstring> OneLineItems();
+
     /// Resets to the defaults and reads the items that the line has. Fourteen items are the older form
     /// without the true colour and the last two flags. A presentation or placement out of range keeps its
     /// default.
@@ -59,6 +62,8 @@ private:
     // A section keeps a text style only: the label's part would be lost unnoticed.
     using TextInfo::Read;
     using TextInfo::Write;
+
+    template <typename Items> void ListItems(Items& items) const;
 
     int m_precision = 2;
     PRESENTATION m_presentation = PRESENTATION_0;

@@ -30,13 +30,24 @@ void LineInfo::SetStyleStr(const std::wstring& text) {
     m_style = static_cast<LINESTYLE>(kStyleNames.NumberOf(text));
 }
 
+template <typename Items> void LineInfo::ListItems(Items& items) const {
+    items.Add(L"LineWidth", m_width);
+    items.Add(L"LineColor", DXFColor(m_color).Index());
+    items.Add(L"LineStyle", StyleStr());
+    items.Add(L"LineTrueColor", m_color);
+    items.Add(L"Enable", m_enable);
+}
+
 std::wstring LineInfo::ToString() const {
-    OneLineForm line(m_width);
-    line.Add(DXFColor(m_color).Index());
-    line.Add(StyleStr());
-    line.Add(m_color);
-    line.Add(m_enable);
+    OneLineForm line;
+    ListItems(line);
     return line.Text();
+}
+
+std::vector<std::wstring> LineInfo::OneLineItems() {
+    OneLineItemNames items;
+    LineInfo().ListItems(items);
+    return items.Names();
 }
 
 void LineInfo::FromString(const std::wstring& line) {

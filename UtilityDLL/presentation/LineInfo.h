@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 /// How a line is drawn on the screen and on a plot. The width is in the plot's unit.
 class UTILITYDLL_API LineInfo {
@@ -45,6 +46,9 @@ public:
     /// comes back as 2147483647.
     std::wstring ToString() const;
 
+    /// The names of that line's items, in its order; they are those of the keys.
+    static std::vector<std::wstring> OneLineItems();
+
     /// Resets to the defaults and reads a line; one of fewer than three items gives the defaults. An item
     /// that is no number leaves its field alone. Without the fourth item the index stays as it is, as the
     /// colour reference: it is not looked up in the palette.
@@ -52,6 +56,7 @@ public:
 
 private:
     template <typename Exchange, typename Record> static bool Fields(Exchange field, Record& record);
+    template <typename Items> void ListItems(Items& items) const;
 
     float m_width = 0.1f;
     unsigned long m_color = 0;

@@ -118,18 +118,29 @@ bool TextInfo::operator<(const TextInfo& other) const {
     return m_style < other.m_style;
 }
 
+template <typename Items> void TextInfo::ListItems(Items& items) const {
+    items.Add(L"Font", m_font);
+    items.Add(L"Size", m_size);
+    items.Add(L"Style", m_style);
+    items.Add(L"Justification", m_justification);
+    items.Add(L"Color", DXFColor(m_color).Index());
+    items.Add(L"Rotation", m_rotation.Get());
+    items.Add(L"RectWidth", m_rectWidth);
+    items.Add(L"MultiLine", m_multiLine);
+    items.Add(L"Annotation", m_annotation);
+    items.Add(L"TrueColor", m_color);
+}
+
 std::wstring TextInfo::ToString() const {
-    OneLineForm line(m_font);
-    line.Add(m_size);
-    line.Add(m_style);
-    line.Add(m_justification);
-    line.Add(DXFColor(m_color).Index());
-    line.Add(m_rotation.Get());
-    line.Add(m_rectWidth);
-    line.Add(m_multiLine);
-    line.Add(m_annotation);
-    line.Add(m_color);
+    OneLineForm line;
+    ListItems(line);
     return line.Text();
+}
+
+std::vector<std::wstring> TextInfo::OneLineItems() {
+    OneLineItemNames items;
+    TextInfo().ListItems(items);
+    return items.Names();
 }
 
 void TextInfo::FromString(const std::wstring& line) {

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 /// How a piece of annotation text is drawn on a plot or chart. Lengths are in the plot's unit.
 class UTILITYDLL_API TextInfo {
@@ -101,6 +102,9 @@ public:
     /// when the line is read, and a colour reference above 2147483647 becomes 2147483647.
     std::wstring ToString() const;
 
+    /// The names of that line's items, in its order; they are those of the keys.
+    static std::vector<std::wstring> OneLineItems();
+
     /// Resets to the defaults and reads the items that the line has. A text that is no number counts as 0. A
     /// style, annotation or justification out of range keeps its default, and so does a baseline
     /// justification. An empty font stays empty, and sizes keep their sign.
@@ -129,6 +133,7 @@ public:
 
 private:
     template <typename Exchange, typename Record> static bool Fields(Exchange field, Record& record);
+    template <typename Items> void ListItems(Items& items) const;
     bool IsUpsideDown(const Angle& reference) const;
 
     std::wstring m_font = L"Arial";

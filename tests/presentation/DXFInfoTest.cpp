@@ -90,6 +90,8 @@ TEST(DXFInfo_FromString, ItemsByPosition) {
     }
 }
 
+TEST(DXFInfo, NamesTheItemsOfItsLine) { ExpectItemsAreKeys(Info(2, 0x0000FF, 3)); }
+
 TEST(DXFInfo_FromString, ReadsBackWhatToStringWrote) {
     std::mt19937 random(4);
     for (int i = 0; i < 100'000; ++i) {

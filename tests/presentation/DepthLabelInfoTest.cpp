@@ -2,6 +2,7 @@
 
 #include "tests/support/RecordPrinters.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <random>
 #include <type_traits>
@@ -109,6 +110,35 @@ TEST(DepthLabelInfo, IsMadeOfATextStyleOnlyWhereItIsSaid) {
     EXPECT_EQ(7, label.Precision());
     label = DepthLabelInfo(text);
     EXPECT_EQ(2, label.Precision());
+}
+
+TEST(DepthLabelInfo, NamesTheItemsOfItsLine) {
+    std::vector<std::wstring> names = TextInfo::OneLineItems();
+    for (const wchar_t* own : {L"Precision", L"Presentation", L"Placement", L"UseTextColor",
+                               L"AutoTextRotation", L"UnderlineDryingHeights", L"NoDecimalZeros"})
+        names.emplace_back(own);
+    EXPECT_EQ(names, DepthLabelInfo::OneLineItems());
+    ASSERT_EQ(17u, names.size());
+
+    // Each of the label's fields alone, given a value that is not its default.
+    const std::function<void(DepthLabelInfo&)> changes[] = {
+        [](DepthLabelInfo& label) { label.SetPrecision(7); },
+        [](DepthLabelInfo& label) { label.SetPresentation(DepthLabelInfo::PRESENTATION_1); },
+        [](DepthLabelInfo& label) { label.SetPlacement(DepthLabelInfo::PLACEMENT_1); },
+        [](DepthLabelInfo& label) { label.UseTextColor(false); },
+        [](DepthLabelInfo& label) { label.AutoTextRotation(false); },
+        [](DepthLabelInfo& label) { label.SetUnderlineDryingHeights(true); },
+        [](DepthLabelInfo& label) { label.SetNoDecimalZeros(true); },
+    };
+    const FormatString initial(DepthLabelInfo().ToString(), L',');
+    for (std::size_t i = 0; i < std::size(changes); ++i) {
+        DepthLabelInfo label;
+        changes[i](label);
+        const FormatString items(label.ToString(), L',');
+        for (std::size_t item = 0; item < names.size(); ++item)
+            EXPECT_EQ(item == 10 + i, items[static_cast<int>(item)] != initial[static_cast<int>(item)])
+                << testing::PrintToString(names[item]);
+    }
 }
 
 TEST(DepthLabelInfo, CopiesKeepTheInvertedSign) {

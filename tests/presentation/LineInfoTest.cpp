@@ -152,6 +152,8 @@ TEST(LineInfo_FromString, ItemsByPosition) {
     EXPECT_EQ(-3.0f, FromLine(L"-3,0,Dot").Width());
 }
 
+TEST(LineInfo, NamesTheItemsOfItsLine) { ExpectItemsAreKeys(Line(0.5f, 0x0000FF, 3, false)); }
+
 TEST(LineInfo_FromString, ReadsBackWhatToStringWrote) {
     std::mt19937 random(3);
     for (int i = 0; i < 100'000; ++i) {

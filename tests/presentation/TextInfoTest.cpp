@@ -78,6 +78,20 @@ TEST(TextInfo, ColourComparesWithAnRgbColour) {
     EXPECT_TRUE(text.Color() == DXFColor(5));
 }
 
+TEST(TextInfo, NamesTheItemsOfItsLine) {
+    TextInfo text;
+    text.SetFont(L"Times");
+    text.SetSize(3);
+    text.SetStyle(TextInfo::ITALIC);
+    text.SetJustification(TextInfo::TOP_LEFT);
+    text.SetColor(0x0000FF);
+    text.SetRotation(Angle(45));
+    text.SetRectWidth(7);
+    text.SetMultiLine(true);
+    text.SetAnnotation(TextInfo::ANNOTATION_3);
+    ExpectItemsAreKeys(text);
+}
+
 TEST(TextInfo, NumbersOfTheEnumerationsAreThoseOfFiles) {
     EXPECT_EQ(7, TextInfo::BOLD | TextInfo::ITALIC | TextInfo::UNDERLINE);
     EXPECT_EQ(6, TextInfo::TOP_LEFT);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "UtilityDLL/settings/IniFile.h"
+#include "VelmBase/FormatString.h"
+#include "VelmBase/NumberText.h"
 #include "tests/support/RecordPrinters.h"
 #include "tests/support/TestFiles.h"
 
@@ -70,6 +72,26 @@ inline Section ThroughAFile(const Section& section) {
     file.AddSection(section);
     EXPECT_TRUE(file.Save(folder.File(L"record.ini")));
     return std::as_const(file = IniFile(folder.File(L"record.ini")))[section.GetName().String()];
+}
+
+/// Checks the names of a record's one-line form: each item is what the key of that name holds, both as
+/// numbers where they are numbers. `record` has a value of its own in every field.
+template <typename Record> void ExpectItemsAreKeys(const Record& record) {
+    const Section section = Written(record);
+    const FormatString items(record.ToString(), L',');
+    const std::vector<std::wstring> names = Record::OneLineItems();
+    ASSERT_EQ(static_cast<int>(names.size()), items.NumItems());
+    EXPECT_EQ(static_cast<int>(names.size()), section.NumKeys());
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const std::wstring item = items[static_cast<int>(i)];
+        const std::wstring& value = section[names[i]].GetValue();
+        double expected = 0;
+        double number = 0;
+        if (NumberText::Extract(value, expected) && NumberText::Extract(item, number))
+            EXPECT_EQ(expected, number) << ::testing::PrintToString(names[i]);
+        else
+            EXPECT_EQ(value, item) << ::testing::PrintToString(names[i]);
+    }
 }
 
 /// Checks every key of a record: that it is written, in this order and with nothing else; that it is read

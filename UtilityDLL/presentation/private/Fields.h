@@ -25,8 +25,6 @@
 //
 //     bool DXFInfo::Read(const Section& section) { return Fields(FieldReader(section), *this); }
 //     bool DXFInfo::Write(Section& section) const { return Fields(FieldWriter(section), *this); }
-//
-// This header is the library's own and is not for hosts.
 
 /// The forms of a field in its key. Each says how it is written, how it is read, and what a missing key (one
 /// that is nameless and empty) does to the field.

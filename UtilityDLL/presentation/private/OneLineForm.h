@@ -6,34 +6,69 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
-// The one-line forms of records: items with a comma between them, without quotes. Numbers
-// are as a wide stream of the "C" locale writes them by default.
+// The one-line forms of records: items with a comma between them, without quotes. Numbers are as a wide
+// stream of the "C" locale writes them by default.
 //
-// This header is the library's own and is not for hosts.
+// A record lists its items once, in the order of the line, for whoever composes a line or asks for the names:
+//
+//     template <typename Items> void DXFInfo::ListItems(Items& items) const {
+//         items.Add(L"DXFLineWidth", m_width);
+//         items.Add(L"DXFLineColor", DXFColor(m_color).Index());
+//     }
 
 /// Composes a line.
 class OneLineForm {
 public:
-    explicit OneLineForm(const std::wstring& first) : m_text(first) { m_text.reserve(first.size() + 64); }
-    explicit OneLineForm(float first) : OneLineForm(NumberText::FromGeneral(static_cast<double>(first))) {}
+    OneLineForm() { m_text.reserve(kUsualLength); }
 
-    void Add(std::wstring_view item) { (m_text += L',') += item; }
-    void Add(const std::wstring& item) { Add(std::wstring_view(item)); }
-    void Add(bool item) { Add(std::wstring_view(item ? L"1" : L"0", 1)); }
-    void Add(double item) { Add(NumberText::FromGeneral(item)); }
-    void Add(float item) { Add(static_cast<double>(item)); }
-    void Add(int item) { Add(NumberText::FromInteger(static_cast<long long>(item))); }
-    void Add(unsigned long item) { Add(NumberText::FromInteger(static_cast<unsigned long long>(item))); }
+    /// Goes on behind the items of `line`.
+    explicit OneLineForm(const std::wstring& line) : m_hasItems(true) {
+        m_text.reserve(line.size() + kUsualLength);
+        m_text = line;
+    }
+
+    void Add(const wchar_t* /*name*/, std::wstring_view item) {
+        if (m_hasItems) m_text += L',';
+        m_hasItems = true;
+        m_text += item;
+    }
+    void Add(const wchar_t* name, const std::wstring& item) { Add(name, std::wstring_view(item)); }
+    void Add(const wchar_t* name, bool item) { Add(name, std::wstring_view(item ? L"1" : L"0", 1)); }
+    void Add(const wchar_t* name, double item) { Add(name, NumberText::FromGeneral(item)); }
+    void Add(const wchar_t* name, float item) { Add(name, static_cast<double>(item)); }
+    void Add(const wchar_t* name, int item) {
+        Add(name, NumberText::FromInteger(static_cast<long long>(item)));
+    }
+    void Add(const wchar_t* name, unsigned long item) {
+        Add(name, NumberText::FromInteger(static_cast<unsigned long long>(item)));
+    }
 
     const std::wstring& Text() const { return m_text; }
 
 private:
+    static constexpr std::size_t kUsualLength = 64;
+
     std::wstring m_text;
+    bool m_hasItems = false;
 };
 
-/// How many items of a line are told apart. The library's records have at most 17 and leave the rest to a
-/// host's own; what is behind these is no record's any more, and is not split.
+/// Collects the names of the items instead.
+class OneLineItemNames {
+public:
+    template <typename Item> void Add(const wchar_t* name, const Item& /*item*/) {
+        m_names.emplace_back(name);
+    }
+
+    std::vector<std::wstring>& Names() { return m_names; }
+
+private:
+    std::vector<std::wstring> m_names;
+};
+
+/// How many items a line is split into. The library's records have at most 17 and leave the rest to a host's
+/// own; what is behind these is no record's any more, and stays in one piece.
 constexpr int kMostItems = 1000;
 
 /// The items of a line.

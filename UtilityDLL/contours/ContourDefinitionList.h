@@ -77,6 +77,9 @@ public:
     /// False, with the list as it was, when the path is null or empty or the file cannot be read.
     bool Load(const wchar_t* path);
 
+    /// Exact, level by level and field by field. A level that is NaN equals nothing.
+    bool operator==(const ContourDefinitionList& other) const = default;
+
 private:
     static const wchar_t* const LINESTYLES[3];
 

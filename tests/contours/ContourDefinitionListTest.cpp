@@ -146,6 +146,27 @@ TEST(ContourDefinitionList, CopiesAndMovesCarryTheRecords) {
     EXPECT_EQ((Levels{5, 7, 10}), LevelsOf(moved));
 }
 
+TEST(ContourDefinitionList, EqualityComparesEveryFieldOfEveryLevel) {
+    const Info info{.lineWidth = 0.5f, .lineType = 2, .level = 10, .trueColor = 0xFF0000, .annotate = true};
+    const auto with = [&](auto change) {
+        Info changed = info;
+        change(changed);
+        ContourDefinitionList list = ListOf({5});
+        list.Add(changed);
+        return list;
+    };
+    const ContourDefinitionList list = with([](Info&) {});
+    EXPECT_EQ(list, with([](Info&) {}));
+    EXPECT_EQ(ContourDefinitionList(), ContourDefinitionList());
+    EXPECT_NE(list, ContourDefinitionList());
+    EXPECT_NE(list, ListOf({5}));
+    EXPECT_NE(list, with([](Info& i) { i.level = std::nextafter(i.level, 11.0); }));
+    EXPECT_NE(list, with([](Info& i) { i.lineWidth = 0.25f; }));
+    EXPECT_NE(list, with([](Info& i) { i.lineType = 1; }));
+    EXPECT_NE(list, with([](Info& i) { i.trueColor |= 0x01000000; })); // the upper bits too
+    EXPECT_NE(list, with([](Info& i) { i.annotate = false; }));
+}
+
 TEST(ContourDefinitionList, RandomEditsAgreeWithASortedMap) {
     std::mt19937 random(61);
     for (int round = 0; round < 400; ++round) {

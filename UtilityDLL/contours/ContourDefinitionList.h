@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 /// The levels at which contour lines are drawn on a chart, and how each line looks.
@@ -74,8 +75,14 @@ public:
     /// without keys. A colour is that of the key "TrueColor", or the palette's of "Color" where there is
     /// none; an unknown line type is continuous. Returns whether the list has any record afterwards.
     ///
-    /// False, with the list as it was, when the path is null or empty or the file cannot be read.
-    bool Load(const wchar_t* path);
+    /// False, with the list as it was, when the path is null or empty or the file cannot be read: it is not
+    /// there, has a header "[]" or two sections of one name.
+    ///
+    /// What is odd in a file that was read is added to `remarks`, one line each, with the section that it is
+    /// in: texts that are no numbers or have more behind one, levels that do not ascend, colours that do not
+    /// fit each other, line types and keys that are not known, keys that are missing or there twice, and
+    /// sections that are not read. A file without a contour has a remark; one that cannot be read has none.
+    bool Load(const wchar_t* path, std::vector<std::wstring>* remarks = nullptr);
 
     /// Exact, level by level and field by field. A level that is NaN equals nothing.
     bool operator==(const ContourDefinitionList& other) const = default;

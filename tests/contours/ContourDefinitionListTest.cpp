@@ -669,6 +669,79 @@ TEST(ContourDefinitionList_Load, AgreesWithTheSettingsStoreOnRandomFiles) {
     EXPECT_GT(loaded, 150);
 }
 
+// What is said of a file with this content.
+std::vector<std::wstring> RemarksOn(const std::string& content) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "a.cdf", content);
+    ContourDefinitionList list, silent;
+    std::vector<std::wstring> remarks;
+    EXPECT_EQ(silent.Load(folder.File(L"a.cdf").c_str()), list.Load(folder.File(L"a.cdf").c_str(), &remarks));
+    EXPECT_EQ(silent, list); // what is read does not depend on who asks
+    return remarks;
+}
+
+TEST(ContourDefinitionList_Load, RemarksOnWhatIsOdd) {
+    struct Row {
+        const char* keys; // of a contour that has a level and a colour without these
+        const wchar_t* remark;
+    };
+    for (const Row& row : {
+             Row{"LineWidth=0.5\nAnnotate=1\nLineType=dashed\n; a comment\n", nullptr},
+             Row{"Lable=1", L"has the key \"Lable\", which is not read"},
+             Row{"LEVEL=2", L"has the key \"LEVEL\" again; the first one counts"},
+             Row{"LineWidth=1,5", L"has \"1,5\" for \"LineWidth\", which is read as 1"},
+             Row{"LineWidth=", L"has \"\" for \"LineWidth\", which is read as 0"},
+             Row{"LineWidth=-1", L"has a \"LineWidth\" below 0"},
+             Row{"Annotate=yes", L"has \"yes\" for \"Annotate\", which is read as 0"},
+             Row{"Annotate=2", L"has \"2\" for \"Annotate\", which is read as 1"},
+             Row{"TrueColor=red", L"has \"red\" for \"TrueColor\", which is read as 0"},
+             Row{"TrueColor=", L"has \"\" for \"TrueColor\", which is read as 255"}, // as the index has it
+             Row{"TrueColor=65280", L"has the \"Color\" 10, but nearest to its \"TrueColor\" is 90"},
+             Row{"LineType=wavy", L"has the line type \"wavy\", which is read as continuous; known are "
+                                  L"CONTINUOUS, DASHED and DOTTED"},
+         }) {
+        SCOPED_TRACE(row.keys);
+        std::vector<std::wstring> expected;
+        if (row.remark) expected.push_back(std::wstring(L"[CONTOUR(0)] ") + row.remark);
+        EXPECT_EQ(expected, RemarksOn(std::string("[CONTOUR(0)]\nLevel=1\nColor=10\n") + row.keys));
+    }
+    using Remarks = std::vector<std::wstring>;
+    EXPECT_EQ(Remarks{L"[Contour(0)] has no colour, so it is black"}, RemarksOn("[Contour(0)]\nLevel=1\n"));
+    EXPECT_EQ((Remarks{L"[Contour(0)] has \"deep\" for \"Level\", which is read as 0",
+                       L"[Contour(0)] has a \"Color\" outside 0 to 255, which is read as 0"}),
+              RemarksOn("[Contour(0)]\nColor=256\nLevel=deep\n"));
+    EXPECT_EQ(Remarks{L"[Contour(0)] has no \"Level\", which is read as 0"},
+              RemarksOn("[Contour(0)]\nColor=0\n"));
+}
+
+TEST(ContourDefinitionList_Load, RemarksComeByContourAndThenBySection) {
+    const std::vector<std::wstring> expected = {
+        L"[Contour(0)] has the key \"x\", which is not read",
+        L"[contour(1)] has the key \"y\", which is not read",
+        L"[contour(1)] has \"1m\" for \"Level\", which is read as 1",
+        L"[contour(1)] has the level 1 below the one before, 2",
+        L"[contour(1)] has a \"LineWidth\" below 0",
+        L"[Contour(2)] has no \"Level\", which is read as 0",
+        L"[Contour(3)] has the level of the contour before, 1", // the last one that has any
+        L"[Contour(6)] is not read: there is no [Contour(4)] with keys, and reading ends at the first gap",
+        L"[Other] is no contour and not read",
+        L"[Contour(04)] is not read: there is no [Contour(4)] with keys, and reading ends at the first gap",
+        L"[Contour(4)] has no keys, so reading ends here",
+    };
+    EXPECT_EQ(expected, RemarksOn("[Contour(6)]\nz=1\n[Contour(3)]\nLevel=1\nColor=0\n"
+                                  "[contour(1)]\nColor=0\nLineWidth=-1\nLevel=1m\ny=1\n[Other]\nx=1\n"
+                                  "[Contour(0)]\nColor=0\nLevel=2\nx=1\n[Contour(04)]\nLevel=3\n"
+                                  "[Contour(4)]\n[Contour(2)]\nColor=0\n"));
+}
+
+TEST(ContourDefinitionList_Load, RemarksOnAFileWithoutContours) {
+    EXPECT_EQ((std::vector<std::wstring>{L"[x] is no contour and not read",
+                                         L"[Contour(0)] is missing or has no keys: the file has no contour"}),
+              RemarksOn("[x]\n"));
+    for (const char* unreadable : {"[]\n", "[Contour(0)]\nx=1\n[Contour(0)]\nx=1\n"})
+        EXPECT_EQ(std::vector<std::wstring>{}, RemarksOn(unreadable)) << unreadable;
+}
+
 TEST(ContourDefinitionList_Load, AMillionSectionsAreReadInProportion) {
     std::string content;
     for (int i = 999999; i >= 0; --i)

@@ -2,7 +2,6 @@
 #include "VelmBase/NumberText.h"
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
-#include "apps/chartutil/commands/contours/ContourCheck.h"
 #include "apps/chartutil/commands/contours/ContourLegend.h"
 #include "apps/chartutil/commands/contours/LineTypes.h"
 #include "apps/chartutil/files/ColorTableFile.h"
@@ -167,23 +166,23 @@ struct CheckOptions : Options {};
 
 void Run(const CheckOptions& options) {
     CheckPicture(options);
-    const IniFile file = OpenSettings(options.file);
-    const ContourFindings found = CheckContours(file);
-    if (!options.picture.empty()) {
-        ContourDefinitionList list;
-        list.Load(options.file.Wide().c_str());
-        ContourLegend(list, FileNameOf(options.file)).Save(options.picture);
-    }
+    ContourDefinitionList list;
+    std::vector<std::wstring> remarks;
+    // The store says what is wrong with a file that the list cannot read.
+    if (!list.Load(options.file.Wide().c_str(), &remarks)) OpenSettings(options.file);
+    if (!options.picture.empty()) ContourLegend(list, FileNameOf(options.file)).Save(options.picture);
+    std::vector<std::string> findings;
+    for (const std::wstring& remark : remarks) findings.push_back(ToUtf8(remark));
     const std::string& path = options.file.Utf8();
     if (options.json) {
-        PrintJson({{"file", path}, {"contours", found.numContours}, {"findings", found.findings}});
+        PrintJson({{"file", path}, {"contours", list.NumContours()}, {"findings", findings}});
     } else {
-        for (const std::string& finding : found.findings)
+        for (const std::string& finding : findings)
             std::cout << Printable(path) << ": " << Printable(finding) << '\n';
-        if (found.findings.empty())
-            std::cout << Printable(path) << ": " << found.numContours << " contours, nothing odd\n";
+        if (findings.empty())
+            std::cout << Printable(path) << ": " << list.NumContours() << " contours, nothing odd\n";
     }
-    if (!found.findings.empty()) throw CommandExit{ExitCode::CHECK_FAILED};
+    if (!findings.empty()) throw CommandExit{ExitCode::CHECK_FAILED};
 }
 
 // --- the command line ---
@@ -251,8 +250,9 @@ void AddContoursCommand(CLI::App& program) {
     Add<CheckOptions>(
         contours, "check", "Whether a file says what its reader will understand",
         "The contour definition file (.cdf)",
-        R"(Told are gaps in the numbers, levels out of order or equal, keys and line types that are not known,
-numbers that are none and colours that do not fit each other. The exit code is 1 when there is any.
+        R"(It reports gaps in the numbers, levels out of order or equal, keys and line types that are not
+known, values that are not numbers, and colours that do not fit each other. The exit code is 1
+when it found any.
 
 Examples:
   chartutil contours check pensacola-bay.cdf

@@ -133,17 +133,10 @@ struct LineForm {
 
 const std::vector<LineForm>& LineForms() {
     static const std::vector<LineForm> forms = {
-        {"text",
-         "TextInfo",
-         {L"Font", L"Size", L"Style", L"Justification", L"Color", L"Rotation", L"RectWidth", L"MultiLine",
-          L"Annotation", L"TrueColor"}},
-        {"depth",
-         "DepthLabelInfo",
-         {L"Font", L"Size", L"Style", L"Justification", L"Color", L"Rotation", L"RectWidth", L"MultiLine",
-          L"Annotation", L"TrueColor", L"Precision", L"Presentation", L"Placement", L"UseTextColor",
-          L"AutoTextRotation", L"UnderlineDryingHeights", L"NoDecimalZeros"}},
-        {"line", "LineInfo", {L"LineWidth", L"LineColor", L"LineStyle", L"LineTrueColor", L"Enable"}},
-        {"dxf", "DXFInfo", {L"DXFLineWidth", L"DXFLineColor", L"DXFColorMode", L"DXFLineTrueColor"}},
+        {"text", "TextInfo", TextInfo::OneLineItems()},
+        {"depth", "DepthLabelInfo", DepthLabelInfo::OneLineItems()},
+        {"line", "LineInfo", LineInfo::OneLineItems()},
+        {"dxf", "DXFInfo", DXFInfo::OneLineItems()},
     };
     return forms;
 }

@@ -2,15 +2,21 @@
 
 #include "VelmConfigure/Export.h"
 
+#include <cstdint>
 #include <map>
 #include <string>
 
-/// Finds the suite's data folders and files by category number. Category 23 holds the file "Keywords".
+/// Finds the suite's data folders and files by category number. The suite has more categories than are named
+/// here.
 ///
 /// A category's folder is the one that SetFolder gave it, else the folder that the environment variable
 /// UTILITYDLL_DATA names, else the installed data folder. Process-wide, made on first use, not locked.
 class VELMCONFIGURE_API DataSearch {
 public:
+    enum CATEGORY : std::int32_t {
+        CHOICE_LISTS = 23, ///< holds the file "Keywords"
+    };
+
     static DataSearch& GetDataSearch();
     DataSearch(const DataSearch&) = delete;
     DataSearch& operator=(const DataSearch&) = delete;

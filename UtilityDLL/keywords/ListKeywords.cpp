@@ -5,12 +5,6 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr int kKeywordsCategory = 23;
-
-} // namespace
-
 std::wstring CListKeyword::GetValue(int index) const {
     return index >= 0 && index < GetSize() ? m_values[static_cast<std::size_t>(index)] : std::wstring();
 }
@@ -49,7 +43,7 @@ CListKeyword* CListKeywords::GetListKeyword(int index) {
 void CListKeywords::CheckInit() {
     if (!m_needsLoading) return;
     std::wstring path = L"Keywords";
-    DataSearch::GetDataSearch().GetFullPath(kKeywordsCategory, path);
+    DataSearch::GetDataSearch().GetFullPath(DataSearch::CHOICE_LISTS, path);
     IniFile file;
     file.Open(path); // whatever could be read counts
     m_lists.clear();

@@ -39,9 +39,9 @@ private:
     TextIndex m_index;
 };
 
-/// The choice lists of the file "Keywords", which DataSearch finds in category 23: a section for each
-/// keyword, a line for each choice. The file is read at the first look-up and never again; a missing or
-/// broken one gives the lists that could be read, without a message.
+/// The choice lists of the file "Keywords", which DataSearch finds in its category CHOICE_LISTS: a section
+/// for each keyword, a line for each choice. The file is read at the first look-up and never again; a missing
+/// or broken one gives the lists that could be read, without a message.
 ///
 /// Process-wide, made on first use. Not locked: every call belongs to one thread.
 class UTILITYDLL_API CListKeywords {

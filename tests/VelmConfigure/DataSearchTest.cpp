@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int kKeywords = 23;
+constexpr int kKeywords = DataSearch::CHOICE_LISTS;
 
 // A category's folder for as long as a test lasts.
 class CategoryFolder {
@@ -36,6 +36,8 @@ TEST(DataSearch, ASetFolderComesFirstAndHoldsForItsCategoryOnly) {
     }
     EXPECT_EQ(otherwise, search.GetFilePath(kKeywords)); // an empty folder takes the setting back
 }
+
+TEST(DataSearch, NumbersOfTheCategoriesAreTheSuites) { EXPECT_EQ(23, DataSearch::CHOICE_LISTS); }
 
 // Run both ways: with the variable and without.
 TEST(DataSearch, WithoutASetFolderTheEnvironmentDecidesAndElseTheInstallation) {

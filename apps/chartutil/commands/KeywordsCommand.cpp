@@ -24,8 +24,6 @@
 
 namespace {
 
-constexpr int kKeywordsCategory = 23;
-
 // The line of a position that only moves on.
 class LineCounter {
 public:
@@ -55,7 +53,8 @@ struct Options {
 };
 
 void UseData(const Options& options) {
-    if (!options.data.Empty()) DataSearch::GetDataSearch().SetFolder(kKeywordsCategory, options.data.Wide());
+    if (!options.data.Empty())
+        DataSearch::GetDataSearch().SetFolder(DataSearch::CHOICE_LISTS, options.data.Wide());
 }
 
 // --- list ---

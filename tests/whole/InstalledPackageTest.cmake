@@ -2,7 +2,7 @@
 #   Install       fills WORK/prefix
 #   FindPackage   builds EXAMPLE by find_package and runs it
 #   PkgConfig     the same with the flags of pkg-config
-#   Headers       compiles every installed header alone
+#   Headers       compiles every installed header alone; what is in a folder named private is not installed
 cmake_minimum_required(VERSION 3.25)
 set(prefix ${WORK}/prefix)
 if(SANITIZE)
@@ -90,6 +90,9 @@ elseif(STEP STREQUAL Headers)
     endif()
     set(failures)
     foreach(header IN LISTS headers)
+        if(header MATCHES "/private/")
+            string(APPEND failures "${header}: is not for hosts\n")
+        endif()
         execute_process(COMMAND ${COMPILER} -std=c++20 -Wall -Wextra -Wpedantic -Werror -fsyntax-only
                 -I ${prefix}/include -include ${header} -x c++ /dev/null
             RESULT_VARIABLE result ERROR_VARIABLE output)
@@ -98,7 +101,7 @@ elseif(STEP STREQUAL Headers)
         endif()
     endforeach()
     if(failures)
-        message(FATAL_ERROR "these installed headers do not compile alone:\n${failures}")
+        message(FATAL_ERROR "these installed headers are not for hosts or do not compile alone:\n${failures}")
     endif()
     message(STATUS "${count} headers compile alone")
 else()

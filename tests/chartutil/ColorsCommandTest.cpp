@@ -121,7 +121,7 @@ TEST(ColorsPalette, PictureAsPngWhereTheProgramCanMakeIt) {
         EXPECT_EQ("", result.error);
     } else {
         EXPECT_EQ(2, result.exitCode);
-        EXPECT_THAT(result.error, HasSubstr("built without Qt"));
+        EXPECT_THAT(result.error, HasSubstr("makes no PNG; name the picture .svg"));
         EXPECT_EQ(0u, folder.NumFiles());
     }
 }
@@ -131,7 +131,7 @@ TEST(ColorsPalette, PicturesThatCannotBeMadeSaySo) {
     for (const wchar_t* name : {L"palette.jpg", L"palette", L"svg", L"a.svg.", L""}) {
         const ProgramResult result = Colors({"palette", "--picture=" + ToUtf8(folder.File(name))});
         EXPECT_EQ(2, result.exitCode);
-        EXPECT_THAT(result.error, HasSubstr("has to end in .svg or .png"));
+        EXPECT_THAT(result.error, HasSubstr("has to end in .svg, .png or .pdf"));
     }
     const ProgramResult result = Colors({"palette", "--picture", ToUtf8(folder.File(L"no/folder.svg"))});
     EXPECT_EQ(3, result.exitCode);

@@ -2,7 +2,9 @@
 #include "VelmBase/Math.h"
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
-#include "apps/chartutil/commands/colors/ColorPictures.h"
+#include "apps/chartutil/commands/colors/ColorTablePicture.h"
+#include "apps/chartutil/commands/colors/PalettePicture.h"
+#include "apps/chartutil/drawing/PictureFile.h"
 #include "apps/chartutil/files/ColorTableFile.h"
 #include "apps/chartutil/files/CptFile.h"
 #include "apps/chartutil/files/Files.h"
@@ -72,7 +74,7 @@ struct PaletteOptions {
 };
 
 void Run(const PaletteOptions& options) {
-    if (!options.picture.empty()) PalettePicture().Save(options.picture);
+    if (!options.picture.empty()) SavePicture(PalettePicture(), options.picture);
     if (options.json) {
         Json colors = Json::array();
         for (int index = 0; index < 256; ++index) {
@@ -132,13 +134,13 @@ Json TableJson(const DXFColorTable& table, const TableOptions& options, bool com
 }
 
 void Run(const TableOptions& options) {
-    if (!options.picture.empty()) Picture::CheckEnding(options.picture);
+    if (!options.picture.empty()) RequirePictureName(options.picture);
     bool complete = true;
     DXFColorTable table = OpenColorTable(options.file, complete);
     // Merging makes no sense of the entries as the file has them, so it is left to --dxf.
     if (options.dxf) table.Unique();
     if (!options.picture.empty())
-        TablePicture(table, FileNameOf(options.file), options.dxf).Save(options.picture);
+        SavePicture(ColorTablePicture(table, FileNameOf(options.file), options.dxf), options.picture);
     if (options.json)
         PrintJson(TableJson(table, options, complete));
     else
@@ -171,7 +173,7 @@ void Run(const ImportOptions& options) {
 void AddJson(CLI::App& command, bool& json) { command.add_flag("--json", json, "Print a JSON document"); }
 
 void AddPicture(CLI::App& command, std::string& picture) {
-    command.add_option("--picture", picture, "Also draw it into this .svg or .png file");
+    command.add_option("--picture", picture, "Also draw it into this .svg, .png or .pdf file");
 }
 
 void AddNearest(CLI::App& colors) {

@@ -4,6 +4,7 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/commands/contours/ContourLegend.h"
 #include "apps/chartutil/commands/contours/LineTypes.h"
+#include "apps/chartutil/drawing/PictureFile.h"
 #include "apps/chartutil/files/ColorTableFile.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/files/SettingsFile.h"
@@ -63,7 +64,7 @@ Json ToJson(const Info& info) {
 }
 
 void Show(const ContourDefinitionList& list, const Options& options) {
-    if (!options.picture.empty()) ContourLegend(list, FileNameOf(options.file)).Save(options.picture);
+    if (!options.picture.empty()) SavePicture(ContourLegend(list, FileNameOf(options.file)), options.picture);
     if (!options.json) return PrintTable(list);
     Json levels = Json::array();
     for (int i = 0; i < list.NumContours(); ++i) levels.push_back(ToJson(list[i]));
@@ -72,7 +73,7 @@ void Show(const ContourDefinitionList& list, const Options& options) {
 
 // Before the work is done.
 void CheckPicture(const Options& options) {
-    if (!options.picture.empty()) Picture::CheckEnding(options.picture);
+    if (!options.picture.empty()) RequirePictureName(options.picture);
 }
 
 void SaveAndShow(const ContourDefinitionList& list, const Options& options) {
@@ -170,7 +171,7 @@ void Run(const CheckOptions& options) {
     std::vector<std::wstring> remarks;
     // The store says what is wrong with a file that the list cannot read.
     if (!list.Load(options.file.Wide().c_str(), &remarks)) OpenSettings(options.file);
-    if (!options.picture.empty()) ContourLegend(list, FileNameOf(options.file)).Save(options.picture);
+    if (!options.picture.empty()) SavePicture(ContourLegend(list, FileNameOf(options.file)), options.picture);
     std::vector<std::string> findings;
     for (const std::wstring& remark : remarks) findings.push_back(ToUtf8(remark));
     const std::string& path = options.file.Utf8();
@@ -193,7 +194,7 @@ NewCommand<CommandOptions> Add(CLI::App& contours, const char* name, const char*
     const auto added = AddCommand<CommandOptions>(contours, name, what, Run, footer);
     added.app.add_option("FILE", added.options.file, fileText)->required();
     added.app.add_option("--picture", added.options.picture,
-                         "Also draw a legend into this .svg or .png file");
+                         "Also draw a legend into this .svg, .png or .pdf file");
     added.app.add_flag("--json", added.options.json, "Print a JSON document");
     return added;
 }

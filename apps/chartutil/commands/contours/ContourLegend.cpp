@@ -1,7 +1,7 @@
 #include "apps/chartutil/commands/contours/ContourLegend.h"
 
-#include "VelmBase/WideString.h"
 #include "apps/chartutil/commands/contours/LineTypes.h"
+#include "apps/chartutil/drawing/Layout.h"
 #include "apps/chartutil/terminal/Numbers.h"
 
 #include <algorithm>
@@ -9,55 +9,83 @@
 
 namespace {
 
-constexpr RGBColor kBlack(0, 0, 0);
-constexpr RGBColor kGrey(96, 96, 96);
+using Info = ContourDefinitionList::ContourDefInfo;
+
+constexpr int kMostRows = 600;
+constexpr double kMargin = 6;
+constexpr double kTop = 18; // of the first row
+constexpr double kRow = 6.5;
+constexpr double kLineLength = 47.5;
+constexpr double kColumnGap = 7;
+constexpr Font kTitle{3.75, true};
+constexpr Font kHeading{2.75};
+constexpr Font kLevel{3.25};
+constexpr Font kNote{2.75};
+
+int KnownType(int type) { return type >= 0 && type < static_cast<int>(kLineTypes.size()) ? type : 0; }
+
+std::string LevelText(const Info& info) { return GeneralText(info.level, 6); }
+std::string NoteText(const Info& info) {
+    return LineTypeName(info.lineType) + ", " + GeneralText(static_cast<double>(info.lineWidth), 3);
+}
+
+// Widths are drawn one and a half millimetres to a unit.
+Surface::Pen PenOf(const Info& info) {
+    const double width = std::isfinite(info.lineWidth)
+                             ? std::clamp(static_cast<double>(info.lineWidth) * 1.5, 0.25, 3.5)
+                             : 0.25;
+    const std::vector<double> dashes[] = {
+        {}, {1.5 + 2 * width, 0.75 + 1.5 * width}, {width, 0.5 + 1.5 * width}};
+    return {RGBColor(info.trueColor), width, dashes[KnownType(info.lineType)]};
+}
+
+// An annotated line is broken for its number, as on the chart.
+void DrawLine(Surface& surface, double y, const Info& info) {
+    constexpr double kRight = kMargin + kLineLength;
+    const Surface::Pen pen = PenOf(info);
+    if (!info.annotate) {
+        surface.Line(kMargin, y, kRight, y, pen);
+        return;
+    }
+    constexpr double kMiddle = kMargin + kLineLength / 2;
+    const double toLine = kLevel.Width(LevelText(info)) / 2 + 1.25;
+    surface.Line(kMargin, y, kMiddle - toLine, y, pen);
+    surface.Line(kMiddle + toLine, y, kRight, y, pen);
+    surface.Text(kMiddle, BaselineAround(y, kLevel), LevelText(info), kLevel, pen.color,
+                 Surface::Anchor::MIDDLE);
+}
 
 } // namespace
 
-Picture ContourLegend(const ContourDefinitionList& list, const std::string& title) {
-    constexpr int kMostRows = 600;
-    constexpr double kTop = 66;
-    constexpr double kRow = 26;
-    constexpr double kLeft = 24;
-    constexpr double kLineLength = 190;
-    constexpr double kLevelX = kLeft + kLineLength + 70; // right aligned
-    constexpr double kNoteX = kLevelX + 26;
+Surface ContourLegend(const ContourDefinitionList& list, const std::string& title) {
     const int rows = std::min(list.NumContours(), kMostRows);
     const bool isCut = rows < list.NumContours();
-    Picture picture(std::max(480, 60 + static_cast<int>(FromUtf8(title).size()) * 9),
-                    static_cast<int>(kTop + kRow * (rows + isCut)) + 16);
-    picture.Text(kLeft, 28, title, 15, kBlack, Picture::Anchor::START, true);
-    picture.Text(kLeft, kTop - 14, "line", 11, kGrey);
-    picture.Text(kLevelX, kTop - 14, "level", 11, kGrey, Picture::Anchor::END);
-    picture.Text(kNoteX, kTop - 14, "style", 11, kGrey);
-    picture.Line(kLeft, kTop - 6, picture.Width() - kLeft, kTop - 6, RGBColor(200, 200, 200));
+    double levelWidth = kHeading.Width("level");
+    double noteWidth = kHeading.Width("style");
     for (int i = 0; i < rows; ++i) {
-        const ContourDefinitionList::ContourDefInfo& info = list[i];
-        const RGBColor color(info.trueColor);
-        const double y = kTop + kRow * i + kRow / 2 + 0.5; // thin lines fill whole pixels
-        const double width = std::isfinite(info.lineWidth)
-                                 ? std::clamp(static_cast<double>(info.lineWidth) * 6, 1.0, 14.0)
-                                 : 1.0;
-        const std::string dashes[] = {"", GeneralText(6 + 2 * width) + " " + GeneralText(3 + 1.5 * width),
-                                      GeneralText(width) + " " + GeneralText(2 + 1.5 * width)};
-        const std::string& dash = dashes[info.lineType >= 0 && info.lineType < 3 ? info.lineType : 0];
-        const std::string level = GeneralText(info.level, 6);
-        if (info.annotate) { // the line is broken for its number, as on the chart
-            const double middle = kLeft + kLineLength / 2;
-            const double gap = static_cast<double>(level.size()) * 8 + 10;
-            picture.Line(kLeft, y, middle - gap / 2, y, color, width, dash);
-            picture.Line(middle + gap / 2, y, kLeft + kLineLength, y, color, width, dash);
-            picture.Text(middle, y + 4.5, level, 13, color, Picture::Anchor::MIDDLE);
-        } else {
-            picture.Line(kLeft, y, kLeft + kLineLength, y, color, width, dash);
-        }
-        picture.Text(kLevelX, y + 4.5, level, 13, kBlack, Picture::Anchor::END);
-        picture.Text(kNoteX, y + 4.5,
-                     LineTypeName(info.lineType) + ", " + GeneralText(static_cast<double>(info.lineWidth), 3),
-                     11, kGrey);
+        levelWidth = std::max(levelWidth, kLevel.Width(LevelText(list[i])));
+        noteWidth = std::max(noteWidth, kNote.Width(NoteText(list[i])));
+    }
+    const double levelRight = kMargin + kLineLength + kColumnGap + levelWidth;
+    const double noteX = levelRight + kColumnGap;
+    const double right = std::max(noteX + noteWidth, kMargin + kTitle.Width(title));
+    Surface surface(right + kMargin, kTop + kRow * (rows + isCut) + kMargin - 2);
+
+    surface.Text(kMargin, kMargin + kTitle.CapHeight(), title, kTitle, kBlack);
+    constexpr double kHeadingY = kTop - 3.5;
+    surface.Text(kMargin, kHeadingY, "line", kHeading, kGrey);
+    surface.Text(levelRight, kHeadingY, "level", kHeading, kGrey, Surface::Anchor::END);
+    surface.Text(noteX, kHeadingY, "style", kHeading, kGrey);
+    surface.Line(kMargin, kTop - 1.5, right, kTop - 1.5, {RGBColor(200, 200, 200)});
+    for (int i = 0; i < rows; ++i) {
+        const double y = kTop + kRow * i + kRow / 2 + 0.125; // thin lines fill whole pixels of a PNG
+        DrawLine(surface, y, list[i]);
+        surface.Text(levelRight, BaselineAround(y, kLevel), LevelText(list[i]), kLevel, kBlack,
+                     Surface::Anchor::END);
+        surface.Text(noteX, BaselineAround(y, kNote), NoteText(list[i]), kNote, kGrey);
     }
     if (isCut)
-        picture.Text(kLeft, kTop + kRow * rows + kRow / 2 + 4,
-                     "and " + std::to_string(list.NumContours() - rows) + " more", 12, kGrey);
-    return picture;
+        surface.Text(kMargin, BaselineAround(kTop + kRow * rows + kRow / 2, kNote),
+                     "and " + std::to_string(list.NumContours() - rows) + " more", kNote, kGrey);
+    return surface;
 }

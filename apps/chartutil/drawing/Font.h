@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string_view>
+
+/// How a text is drawn: DejaVu Sans, or what the viewer has in its place. `size` is the em's height in
+/// millimetres.
+struct Font {
+    double size = 3.0;
+    bool bold = false;
+    bool italic = false;
+
+    /// The millimetres that a line of UTF-8 text takes, by the font's own advance widths. Kerning can make it
+    /// a trace narrower. Latin, Greek and Cyrillic letters, digits and punctuation are known; for any other
+    /// character the widest of the font is counted, so that a box made to measure holds the text. A viewer
+    /// without the font draws with another one, which may be wider.
+    double Width(std::string_view text) const;
+
+    /// Height of capital letters and digits above the baseline, in millimetres.
+    double CapHeight() const { return size * 0.729; }
+};
+
+/// The families that a picture names, in order of preference.
+inline constexpr std::string_view kFontFamilies = "DejaVu Sans, Verdana, Segoe UI, sans-serif";

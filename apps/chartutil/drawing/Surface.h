@@ -1,0 +1,83 @@
+#pragma once
+
+#include "UtilityDLL/colors/RGBColor.h"
+#include "apps/chartutil/drawing/Font.h"
+
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/// A page that a command draws on: a palette, a legend, a chart sheet. Lengths are millimetres, x to the
+/// right and y down from the top left corner; texts are UTF-8. The page keeps what was drawn, in that order,
+/// for the formats that a picture is saved in (PictureFile.h). A coordinate that is not finite is drawn as 0.
+class Surface {
+public:
+    enum class Anchor { START, MIDDLE, END };
+
+    struct Point {
+        double x, y;
+    };
+
+    /// How a line is drawn; `dashes` are the lengths of dashes and gaps in turn, none for a solid line.
+    struct Pen {
+        RGBColor color;
+        double width = 0.25;
+        std::vector<double> dashes = {};
+    };
+
+    struct FilledRectangle {
+        double x, y, width, height;
+        RGBColor fill;
+    };
+    struct FilledPolygon {
+        std::vector<Point> points;
+        RGBColor fill;
+    };
+    struct Stroke {
+        std::vector<Point> points;
+        bool isClosed;
+        Pen pen;
+    };
+    struct Label {
+        double x, y;
+        std::string text;
+        Font font;
+        RGBColor color;
+        Anchor anchor;
+        double rotation; // degrees anticlockwise
+        double width;    // as measured; a format whose font is wider squeezes the text
+    };
+    using Shape = std::variant<FilledRectangle, FilledPolygon, Stroke, Label>;
+
+    /// A white page of that size, from 1 to 5000 millimetres a side.
+    Surface(double width, double height);
+
+    double Width() const { return m_width; }
+    double Height() const { return m_height; }
+    const std::vector<Shape>& Shapes() const { return m_shapes; }
+
+    /// Filled, and without an outline. Neighbours that share an edge show no seam.
+    void Rectangle(double x, double y, double width, double height, const RGBColor& fill);
+
+    /// The outline of a rectangle alone.
+    void Frame(double x, double y, double width, double height, const Pen& pen);
+
+    void Line(double x1, double y1, double x2, double y2, const Pen& pen);
+
+    /// Less than two points draw nothing.
+    void Polyline(std::vector<Point> points, const Pen& pen);
+
+    /// Filled by the even-odd rule, and without an outline. Less than three points draw nothing.
+    void Polygon(std::vector<Point> points, const RGBColor& fill);
+
+    /// The text's baseline starts, ends or is centred at the point, about which the text is turned by
+    /// `rotation` degrees anticlockwise.
+    void Text(double x, double y, std::string_view text, const Font& font, const RGBColor& color,
+              Anchor anchor = Anchor::START, double rotation = 0);
+
+private:
+    double m_width;
+    double m_height;
+    std::vector<Shape> m_shapes;
+};

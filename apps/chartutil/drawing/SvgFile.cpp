@@ -1,0 +1,111 @@
+#include "apps/chartutil/drawing/SvgFile.h"
+
+#include "VelmBase/WideString.h"
+#include "apps/chartutil/terminal/ColorText.h"
+
+#include <charconv>
+
+namespace {
+
+// Thousandths of a millimetre, whatever the locale.
+std::string Number(double value) {
+    char text[400];
+    char* end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 3).ptr;
+    while (end[-1] == '0') --end;
+    if (end[-1] == '.') --end;
+    return {text, end};
+}
+
+std::string Attribute(const char* name, std::string_view value) {
+    return std::string(" ") + name + "=\"" + std::string(value) + '"';
+}
+
+std::string Attribute(const char* name, double value) { return Attribute(name, Number(value)); }
+
+std::string Numbers(const std::vector<double>& values) {
+    std::string text;
+    for (const double value : values) text += (text.empty() ? "" : " ") + Number(value);
+    return text;
+}
+
+std::string PointsAttribute(const std::vector<Surface::Point>& points) {
+    std::string text;
+    for (const Surface::Point& point : points)
+        text += (text.empty() ? "" : " ") + Number(point.x) + ',' + Number(point.y);
+    return Attribute("points", text);
+}
+
+// The characters that mean something in SVG are replaced; control characters become spaces.
+std::string Escaped(std::string_view text) {
+    // XML holds neither bytes that are no UTF-8 nor the two codes that are no characters.
+    std::wstring wide = FromUtf8(text);
+    for (std::size_t i = 0; i < wide.size(); ++i) {
+        const bool isPaired = i > 0 && wide[i - 1] >= 0xD800 && wide[i - 1] <= 0xDBFF;
+        if ((wide[i] >= 0xDC00 && wide[i] <= 0xDFFF && !isPaired) || wide[i] == 0xFFFE || wide[i] == 0xFFFF)
+            wide[i] = 0xFFFD;
+    }
+    std::string escaped;
+    for (const char c : ToUtf8(wide)) {
+        switch (c) {
+        case '&':
+            escaped += "&amp;";
+            break;
+        case '<':
+            escaped += "&lt;";
+            break;
+        case '>':
+            escaped += "&gt;";
+            break;
+        default:
+            escaped += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? ' ' : c;
+        }
+    }
+    return escaped;
+}
+
+// One element for each kind of shape.
+struct Element {
+    std::string operator()(const Surface::FilledRectangle& shape) const {
+        // Without smoothed edges no light shines through between neighbours, whatever the scale.
+        return "<rect" + Attribute("x", shape.x) + Attribute("y", shape.y) + Attribute("width", shape.width) +
+               Attribute("height", shape.height) + Attribute("fill", HexText(shape.fill)) +
+               " shape-rendering=\"crispEdges\"/>\n";
+    }
+    std::string operator()(const Surface::FilledPolygon& shape) const {
+        return "<polygon" + PointsAttribute(shape.points) + Attribute("fill", HexText(shape.fill)) +
+               " fill-rule=\"evenodd\"/>\n";
+    }
+    std::string operator()(const Surface::Stroke& shape) const {
+        return (shape.isClosed ? "<polygon" : "<polyline") + PointsAttribute(shape.points) +
+               " fill=\"none\"" + Attribute("stroke", HexText(shape.pen.color)) +
+               Attribute("stroke-width", shape.pen.width) +
+               (shape.pen.dashes.empty() ? "" : Attribute("stroke-dasharray", Numbers(shape.pen.dashes))) +
+               "/>\n";
+    }
+    std::string operator()(const Surface::Label& shape) const {
+        constexpr const char* kAnchors[] = {"start", "middle", "end"};
+        std::string text = "<text" + Attribute("x", shape.x) + Attribute("y", shape.y) +
+                           Attribute("font-size", shape.font.size) + Attribute("fill", HexText(shape.color));
+        if (shape.anchor != Surface::Anchor::START)
+            text += Attribute("text-anchor", kAnchors[static_cast<int>(shape.anchor)]);
+        if (shape.font.bold) text += " font-weight=\"bold\"";
+        if (shape.font.italic) text += " font-style=\"italic\"";
+        if (shape.rotation != 0) // SVG turns clockwise
+            text += Attribute("transform", "rotate(" + Numbers({-shape.rotation, shape.x, shape.y}) + ')');
+        return text + ">" + Escaped(shape.text) + "</text>\n";
+    }
+};
+
+} // namespace
+
+std::string SvgFile(const Surface& surface) {
+    const std::string width = Number(surface.Width());
+    const std::string height = Number(surface.Height());
+    std::string svg =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"" +
+        Attribute("width", width + "mm") + Attribute("height", height + "mm") +
+        Attribute("viewBox", "0 0 " + width + ' ' + height) + Attribute("font-family", kFontFamilies) +
+        ">\n<rect" + Attribute("width", width) + Attribute("height", height) + " fill=\"#FFFFFF\"/>\n";
+    for (const Surface::Shape& shape : surface.Shapes()) svg += std::visit(Element{}, shape);
+    return svg + "</svg>\n";
+}

@@ -1,0 +1,174 @@
+#include "apps/chartutil/drawing/PictureModule.h"
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QFont>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+constexpr double kPixelsPerMm = 4;
+constexpr double kMmPerInch = 25.4;
+
+// What Qt has to say of the surroundings is not for whoever reads the command's messages.
+class Silence {
+public:
+    Silence()
+        : m_handler(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {}
+    ~Silence() { qInstallMessageHandler(m_handler); }
+    Silence(const Silence&) = delete;
+    Silence& operator=(const Silence&) = delete;
+
+private:
+    QtMessageHandler m_handler;
+};
+
+// Texts need an application object; a command line has no screen for it. A program with windows has its own.
+void NeedApplication() {
+    if (QCoreApplication::instance()) return;
+    static int count = 3;
+    static char name[] = "chartutil";
+    static char option[] = "-platform";
+    static char platform[] = "offscreen";
+    static char* arguments[] = {name, option, platform, nullptr};
+    static const auto application = std::make_unique<QGuiApplication>(count, arguments);
+}
+
+QColor ColorOf(const RGBColor& color) { return {color.Red(), color.Green(), color.Blue()}; }
+
+QPolygonF PointsOf(const std::vector<Surface::Point>& points) {
+    QPolygonF polygon;
+    for (const Surface::Point& point : points) polygon << QPointF(point.x, point.y);
+    return polygon;
+}
+
+// Draws each kind of shape, in millimetres.
+struct Brush {
+    QPainter& painter;
+
+    void operator()(const Surface::FilledRectangle& shape) const {
+        painter.setRenderHint(QPainter::Antialiasing, false); // which would leave seams between neighbours
+        painter.fillRect(QRectF(shape.x, shape.y, shape.width, shape.height), ColorOf(shape.fill));
+    }
+    void operator()(const Surface::FilledPolygon& shape) const {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ColorOf(shape.fill));
+        painter.drawPolygon(PointsOf(shape.points), Qt::OddEvenFill);
+    }
+    void operator()(const Surface::Stroke& shape) const {
+        QPen pen(ColorOf(shape.pen.color), shape.pen.width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
+        if (!shape.pen.dashes.empty()) {
+            QList<qreal> dashes; // which Qt counts in widths of the pen
+            for (const double dash : shape.pen.dashes) dashes << dash / shape.pen.width;
+            pen.setDashPattern(dashes);
+        }
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(pen);
+        painter.setBrush(Qt::NoBrush);
+        if (shape.isClosed)
+            painter.drawPolygon(PointsOf(shape.points));
+        else
+            painter.drawPolyline(PointsOf(shape.points));
+    }
+    void operator()(const Surface::Label& shape) const {
+        constexpr int kDesignSize = 100; // sizes of fonts are whole numbers here; the painter scales them
+        static const QStringList families =
+            QString::fromLatin1(kFontFamilies.data(), kFontFamilies.size()).split(", ");
+        QFont font(families);
+        font.setPixelSize(kDesignSize);
+        font.setBold(shape.font.bold);
+        font.setItalic(shape.font.italic);
+        font.setKerning(false);
+        font.setHintingPreference(QFont::PreferNoHinting);
+        const QString text = QString::fromStdString(shape.text);
+        const double advance = QFontMetricsF(font, painter.device()).horizontalAdvance(text);
+        const double scale = shape.font.size / kDesignSize;
+        // Where another font stands in, the text still keeps to the room that was measured for it.
+        const double squeeze = advance * scale > shape.width ? shape.width / (advance * scale) : 1;
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(shape.x, shape.y);
+        painter.rotate(-shape.rotation);
+        painter.scale(scale * squeeze, scale);
+        painter.setFont(font);
+        painter.setPen(ColorOf(shape.color));
+        painter.drawText(QPointF(-advance * static_cast<int>(shape.anchor) / 2, 0), text);
+        painter.restore();
+    }
+};
+
+void Draw(const Surface& surface, QPainter& painter, double dotsPerMm) {
+    painter.scale(dotsPerMm, dotsPerMm);
+    for (const Surface::Shape& shape : surface.Shapes()) std::visit(Brush{painter}, shape);
+}
+
+QByteArray Png(const Surface& surface) {
+    const auto pixels = [](double mm) { return static_cast<int>(std::lround(mm * kPixelsPerMm)); };
+    QImage image(pixels(surface.Width()), pixels(surface.Height()), QImage::Format_RGB32);
+    if (image.isNull()) return {};
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    Draw(surface, painter, kPixelsPerMm);
+    painter.end();
+    image.setDotsPerMeterX(static_cast<int>(kPixelsPerMm * 1000));
+    image.setDotsPerMeterY(static_cast<int>(kPixelsPerMm * 1000));
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    return image.save(&buffer, "PNG") ? buffer.data() : QByteArray();
+}
+
+// The day of its making is the only part of Qt's PDF files that differs from call to call.
+void LevelDate(QByteArray& pdf) {
+    constexpr char kName[] = "/CreationDate (D:";
+    constexpr char kEpoch[] = "19700101000000";
+    const qsizetype place = pdf.indexOf(kName);
+    if (place < 0) return;
+    // With its length and what follows of the time zone kept, since the file counts its bytes.
+    const qsizetype begin = place + static_cast<qsizetype>(sizeof kName) - 1;
+    pdf.replace(begin, static_cast<qsizetype>(sizeof kEpoch) - 1, kEpoch);
+}
+
+QByteArray Pdf(const Surface& surface) {
+    constexpr double kPointsPerInch = 72;
+    constexpr int kDotsPerInch = 1200;
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    // Pages are counted in whole points here: the page is the next larger one, the drawing has its true size.
+    const auto points = [](double mm) {
+        return static_cast<int>(std::ceil(mm / kMmPerInch * kPointsPerInch));
+    };
+    writer.setPageSize(QPageSize(QSize(points(surface.Width()), points(surface.Height())), QString(),
+                                 QPageSize::ExactMatch));
+    writer.setPageMargins(QMarginsF());
+    writer.setResolution(kDotsPerInch);
+    QPainter painter;
+    if (!painter.begin(&writer)) return {};
+    Draw(surface, painter, kDotsPerInch / kMmPerInch);
+    painter.end();
+    QByteArray pdf = buffer.data();
+    LevelDate(pdf);
+    return pdf;
+}
+
+} // namespace
+
+extern "C" [[gnu::visibility("default")]] RenderPictureFunction RenderPicture;
+
+bool RenderPicture(const Surface& surface, PictureFormat format, std::string& file) {
+    const Silence silence;
+    NeedApplication();
+    const QByteArray picture = format == PictureFormat::PNG ? Png(surface) : Pdf(surface);
+    if (picture.isEmpty()) return false;
+    file = picture.toStdString();
+    return true;
+}

@@ -1,0 +1,2 @@
+// The least that starting a C++ program costs: what StartUpBench measures the others by.
+int main() {}

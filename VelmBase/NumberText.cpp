@@ -1,7 +1,5 @@
 #include "VelmBase/NumberText.h"
 
-#include "VelmBase/WideString.h"
-
 #include <algorithm>
 #include <charconv>
 #include <concepts>
@@ -137,13 +135,15 @@ template <std::floating_point Float> bool ExtractFloat(std::wstring_view text, F
 }
 
 bool IsNumber(std::wstring_view text, bool mayHavePoint) {
-    text = TrimmedW(text);
+    constexpr std::size_t kAll = std::wstring_view::npos;
+    constexpr std::wstring_view kBlanks = L" \t\n\r";
     const auto take = [&](std::wstring_view set, std::size_t most) {
         const std::size_t length = std::min({text.find_first_not_of(set), text.size(), most});
         text.remove_prefix(length);
         return length;
     };
-    const auto takeDigits = [&] { return take(L"0123456789", std::wstring_view::npos); };
+    const auto takeDigits = [&] { return take(L"0123456789", kAll); };
+    take(kBlanks, kAll);
     take(L"+-", 1);
     std::size_t digits = takeDigits();
     if (mayHavePoint && take(L".", 1) > 0) digits += takeDigits();
@@ -152,6 +152,7 @@ bool IsNumber(std::wstring_view text, bool mayHavePoint) {
         take(L"+-", 1);
         if (takeDigits() == 0) return false;
     }
+    take(kBlanks, kAll);
     return text.empty();
 }
 

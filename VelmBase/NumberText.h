@@ -27,7 +27,7 @@ VELMBASE_API bool Extract(std::wstring_view text, float& value);
 VELMBASE_API bool Extract(std::wstring_view text, double& value);
 
 /// Whether `text` is one decimal integer, or one decimal number (digits, point, exponent), with nothing but
-/// blanks round it: for readers that tell a number from a text which only begins with one.
+/// blanks (" \t\n\r") round it: for readers that tell a number from a text which only begins with one.
 VELMBASE_API bool IsInteger(std::wstring_view text);
 VELMBASE_API bool IsDecimal(std::wstring_view text);
 

@@ -200,6 +200,7 @@ TEST(NumberText_From, KnownTexts) {
     EXPECT_EQ(L"-9223372036854775808", NumberText::FromInteger(std::numeric_limits<long long>::min()));
     EXPECT_EQ(L"18446744073709551615",
               NumberText::FromInteger(std::numeric_limits<unsigned long long>::max()));
+    EXPECT_EQ(L"9223372036854775808", NumberText::FromInteger(1ull << 63));
     EXPECT_EQ(L"0", NumberText::FromInteger(0ll));
     EXPECT_EQ(L"2.500000", NumberText::FromFixed(2.5));
     EXPECT_EQ(L"100000000000000000000.000000", NumberText::FromFixed(1e20));
@@ -210,10 +211,32 @@ TEST(NumberText_From, KnownTexts) {
     EXPECT_EQ(309u + 7, NumberText::FromFixed(std::numeric_limits<double>::max()).size());
     EXPECT_EQ(L"2.5", NumberText::FromGeneral(2.5));
     EXPECT_EQ(L"1e+20", NumberText::FromGeneral(1e20));
+    EXPECT_EQ(L"1e+16", NumberText::FromGeneral(1e16, 16)); // with as many digits as the exponent
+    EXPECT_EQ(L"10000000000000000", NumberText::FromGeneral(1e16, 17));
+    EXPECT_EQ(L"10000000000000000.000000", NumberText::FromFixed(1e16));
     EXPECT_EQ(L"0.333333", NumberText::FromGeneral(1.0 / 3));
     EXPECT_EQ(L"0.3", NumberText::FromGeneral(1.0 / 3, 0));
     EXPECT_EQ(L"0.33333333333333331", NumberText::FromGeneral(1.0 / 3, 17));
     EXPECT_EQ(L"inf", NumberText::FromGeneral(std::numeric_limits<double>::infinity()));
+}
+
+TEST(NumberText_Is, TellsANumberFromATextThatOnlyBeginsWithOne) {
+    struct Row {
+        const wchar_t* text;
+        bool isInteger, isDecimal;
+    };
+    for (const Row& row :
+         {Row{L"0", true, true},      Row{L" \t-12\r\n", true, true}, Row{L"+5", true, true},
+          Row{L"1.5", false, true},   Row{L".5", false, true},        Row{L"5.", false, true},
+          Row{L"1e5", false, true},   Row{L"1E-5 ", false, true},     Row{L"1e", false, false},
+          Row{L"1e+", false, false},  Row{L"1e ", false, false},      Row{L".", false, false},
+          Row{L"", false, false},     Row{L" ", false, false},        Row{L"-", false, false},
+          Row{L"- 1", false, false},  Row{L"+-1", false, false},      Row{L"1 2", false, false},
+          Row{L"12x", false, false},  Row{L"\v1", false, false},      Row{L"1\f", false, false},
+          Row{L"0x10", false, false}, Row{L"inf", false, false},      Row{L"1,5", false, false}}) {
+        EXPECT_EQ(row.isInteger, NumberText::IsInteger(row.text)) << ::testing::PrintToString(row.text);
+        EXPECT_EQ(row.isDecimal, NumberText::IsDecimal(row.text)) << ::testing::PrintToString(row.text);
+    }
 }
 
 TEST(NumberText_From, RandomNumbersAgreeWithTheStandardStream) { ExpectWritingAgrees(21, 60000); }

@@ -2,4 +2,7 @@
 
 #include <windows.h>
 
-std::uint32_t MillisecondCount() { return static_cast<std::uint32_t>(GetTickCount64()); }
+#include <timeapi.h>
+
+// The multimedia timer: the tick count of the system goes in steps of 16 milliseconds.
+std::uint32_t MillisecondCount() { return timeGetTime(); }

@@ -1,6 +1,7 @@
 #include "UtilityDLL/settings/CRCFile.h"
 
 #include "UtilityDLL/res/StringTable.h"
+#include "UtilityDLL/settings/detail/CRCTrailer.h"
 #include "VelmBase/CRCChecksum.h"
 #include "VelmBase/File.h"
 
@@ -12,12 +13,12 @@
 
 namespace {
 
-constexpr std::int64_t kTrailerSize = 4;
+constexpr auto kTrailerSize = static_cast<std::int64_t>(CRC_TRAILER::SIZE);
 
 std::optional<std::uint32_t> ReadTrailer(std::FILE* file) {
-    unsigned char bytes[kTrailerSize];
-    if (std::fread(bytes, 1, sizeof bytes, file) != sizeof bytes) return std::nullopt;
-    return bytes[0] | bytes[1] << 8 | bytes[2] << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
+    CRC_TRAILER::Bytes bytes;
+    if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size()) return std::nullopt;
+    return CRC_TRAILER::Value(bytes.data());
 }
 
 // The checksum of the first `length` bytes; 0 for none. When the file ends before, the last inversion is left
@@ -49,10 +50,8 @@ void AddChecksum(std::FILE* file) {
     if (!FILES::SeekTo(file, 0, SEEK_END)) return;
     const std::uint32_t crc = ComputeCRC(file, FILES::Position(file));
     if (!FILES::SeekTo(file, 0, SEEK_END)) return;
-    const unsigned char bytes[kTrailerSize] = {
-        static_cast<unsigned char>(crc), static_cast<unsigned char>(crc >> 8),
-        static_cast<unsigned char>(crc >> 16), static_cast<unsigned char>(crc >> 24)};
-    std::fwrite(bytes, 1, sizeof bytes, file);
+    const CRC_TRAILER::Bytes bytes = CRC_TRAILER::Of(crc);
+    std::fwrite(bytes.data(), 1, bytes.size(), file);
 }
 
 } // namespace
@@ -69,28 +68,49 @@ public:
 
     std::FILE* Get() const { return m_file; }
 
-    // The C runtime wants a positioning call between reading and writing; without one, what comes is
-    // undefined.
-    std::FILE* For(Use use) {
-        if (m_file && m_lastUse != use && m_lastUse != Use::NONE) FILES::SeekTo(m_file, 0, SEEK_CUR);
-        m_lastUse = use;
-        return m_file;
+    std::size_t Read(void* buffer, std::size_t size, std::size_t count) {
+        return std::fread(buffer, size, count, For(Use::READ));
     }
 
-    // After reading there is nothing to write out, and some C runtimes would drop what was read ahead and
-    // with it the position.
-    bool Flush() { return m_lastUse == Use::READ || std::fflush(m_file) == 0; }
+    std::size_t Write(const void* buffer, std::size_t size, std::size_t count) {
+        const std::size_t written = std::fwrite(buffer, size, count, For(Use::WRITTEN));
+        if (size > 0 && written < count) m_hasFailed = true;
+        return written;
+    }
 
+    bool Seek(std::int64_t offset, int origin) {
+        Flush(); // or the runtime would do so, and its failure would pass unnoticed
+        m_lastUse = Use::NONE;
+        return FILES::SeekTo(m_file, offset, origin);
+    }
+
+    // False for ever once something could not be written. After reading there is nothing to write out, and
+    // some C runtimes would drop what was read ahead and with it the position.
+    bool Flush() {
+        if (m_lastUse == Use::WRITTEN && std::fflush(m_file) != 0) m_hasFailed = true;
+        return !m_hasFailed;
+    }
+
+    // A file that lacks what should have been written gets no trailer: it would seal the loss.
     void Close() {
         if (!m_file) return;
-        if (m_writing) AddChecksum(m_file);
+        if (m_writing && Flush()) AddChecksum(m_file);
         std::fclose(m_file);
         m_file = nullptr;
     }
 
 private:
+    // The C runtime wants a positioning call between reading and writing; without one, what comes is
+    // undefined.
+    std::FILE* For(Use use) {
+        if (m_lastUse != use && m_lastUse != Use::NONE) Seek(0, SEEK_CUR);
+        m_lastUse = use;
+        return m_file;
+    }
+
     std::FILE* m_file;
     bool m_writing;
+    bool m_hasFailed = false; // a write
     Use m_lastUse = Use::NONE;
 };
 
@@ -127,16 +147,14 @@ void CRCFile::Close() {
 bool CRCFile::IsOpen() const { return m_stream && m_stream->Get(); }
 
 std::size_t CRCFile::Read(void* buffer, std::size_t size, std::size_t count) {
-    return IsOpen() ? std::fread(buffer, size, count, m_stream->For(Stream::Use::READ)) : 0;
+    return IsOpen() ? m_stream->Read(buffer, size, count) : 0;
 }
 
 std::size_t CRCFile::Write(const void* buffer, std::size_t size, std::size_t count) {
-    return IsOpen() ? std::fwrite(buffer, size, count, m_stream->For(Stream::Use::WRITTEN)) : 0;
+    return IsOpen() ? m_stream->Write(buffer, size, count) : 0;
 }
 
-bool CRCFile::Seek(int offset, int origin) {
-    return IsOpen() && FILES::SeekTo(m_stream->For(Stream::Use::NONE), offset, origin);
-}
+bool CRCFile::Seek(int offset, int origin) { return IsOpen() && m_stream->Seek(offset, origin); }
 
 unsigned int CRCFile::Tell() {
     if (!IsOpen()) return 0;

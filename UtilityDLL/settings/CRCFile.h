@@ -11,14 +11,18 @@
 /// low byte first. A file written through it gets its trailer when it is closed; a file opened for reading is
 /// checked. The trailer is not hidden: a reader stops 4 bytes before the end.
 ///
-/// After an assignment both objects share one open file; it is closed once, by whichever closes it first, and
-/// both are then closed. Files may be larger than 4 GiB: sealing and checking cover them whole. Seek()
-/// reaches such places in several steps, and Tell() gives 4294967295 for positions beyond 32 bits.
+/// After a copying assignment both objects share one open file; it is closed once, by whichever closes it
+/// first, and both are then closed. Files may be larger than 4 GiB: sealing and checking cover them whole.
+/// Seek() reaches such places in several steps, and Tell() gives 4294967295 for positions beyond 32 bits.
 class UTILITYDLL_API CRCFile {
 public:
     CRCFile() = default;
     CRCFile(const CRCFile&) = delete;
     CRCFile& operator=(const CRCFile& other) = default;
+
+    /// The other object is closed afterwards.
+    CRCFile(CRCFile&& other) noexcept = default;
+    CRCFile& operator=(CRCFile&& other) noexcept = default;
 
     /// Closes the file as Close() does, also when another object shares it.
     ~CRCFile();
@@ -32,8 +36,8 @@ public:
     /// After success the position is the start of the file.
     ErrorString Open(const std::wstring& path, const wchar_t* mode);
 
-    /// Adds the trailer when writing, and closes. Nothing when closed. A disk that is full now leaves a file
-    /// that fails its check.
+    /// Adds the trailer when writing, and closes. Nothing when closed. After a write that failed there is no
+    /// trailer, so that the file fails its check; a disk that is full now leaves such a file as well.
     void Close();
 
     bool IsOpen() const;
@@ -49,7 +53,7 @@ public:
     unsigned int Tell();
     void Rewind();
 
-    /// False when the C runtime cannot write out its buffer.
+    /// False when the C runtime cannot write out its buffer, and ever after a write that failed.
     bool Flush();
 
     /// The trailer stored in the file `path`, unchecked; 0 when it cannot be read.

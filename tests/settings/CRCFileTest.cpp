@@ -573,3 +573,24 @@ TEST(CRCFile, AnExclusiveModeKeepsAFileThatIsThere) {
         EXPECT_EQ("precious", ReadBytes(path));
     }
 }
+
+TEST(CRCFile, MovesHandTheOpenFileOver) {
+    static_assert(std::is_nothrow_move_constructible_v<CRCFile> &&
+                  std::is_nothrow_move_assignable_v<CRCFile>);
+    static_assert(!std::is_copy_constructible_v<CRCFile>);
+    const TestFile first, second;
+    CRCFile file;
+    ASSERT_TRUE(file.Open(first.Path(), L"wb"));
+    EXPECT_EQ(4u, file.Write("some", 1, 4));
+    CRCFile moved(std::move(file));
+    EXPECT_FALSE(file.IsOpen()); // NOLINT(bugprone-use-after-move): closed is what is promised
+    EXPECT_EQ(5u, moved.Write(" data", 1, 5));
+    CRCFile other;
+    ASSERT_TRUE(other.Open(second.Path(), L"wb"));
+    EXPECT_EQ(5u, other.Write("other", 1, 5));
+    other = std::move(moved); // its own file goes sealed
+    EXPECT_EQ(Sealed("other"), second.Bytes());
+    EXPECT_TRUE(other.IsOpen());
+    other.Close();
+    EXPECT_EQ(Sealed("some data"), first.Bytes());
+}

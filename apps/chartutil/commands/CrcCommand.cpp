@@ -1,3 +1,4 @@
+#include "UtilityDLL/settings/detail/CRCTrailer.h"
 #include "VelmBase/CRCChecksum.h"
 #include "VelmBase/File.h"
 #include "apps/chartutil/commands/AddCommand.h"
@@ -19,7 +20,7 @@
 
 namespace {
 
-constexpr std::size_t kTrailerSize = 4;
+constexpr std::size_t kTrailerSize = CRC_TRAILER::SIZE;
 
 struct FileSums {
     std::uint64_t size = 0;
@@ -51,8 +52,7 @@ FileSums SumsOf(const UserText& path) {
     if (file.Failed()) ThrowNotReadable(path);
     if (held == kTrailerSize) {
         sums.computed = checksum.Value();
-        sums.stored =
-            buffer[0] | buffer[1] << 8 | buffer[2] << 16 | static_cast<std::uint32_t>(buffer[3]) << 24;
+        sums.stored = CRC_TRAILER::Value(buffer.data());
     }
     checksum.Update(buffer.data(), held);
     sums.whole = checksum.Value();
@@ -67,11 +67,9 @@ void AppendTrailer(const UserText& path, const FileSums& sums) {
     if (!file)
         throw CommandError(ExitCode::IO_ERROR, path.Utf8() + ": cannot be written; check its permissions");
     std::setvbuf(file.get(), nullptr, _IONBF, 0); // the four bytes in one write
-    unsigned char bytes[kTrailerSize];
-    for (std::size_t i = 0; i < kTrailerSize; ++i)
-        bytes[i] = static_cast<unsigned char>(sums.whole >> (8 * i));
+    const CRC_TRAILER::Bytes bytes = CRC_TRAILER::Of(sums.whole);
     const bool written = FILES::SeekTo(file.get(), static_cast<std::int64_t>(sums.size), SEEK_SET) &&
-                         std::fwrite(bytes, 1, kTrailerSize, file.get()) == kTrailerSize;
+                         std::fwrite(bytes.data(), 1, kTrailerSize, file.get()) == kTrailerSize;
     if (!written) {
         const bool undone = Truncate(path, sums.size);
         throw CommandError(ExitCode::IO_ERROR,

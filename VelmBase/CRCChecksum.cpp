@@ -55,9 +55,38 @@ std::uint32_t UpdateBySlices(std::uint32_t crc, const unsigned char* bytes, std:
 
 #if defined(__x86_64__)
 
-// x^degree modulo the CRC polynomial, in the bit-reflected form that carry-less multiplication wants (one bit
-// to the left). Folding a 128-bit block over a distance of n bits multiplies its halves by x^(n+32),
-// x^(n-32).
+// The folding
+//
+// A CRC is the remainder of a polynomial whose coefficients are the bits of the message, divided by the
+// polynomial P of the standard; adding is exclusive or. Dividing bit by bit, or byte by byte through a table,
+// is a chain in which each step waits for the one before. Folding shortens the message instead, 16 bytes at a
+// step, without changing its remainder, and leaves only the last 16 bytes to be divided.
+//
+// Let a block A stand n bits before a block B. A counts as A * x^n, and modulo P that is A * (x^n mod P),
+// where x^n mod P is a constant of 32 bits. The product of a 64-bit half of A with that constant has 96 bits,
+// which is less than a block: so A can be taken off the message if the two products are added to B.
+//
+//     message   ... A ........ B ...       B' = B + A.high * (x^(n+64) mod P) + A.low * (x^n mod P)
+//                   '----n-----^
+//
+// The processor has an instruction for such products without carries. The next can begin before one
+// is done: so four blocks (sixteen in the wide form) are folded side by side, each onto the one
+// four places on, and nothing waits. At the end they are folded onto each other, and the tables above divide
+// what is left with the bytes that made no block.
+//
+// Three details make it the CRC of the standard:
+//   - the first bit of the message is the lowest bit of its first byte, so the polynomials stand mirrored in
+//     the registers: the high half of the formula is the low half of a register, and a mirrored product of
+//     two 64-bit numbers comes out one bit too low, which the constants make up for by standing one bit
+//     higher;
+//   - a mirrored 32-bit constant stands at the end of 64 bits that carry another 32 powers: so the exponents
+//     are n+32 and n-32 where the formula has n+64 and n;
+//   - the initial register is added to the first four bytes of the message. Behind the folding the register
+//     begins at 0, since all that it would hold is in the last block.
+//
+// The constants are computed here, at compile time; two well-known ones are checked below.
+
+// x^degree modulo the CRC polynomial, mirrored and one bit to the left.
 constexpr long long FoldConstant(int degree) {
     std::uint32_t value = 0x80000000u; // x^0, reflected
     for (int i = 0; i < degree; ++i) value = (value >> 1) ^ (value & 1 ? kPolynomial : 0);

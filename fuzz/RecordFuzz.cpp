@@ -23,9 +23,9 @@ namespace {
 
 template <typename Record> Section Written(const Section& source) {
     Record record;
-    record.Read(source);
+    (void)record.Read(source);
     Section section;
-    record.Write(section);
+    (void)record.Write(section);
     return section;
 }
 

@@ -218,7 +218,7 @@ bool CKeywords::operator==(const CKeywords& other) const {
 
 unsigned int CKeywords::GetChecksum() const {
     Section section(L"$KEYWORDS$");
-    Write(section);
+    (void)Write(section); // never fails
     return section.ComputeChecksum();
 }
 

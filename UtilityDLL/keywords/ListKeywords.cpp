@@ -45,7 +45,7 @@ void CListKeywords::CheckInit() {
     std::wstring path = L"Keywords";
     DataSearch::GetDataSearch().GetFullPath(DataSearch::CHOICE_LISTS, path);
     IniFile file;
-    file.Open(path); // whatever could be read counts
+    (void)file.Open(path); // whatever could be read counts
     m_lists.clear();
     m_lists.reserve(static_cast<std::size_t>(file.NumSections()));
     for (int i = 0; i < file.NumSections(); ++i) {

@@ -47,7 +47,7 @@ private:
 
 } // namespace
 
-IniFile::IniFile(const std::wstring& path) { Open(path); }
+IniFile::IniFile(const std::wstring& path) { (void)Open(path); }
 
 ErrorString IniFile::Open(const std::wstring& path) {
     struct Builder : SETTINGS::Handler {

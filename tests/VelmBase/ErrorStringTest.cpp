@@ -2,6 +2,68 @@
 
 #include <gtest/gtest.h>
 #include <limits>
+#include <sstream>
+
+namespace {
+
+template <typename From> constexpr bool kMakesAResult = std::is_constructible_v<ErrorString, From>;
+template <typename Left, typename Right> constexpr bool kCanBeShifted = requires(Left left, Right right) {
+    left << right;
+};
+
+// A pointer or a number is not taken for a truth value.
+static_assert(kMakesAResult<bool> && kMakesAResult<const wchar_t*> && kMakesAResult<std::wstring>);
+static_assert(!kMakesAResult<const char*> && !kMakesAResult<const void*> && !kMakesAResult<int*>);
+static_assert(!kMakesAResult<int> && !kMakesAResult<double> && !kMakesAResult<int ErrorString::*>);
+static_assert(std::is_convertible_v<bool, ErrorString> && std::is_convertible_v<ErrorString, bool>);
+
+// Nor is a result taken for a number.
+enum Number { NUMBER };
+static_assert(kCanBeShifted<ErrorString&, unsigned char> && kCanBeShifted<ErrorString&, const wchar_t*>);
+static_assert(!kCanBeShifted<ErrorString&, double> && !kCanBeShifted<ErrorString&, Number>);
+static_assert(!kCanBeShifted<ErrorString&, const char*>);
+static_assert(!kCanBeShifted<std::ostream&, ErrorString> && !kCanBeShifted<std::wostream&, ErrorString&>);
+
+ErrorString Succeed() { return true; }
+ErrorString Fail() { return false; }
+ErrorString FailWith(const wchar_t* text) { return text; }
+bool Passes(const ErrorString& result) { return result; }
+
+} // namespace
+
+TEST(ErrorString, ComesFromABoolAndBecomesOne) {
+    const bool good = Succeed();
+    EXPECT_TRUE(good);
+    bool bad = true;
+    bad = Fail();
+    EXPECT_FALSE(bad);
+    EXPECT_TRUE(Passes(true));
+    EXPECT_FALSE(Passes(L"text"));
+    EXPECT_FALSE(Passes(nullptr));
+    EXPECT_EQ(L"text", FailWith(L"text").Text());
+    EXPECT_FALSE(FailWith(nullptr));
+    wchar_t text[] = L"text that can be changed";
+    const ErrorString error = text;
+    EXPECT_FALSE(error);
+    EXPECT_EQ(text, error.Text());
+    EXPECT_EQ(1, Succeed() ? 1 : 2);
+    EXPECT_TRUE(Succeed() && !Fail());
+}
+
+TEST(ErrorString, IsComparedAsABool) {
+    EXPECT_TRUE(Succeed() == true);
+    EXPECT_TRUE(false == Fail());
+    EXPECT_TRUE(Fail() == FailWith(L"text"));
+    EXPECT_TRUE(Succeed() != Fail());
+}
+
+TEST(ErrorString, AppendsCharactersAsTheyAre) {
+    EXPECT_EQ(L"a,\u03A9|b\u00E9",
+              (ErrorString(L"a") << L',' << L'\u03A9' << '|' << 'b' << static_cast<char>(0xE9)).Text());
+    EXPECT_EQ(L"44,-1,1", (ErrorString(L"") << static_cast<unsigned char>(44) << L','
+                                            << static_cast<signed char>(-1) << L',' << true)
+                              .Text());
+}
 
 TEST(ErrorString, IsTrueWhenItHoldsNoError) {
     EXPECT_TRUE(ErrorString());

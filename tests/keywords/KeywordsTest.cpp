@@ -43,7 +43,7 @@ CKeywords SetWithRepeatedNames(const Rows& rows) {
     Section section(L"Any");
     for (const CKeyword& row : rows) section.AddKey(row.name, row.value, {});
     CKeywords set;
-    set.Read(section);
+    EXPECT_TRUE(set.Read(section));
     for (int i = 0; i < set.GetSize(); ++i)
         set.GetKeyword(i)->refCount = rows[static_cast<std::size_t>(i)].refCount;
     return set;
@@ -319,9 +319,9 @@ TEST(CKeywords, SectionHoldsNamesAndValuesInOrder) {
 TEST(CKeywords, NamesThatDifferInCaseSurviveASection) {
     Section section(L"Keywords");
     const CKeywords set = SetOf({Keyword(L"a", L"small"), Keyword(L"A", L"capital")});
-    set.Write(section);
+    EXPECT_TRUE(set.Write(section));
     CKeywords read;
-    read.Read(section);
+    EXPECT_TRUE(read.Read(section));
     EXPECT_TRUE(set == read);
 }
 
@@ -554,8 +554,8 @@ TEST(CKeywords, ManyNamesTakeTimeInProportion) {
                   set.AddKeywordsInString(text);
                   other.FromString(set.ToString());
                   Section section;
-                  set.Write(section);
-                  other.Read(section);
+                  EXPECT_TRUE(set.Write(section));
+                  EXPECT_TRUE(other.Read(section));
                   EXPECT_EQ(kNames + 1, other.GetSize());
               }),
               30.0);
@@ -578,13 +578,13 @@ TEST(CKeywords, ReadClearsTheOtherFields) {
     const CKeyword old{3, 4, 5, L"", L"a"};
     CKeywords set;
     set.AddKeyword(&old);
-    set.Read(section);
+    EXPECT_TRUE(set.Read(section));
     EXPECT_EQ((CKeyword{0, 0, 0, L"1", L"a"}), *set.GetKeywordConst(0));
 }
 
 TEST(CKeywords, ChecksumIsThatOfItsSection) {
     const CKeywords set = SetOf({Keyword(L"a", L"1"), Keyword(L"B", L"2")});
     Section section(L"$KEYWORDS$");
-    set.Write(section);
+    EXPECT_TRUE(set.Write(section));
     EXPECT_EQ(section.ComputeChecksum(), set.GetChecksum());
 }

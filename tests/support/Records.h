@@ -54,7 +54,7 @@ template <typename Record> Section Written(const Record& record) {
 }
 
 template <typename Record> Record ReadFrom(const Section& section, Record record = {}) {
-    record.Read(section);
+    (void)record.Read(section);
     return record;
 }
 

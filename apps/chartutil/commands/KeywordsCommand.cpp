@@ -162,7 +162,7 @@ void AddFromProject(const FillOptions& options, Values& values) {
     values[L"plot project"] = GetTitleFromPath(options.project.Wide());
     IniFile file = OpenSettings(options.project);
     CKeywords project;
-    project.Read(RequireSection(file, options.project, options.section));
+    (void)project.Read(RequireSection(file, options.project, options.section));
     // Backwards: of keys with one name the first counts.
     for (int i = project.GetSize() - 1; i >= 0; --i) {
         const CKeyword& keyword = *project.GetKeywordConst(i);

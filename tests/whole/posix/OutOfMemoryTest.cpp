@@ -496,7 +496,7 @@ TEST(OutOfMemory, ACheckedFileThatCannotBeOpenedLeavesNoDescriptor) {
     const auto before = numDescriptors();
     for (int k = 1; k < 10; ++k) {
         CRCFile file;
-        Attempt(k, true, [&] { file.Open(path, L"rb"); });
+        Attempt(k, true, [&] { (void)file.Open(path, L"rb"); });
     }
     EXPECT_EQ(before, numDescriptors());
 }

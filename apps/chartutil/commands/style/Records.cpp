@@ -83,21 +83,21 @@ concept HasOneLineForm = requires(Style style) {
 template <typename Style> void ReadStyle(Style& style, const std::wstring& prefix, const Section& section) {
     if constexpr (requires { style.Read(prefix, section); }) {
         if (!prefix.empty()) {
-            style.Read(prefix, section);
+            (void)style.Read(prefix, section);
             return;
         }
     }
-    style.Read(section);
+    (void)style.Read(section);
 }
 
 template <typename Style> void WriteStyle(const Style& style, const std::wstring& prefix, Section& section) {
     if constexpr (requires { style.Write(prefix, section); }) {
         if (!prefix.empty()) {
-            style.Write(prefix, section);
+            (void)style.Write(prefix, section);
             return;
         }
     }
-    style.Write(section);
+    (void)style.Write(section);
 }
 
 // Adds what a record of this type says in the section.

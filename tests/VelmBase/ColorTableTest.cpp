@@ -1,5 +1,6 @@
 #include "VelmBase/ColorTable.h"
 
+#include "tests/support/BasePrinters.h"
 #include "tests/support/ColorPrinters.h"
 #include "tests/support/TestFiles.h"
 
@@ -91,6 +92,32 @@ TEST(ColorTable_AddEntry, KeepsValuesAscendingAndEqualOnesInTheirOrder) {
     EXPECT_THAT(Values(table), ElementsAre(-kInf, 5, 10, 10, kInf, testing::NanSensitiveDoubleEq(kNan)));
 }
 
+TEST(ColorTable_FileOpen, ManyUnsortedEntriesOfOneValueKeepTheirOrder) {
+    FileObject file; // long enough for a sort that is not stable to mix them
+    for (int i = 0; i < 100; ++i)
+        file.SetItem(L"ColorTable", L"Entry(" + std::to_wstring(i) + L")",
+                     (i % 2 ? L"1," : L"2,") + std::to_wstring(i) + L",0,0", true);
+    ColorTable table;
+    EXPECT_TRUE(table.FileOpen(file));
+    ASSERT_EQ(100, table.NumEntries());
+    for (int i = 0; i < 50; ++i) {
+        EXPECT_EQ(static_cast<unsigned long>(2 * i + 1), table.EntryColor(i));
+        EXPECT_EQ(static_cast<unsigned long>(2 * i), table.EntryColor(50 + i));
+    }
+}
+
+TEST(ColorTable_FileSave, LargeValuesKeepTheirShortestText) {
+    ColorTable table;
+    for (const double value : {1e14, 1e15, 1e16, 1e17, 12345678901234567.0}) table.AddEntry(value, 0);
+    FileObject file;
+    ASSERT_TRUE(table.FileSave(file));
+    int i = 0;
+    for (const wchar_t* text : {L"100000000000000", L"1e+15", L"1e+16", L"12345678901234568", L"1e+17"})
+        EXPECT_EQ(text + std::wstring(L",0,0,0"),
+                  *file.GetItem(L"ColorTable", L"Entry(" + std::to_wstring(i++) + L")"));
+    EXPECT_EQ(table, ThroughAFile(table));
+}
+
 TEST(ColorTable, ColoursHave24Bits) {
     ColorTable table;
     table.AddEntry(1, 0xFF123456ul);
@@ -114,7 +141,7 @@ TEST(ColorTable, EqualityComparesEntriesAlone) {
     EXPECT_NE(a, d);
     e.AddEntry(kNan, 0);
     const ColorTable copy = e;
-    EXPECT_FALSE(copy == e); // NaN equals nothing
+    EXPECT_NE(copy, e); // NaN equals nothing
 }
 
 TEST(ColorTable_FileSave, WritesTheDocumentedText) {

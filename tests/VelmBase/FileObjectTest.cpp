@@ -125,6 +125,14 @@ TEST(FileObject, OpenJoinsSectionsAndKeepsTheLastValue) {
     EXPECT_THAT(Content(file), ElementsAre(L"[a]", L"k=3", L"n=4", L"[b]", L"m=2"));
 }
 
+TEST(FileObject, LinesWithACommentAloneAreNoItems) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.File(L"a"), ";0\n[a]\n;one\nk=1;two\n =v\n  ; three\n");
+    FileObject file;
+    EXPECT_TRUE(file.Open(folder.File(L"a"), 0));
+    EXPECT_THAT(Content(file), ElementsAre(L"[a]", L"k=1"));
+}
+
 TEST(FileObject, OpenKeepsWhatCameBeforeABadHeader) {
     const TemporaryFolder folder;
     WriteBytes(folder.File(L"a"), "[a]\nk=1\n[]\n[b]\n");

@@ -388,3 +388,12 @@ TEST(SectionKey, EqualHashesAreOrderedByName) {
         EXPECT_EQ(first > second, SectionKey(second) < SectionKey(first));
     }
 }
+
+TEST(SectionKey, AnUnsignedLongAboveHalfItsRangeIsWrittenWithoutASign) {
+    constexpr unsigned long kMost = std::numeric_limits<unsigned long>::max();
+    SectionKey key(L"k");
+    for (const unsigned long value : {kMost, kMost / 2 + 1, kMost / 2}) {
+        key << value;
+        EXPECT_EQ(std::to_wstring(value), key.GetValue());
+    }
+}

@@ -295,6 +295,14 @@ TEST(Section, WriteOffsetsAreTheLongestNameAndValue) {
     EXPECT_EQ(27, values);
 }
 
+TEST(Section, WriteOffsetsCountACharacterAboveTheFirst65536AsTwo) {
+    int names = 0, values = 0;
+    SectionWith({{L"\U0001F6A2\U0001F6A2", L"\U0001F6A2"}, {L"abc", L"\uFFFF"}})
+        .GetWriteOffsets(names, values);
+    EXPECT_EQ(4, names);
+    EXPECT_EQ(2, values);
+}
+
 namespace {
 
 unsigned int ChecksumOf(const std::vector<std::wstring>& texts) {

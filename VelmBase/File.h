@@ -52,7 +52,8 @@ VELMBASE_API bool SeekTo(std::FILE* stream, std::int64_t offset, int origin);
 ///
 /// The content goes to a temporary file ".<name>.saving" in the same folder, which then takes the file's
 /// place; a temporary file that a killed process left is used again, and one of a living process is waited
-/// for, up to ten seconds. Mode, access list, owner and symbolic links stay as they are. Where that cannot be
+/// for, up to ten seconds. Mode, access list, owner and symbolic links stay as they are; the temporary file
+/// never lets anybody read or write it who may not do so with the file itself. Where that cannot be
 /// (the folder takes no new file, the file has several hard links, its owner cannot be kept), the file is
 /// written in place: a failed write is undone, but a crash in that moment can tear it. A read-only file is
 /// not replaced.
@@ -71,11 +72,20 @@ VELMBASE_API bool SeekTo(std::FILE* stream, std::int64_t offset, int origin);
 /// Takes one piece of a file's content after the other; false when it cannot be written.
 using ContentSink = std::function<bool(std::string_view)>;
 
-/// The same for content that does not fit into memory. `compose` hands it over piece by piece, once; when it
-/// returns false or throws, the file stays as it was. It may read the file itself, but has to close it. What
-/// could only be written in place is not written at all.
-[[nodiscard]] VELMBASE_API bool ReplaceContents(const std::wstring& path,
-                                                const std::function<bool(const ContentSink&)>& compose);
+/// Hands a file's content over piece by piece. When it returns false or throws, the file stays as it was.
+using ContentComposer = std::function<bool(const ContentSink&)>;
+
+/// What becomes of a file that could only be written in place.
+enum class InPlace : std::int32_t {
+    REFUSED, ///< it is not written: `compose` is called once, and may read the file itself if it closes it
+    ALLOWED, ///< `compose` is called twice, first for nothing, so that a failure of its own comes before the
+             ///< file is touched. It must give the same content each time and not need the file. What the
+             ///< file held is kept in memory meanwhile, to undo a failed write
+};
+
+/// The same for content that does not fit into memory.
+[[nodiscard]] VELMBASE_API bool ReplaceContents(const std::wstring& path, const ContentComposer& compose,
+                                                InPlace inPlace = InPlace::REFUSED);
 
 /// The low 32 bits of the last modification in seconds since 1970. False when the file cannot be queried.
 VELMBASE_API bool ModificationTime(const std::wstring& path, std::uint32_t& seconds);

@@ -12,8 +12,33 @@
 #include <unistd.h>
 #include <utility>
 
+// How a file is replaced without a moment of danger
+//
+// Whoever opens the file finds the whole old or the whole new one, whatever ends this process, and nobody
+// sees what the file itself would not have shown him. Each step of Replace() below has its place for that:
+//
+//   1. Links are followed to the file that they mean: renaming over a link would replace the link.
+//   2. The temporary file is made in the file's own folder, since only within one file system a rename is one
+//      step, and with O_EXCL, so that nothing that somebody laid there is written through. Its name is fixed,
+//      so that killed processes leave one file and not hundreds. The lock on it tells a living owner from a
+//      dead one and ends with the process, whatever ends that. Between opening a file and locking it the name
+//      may have come to mean another file: so after each lock the name is looked at again, and only a file
+//      that is locked and still bears the name is written to or removed.
+//   3. It begins with the owner's permissions at most, takes the owner, then the access list, then the mode:
+//      at each of these steps it allows no more than the file that it replaces. Another order would let in
+//      others for a moment, and a file that is open stays open.
+//   4. The content is written and synchronised before the name changes. A system may write a new name to the
+//      disk before the bytes that it names, and a power loss in between would leave an empty file.
+//   5. The rename is the one moment in which the new file becomes the file. Before it every failure leaves
+//      the old one; after it there is nothing left that could fail.
+//   6. The folder is synchronised, so that the new name has reached the disk when the caller is told so.
+//
+// Where a new file must not or cannot take the old one's place, WriteInPlace() has no such moment. It does
+// what can be done: it knows the content and keeps the old bytes before it changes the first one.
+
 namespace {
 
+// Does a system call that a signal interrupted again.
 template <typename Call> auto Retry(Call call) {
     auto result = call();
     while (result == -1 && errno == EINTR) result = call();
@@ -38,6 +63,13 @@ private:
     int m_fd;
 };
 
+constexpr mode_t kModeBits = 07777;
+constexpr mode_t kSpecialBits = S_ISUID | S_ISGID | S_ISVTX;
+
+int Status(int fd, struct stat& status) {
+    return Retry([&] { return fstat(fd, &status); });
+}
+
 // A path with a NUL character would name another file than its text says.
 bool IsNameable(const std::wstring& path) { return !path.empty() && path.find(L'\0') == std::wstring::npos; }
 
@@ -46,7 +78,7 @@ Descriptor OpenRegular(const std::wstring& path, int flags, struct stat& status)
     if (!IsNameable(path)) return Descriptor(-1);
     const std::string name = ToUtf8(path);
     Descriptor fd(Retry([&] { return open(name.c_str(), flags | O_NONBLOCK | O_CLOEXEC, 0666); }));
-    if (fd.IsOpen() && (fstat(fd.Get(), &status) != 0 || !S_ISREG(status.st_mode))) return Descriptor(-1);
+    if (fd.IsOpen() && (Status(fd.Get(), status) != 0 || !S_ISREG(status.st_mode))) return Descriptor(-1);
     return fd;
 }
 
@@ -73,7 +105,7 @@ std::string FollowLinks(std::string path) {
     constexpr int kMaxLinks = 40;
     for (int links = 0; links < kMaxLinks; ++links) {
         char target[PATH_MAX];
-        const ssize_t length = readlink(path.c_str(), target, sizeof target);
+        const ssize_t length = Retry([&] { return readlink(path.c_str(), target, sizeof target); });
         if (length < 0) return path;
         const std::string_view link(target, static_cast<std::size_t>(length));
         const std::size_t slash = path.rfind('/');
@@ -85,20 +117,36 @@ std::string FollowLinks(std::string path) {
 }
 
 // Overwrites an existing file where it is. What fails half way is put back.
-bool WriteInPlace(const std::string& path, std::string_view content) {
+bool WriteInPlace(const std::string& path, const FILES::ContentComposer& compose) {
+    if (!compose([](std::string_view) { return true; })) return false;
     const Descriptor fd(Retry([&] { return open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK); }));
     struct stat status {};
-    if (!fd.IsOpen() || fstat(fd.Get(), &status) != 0) return false;
+    if (!fd.IsOpen() || Status(fd.Get(), status) != 0) return false;
     std::string old(static_cast<std::size_t>(status.st_size), '\0');
     if (!ReadAll(fd.Get(), old)) return false;
 
-    const auto put = [&](std::string_view bytes) {
-        return lseek(fd.Get(), 0, SEEK_SET) == 0 && WriteAll(fd.Get(), bytes) &&
-               Retry([&] { return ftruncate(fd.Get(), static_cast<off_t>(bytes.size())); }) == 0 &&
+    const auto put = [&](const FILES::ContentComposer& content) {
+        std::uint64_t size = 0;
+        const auto write = [&](std::string_view piece) {
+            size += piece.size();
+            return WriteAll(fd.Get(), piece);
+        };
+        return Retry([&] { return lseek(fd.Get(), 0, SEEK_SET); }) == 0 && content(write) &&
+               Retry([&] { return ftruncate(fd.Get(), static_cast<off_t>(size)); }) == 0 &&
                Retry([&] { return fsync(fd.Get()); }) == 0;
     };
-    if (put(content)) return true;
-    put(old);
+    const auto undo = [&] { return put([&](const FILES::ContentSink& sink) { return sink(old); }); };
+    try {
+        if (put(compose)) {
+            // Writing takes the set-id bits from a file; only its owner may give them back.
+            if (status.st_mode & kSpecialBits) fchmod(fd.Get(), status.st_mode & kModeBits);
+            return true;
+        }
+    } catch (...) {
+        undo();
+        throw;
+    }
+    undo();
     return false;
 }
 
@@ -106,7 +154,8 @@ bool WriteInPlace(const std::string& path, std::string_view content) {
 bool IsNamed(int folder, const std::string& name, int fd) {
     struct stat own {};
     struct stat named {};
-    return fstat(fd, &own) == 0 && fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
+    return Status(fd, own) == 0 &&
+           Retry([&] { return fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW); }) == 0 &&
            own.st_ino == named.st_ino && own.st_dev == named.st_dev;
 }
 
@@ -114,13 +163,13 @@ bool IsNamed(int folder, const std::string& name, int fd) {
 // list's mask. None where that file has none.
 bool CopyAccessList(const std::string& from, int fd) {
     constexpr const char* kList = "system.posix_acl_access";
-    const ssize_t size = getxattr(from.c_str(), kList, nullptr, 0);
+    const ssize_t size = Retry([&] { return getxattr(from.c_str(), kList, nullptr, 0); });
     if (size < 0 && errno == ENODATA) // what the folder gave to a new file goes
-        return fremovexattr(fd, kList) == 0 || errno == ENODATA || errno == ENOTSUP;
+        return Retry([&] { return fremovexattr(fd, kList); }) == 0 || errno == ENODATA || errno == ENOTSUP;
     if (size < 0) return errno == ENOTSUP;
     std::string list(static_cast<std::size_t>(size), '\0');
-    return getxattr(from.c_str(), kList, list.data(), list.size()) == size &&
-           fsetxattr(fd, kList, list.data(), list.size(), 0) == 0;
+    return Retry([&] { return getxattr(from.c_str(), kList, list.data(), list.size()); }) == size &&
+           Retry([&] { return fsetxattr(fd, kList, list.data(), list.size(), 0); }) == 0;
 }
 
 // A folder that may not be listed can take files all the same; only its own synchronisation is then left out.
@@ -134,17 +183,19 @@ enum class Lock { TAKEN, BUSY };
 
 // A file system without locks counts as free.
 Lock TryLock(int fd) {
-    return flock(fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK ? Lock::BUSY : Lock::TAKEN;
+    const bool locked = Retry([&] { return flock(fd, LOCK_EX | LOCK_NB); }) == 0;
+    return !locked && errno == EWOULDBLOCK ? Lock::BUSY : Lock::TAKEN;
 }
 
-// A new temporary file that this process has for itself. It is locked, so that another process that saves the
-// same file waits, and so that the file of a killed process, whose lock is gone, is known and removed.
-Descriptor CreateTemporary(int folder, const std::string& name, int& error) {
+// A new temporary file of that mode, which this process has for itself. It is locked, so that another process
+// that saves the same file waits, and so that the file of a killed process, whose lock is gone, is known and
+// removed.
+Descriptor CreateTemporary(int folder, const std::string& name, mode_t mode, int& error) {
     constexpr timespec kPause{0, 2'000'000};
     constexpr int kAttempts = 5000; // ten seconds
     const auto openTemporary = [&](int flags) {
         Descriptor fd(Retry([&] {
-            return openat(folder, name.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | flags, 0666);
+            return openat(folder, name.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | flags, mode);
         }));
         error = errno;
         return fd;
@@ -165,25 +216,42 @@ Descriptor CreateTemporary(int folder, const std::string& name, int& error) {
         if (TryLock(existing.Get()) == Lock::BUSY)
             nanosleep(&kPause, nullptr);
         else if (IsNamed(folder, name, existing.Get()))
-            unlinkat(folder, name.c_str(), 0);
+            Retry([&] { return unlinkat(folder, name.c_str(), 0); });
     }
     error = EWOULDBLOCK;
     return Descriptor(-1);
 }
 
-// `writeInPlace` is for a target that exists and that no new file can take the place of.
-bool Replace(const std::wstring& path, const std::function<bool(const FILES::ContentSink&)>& compose,
-             const std::function<bool(const std::string&)>& writeInPlace) {
+// Gives a temporary file the owner and the rights of the file that it is to replace; at no moment more than
+// these. False when that cannot be.
+bool TakeOver(const std::string& target, const struct stat& old, int temporary) {
+    struct stat own {};
+    if (Status(temporary, own) != 0) return false;
+    const bool sameOwner = (own.st_uid == old.st_uid && own.st_gid == old.st_gid) ||
+                           Retry([&] { return fchown(temporary, old.st_uid, old.st_gid); }) == 0;
+    return sameOwner && CopyAccessList(target, temporary);
+}
+
+bool SetMode(int fd, mode_t mode) {
+    return Retry([&] { return fchmod(fd, mode); }) == 0;
+}
+
+bool Replace(const std::wstring& path, const FILES::ContentComposer& compose, FILES::InPlace inPlace) {
     if (!IsNameable(path)) return false;
     const std::string target = FollowLinks(ToUtf8(path));
     if (target.empty()) return false;
 
     struct stat old {};
-    const bool exists = stat(target.c_str(), &old) == 0;
+    const bool exists = Retry([&] { return stat(target.c_str(), &old); }) == 0;
     if (!exists && errno != ENOENT) return false;
-    if (exists && (!S_ISREG(old.st_mode) || faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0))
-        return false;
-    if (exists && old.st_nlink > 1) return writeInPlace(target);
+    const auto isWritable = [&] {
+        return Retry([&] { return faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS); }) == 0;
+    };
+    if (exists && (!S_ISREG(old.st_mode) || !isWritable())) return false;
+    const auto writeInPlace = [&] {
+        return inPlace == FILES::InPlace::ALLOWED && WriteInPlace(target, compose);
+    };
+    if (exists && old.st_nlink > 1) return writeInPlace();
 
     const std::size_t slash = target.rfind('/');
     const std::string folderName = slash == std::string::npos ? "." : target.substr(0, slash + 1);
@@ -194,29 +262,23 @@ bool Replace(const std::wstring& path, const std::function<bool(const FILES::Con
 
     const Descriptor folder = OpenFolder(folderName);
     int error = errno;
-    Descriptor temporary =
-        folder.IsOpen() ? CreateTemporary(folder.Get(), temporaryName, error) : Descriptor(-1);
+    const mode_t firstMode = exists ? old.st_mode & (S_IRUSR | S_IWUSR) : 0666;
+    const Descriptor temporary =
+        folder.IsOpen() ? CreateTemporary(folder.Get(), temporaryName, firstMode, error) : Descriptor(-1);
     if (!temporary.IsOpen()) {
         const bool folderIsClosed = error == EACCES || error == EPERM || error == EROFS;
-        return exists && folderIsClosed && writeInPlace(target);
+        return exists && folderIsClosed && writeInPlace();
     }
 
     const auto giveUp = [&] {
-        unlinkat(folder.Get(), temporaryName.c_str(), 0);
+        Retry([&] { return unlinkat(folder.Get(), temporaryName.c_str(), 0); });
         return false;
     };
-    if (exists) {
-        struct stat own {};
-        if (fstat(temporary.Get(), &own) != 0) return giveUp();
-        const bool sameOwner = (own.st_uid == old.st_uid && own.st_gid == old.st_gid) ||
-                               fchown(temporary.Get(), old.st_uid, old.st_gid) == 0;
-        const bool sameAccess = sameOwner && CopyAccessList(target, temporary.Get());
-        if (!sameAccess) {
-            giveUp();
-            return writeInPlace(target);
-        }
-        if (Retry([&] { return fchmod(temporary.Get(), old.st_mode & 07777); }) != 0) return giveUp();
+    if (exists && !TakeOver(target, old, temporary.Get())) {
+        giveUp();
+        return writeInPlace();
     }
+    if (exists && !SetMode(temporary.Get(), old.st_mode & kModeBits & ~kSpecialBits)) return giveUp();
     try {
         if (!compose([&](std::string_view piece) { return WriteAll(temporary.Get(), piece); }))
             return giveUp();
@@ -224,6 +286,9 @@ bool Replace(const std::wstring& path, const std::function<bool(const FILES::Con
         giveUp();
         throw;
     }
+    // Last, since writing takes the set-id bits away.
+    const bool isSpecial = exists && (old.st_mode & kSpecialBits) != 0;
+    if (isSpecial && !SetMode(temporary.Get(), old.st_mode & kModeBits)) return giveUp();
     if (Retry([&] { return fsync(temporary.Get()); }) != 0) return giveUp();
     if (Retry([&] { return renameat(folder.Get(), temporaryName.c_str(), folder.Get(), name.c_str()); }) != 0)
         return giveUp();
@@ -295,12 +360,11 @@ bool SeekTo(std::FILE* stream, std::int64_t offset, int origin) {
 
 bool ReplaceContents(const std::wstring& path, std::string_view content) {
     return Replace(
-        path, [&](const ContentSink& sink) { return sink(content); },
-        [&](const std::string& target) { return WriteInPlace(target, content); });
+        path, [&](const ContentSink& sink) { return sink(content); }, InPlace::ALLOWED);
 }
 
-bool ReplaceContents(const std::wstring& path, const std::function<bool(const ContentSink&)>& compose) {
-    return Replace(path, compose, [](const std::string&) { return false; });
+bool ReplaceContents(const std::wstring& path, const ContentComposer& compose, InPlace inPlace) {
+    return Replace(path, compose, inPlace);
 }
 
 bool ModificationTime(const std::wstring& path, std::uint32_t& seconds) {

@@ -69,8 +69,9 @@ std::wstring NativePath(const std::wstring& path) {
     return full.starts_with(LR"(\\)") ? LR"(\\?\UNC\)" + full.substr(2) : LR"(\\?\)" + full;
 }
 
-Handle OpenNative(const std::wstring& native, DWORD access, DWORD share, DWORD creation, DWORD attributes) {
-    return Handle(CreateFileW(native.c_str(), access, share, nullptr, creation, attributes, nullptr));
+Handle OpenNative(const std::wstring& native, DWORD access, DWORD share, DWORD creation, DWORD attributes,
+                  SECURITY_ATTRIBUTES* security = nullptr) {
+    return Handle(CreateFileW(native.c_str(), access, share, security, creation, attributes, nullptr));
 }
 
 // A folder is refused by CreateFile itself.
@@ -115,19 +116,27 @@ bool ReadAll(HANDLE file, std::string& content) {
 }
 
 // Overwrites an existing file where it is. What fails half way is put back.
-bool WriteInPlace(const std::wstring& native, std::string_view content) {
+bool WriteInPlace(const std::wstring& native, const FILES::ContentComposer& compose) {
+    if (!compose([](std::string_view) { return true; })) return false;
     const Handle file = OpenNative(native, GENERIC_READ | GENERIC_WRITE, kShareAll, OPEN_EXISTING, 0);
     std::uint64_t size = 0;
     if (!file.IsOpen() || !SizeOf(file.Get(), size)) return false;
     std::string old(static_cast<std::size_t>(size), '\0');
     if (!ReadAll(file.Get(), old)) return false;
 
-    const auto put = [&](std::string_view bytes) {
-        return SetFilePointerEx(file.Get(), {}, nullptr, FILE_BEGIN) && WriteAll(file.Get(), bytes) &&
+    const auto put = [&](const FILES::ContentComposer& content) {
+        const auto write = [&](std::string_view piece) { return WriteAll(file.Get(), piece); };
+        return SetFilePointerEx(file.Get(), {}, nullptr, FILE_BEGIN) && content(write) &&
                SetEndOfFile(file.Get()) && FlushFileBuffers(file.Get());
     };
-    if (put(content)) return true;
-    put(old);
+    const auto undo = [&] { return put([&](const FILES::ContentSink& sink) { return sink(old); }); };
+    try {
+        if (put(compose)) return true;
+    } catch (...) {
+        undo();
+        throw;
+    }
+    undo();
     return false;
 }
 
@@ -140,6 +149,7 @@ std::vector<std::byte> AccessList(HANDLE file) {
     return list;
 }
 
+// Gives a file that was made with the entries of the list what else the list says.
 bool SetAccessList(HANDLE file, std::vector<std::byte>& list) {
     if (list.empty()) return true;
     // Entries that were inherited from the folder stay marked as such.
@@ -194,12 +204,18 @@ Target LookAt(const std::wstring& native) {
 }
 
 // A new temporary file that no other process can write, rename or delete while it is open; the file of a
-// killed process is not open and is removed. Readers are let in: the handle is still open when the file has
-// its final name.
-Handle CreateTemporary(const std::wstring& native, DWORD attributes, DWORD& error) {
+// killed process is not open and is removed. Readers are let in, since the handle is still open when the file
+// has its final name, but none whom the access list does not: it stands from the first moment.
+Handle CreateTemporary(const std::wstring& native, DWORD attributes, std::vector<std::byte> accessList,
+                       DWORD& error) {
     constexpr DWORD kAccess = GENERIC_WRITE | DELETE | READ_CONTROL | WRITE_DAC;
+    SECURITY_ATTRIBUTES security{sizeof security, accessList.data(), FALSE};
+    // Protected from what the folder would add to it.
+    if (!accessList.empty())
+        SetSecurityDescriptorControl(accessList.data(), SE_DACL_PROTECTED, SE_DACL_PROTECTED);
     for (const Patience patience;;) {
-        Handle created = OpenNative(native, kAccess, FILE_SHARE_READ, CREATE_NEW, attributes);
+        Handle created = OpenNative(native, kAccess, FILE_SHARE_READ, CREATE_NEW, attributes,
+                                    accessList.empty() ? nullptr : &security);
         if (created.IsOpen()) return created;
         error = GetLastError();
         if (error == ERROR_FILE_EXISTS) {
@@ -248,13 +264,15 @@ void Discard(HANDLE file) {
     SetFileInformationByHandle(file, FileDispositionInfo, &info, sizeof info);
 }
 
-// `writeInPlace` is for a target that exists and that no new file can take the place of.
-bool Replace(const std::wstring& path, const std::function<bool(const FILES::ContentSink&)>& compose,
-             const std::function<bool(const std::wstring&)>& writeInPlace) {
+// The steps and their order are those of posix/File.cpp, which tells why.
+bool Replace(const std::wstring& path, const FILES::ContentComposer& compose, FILES::InPlace inPlace) {
     Target target = LookAt(NativePath(path));
     if (target.kind == Target::OTHER) return false;
     const bool exists = target.kind == Target::WRITABLE_FILE;
-    if (exists && target.numLinks > 1) return writeInPlace(target.path);
+    const auto writeInPlace = [&] {
+        return inPlace == FILES::InPlace::ALLOWED && WriteInPlace(target.path, compose);
+    };
+    if (exists && target.numLinks > 1) return writeInPlace();
 
     const std::size_t nameStart = target.path.rfind(L'\\') + 1;
     const std::wstring name = target.path.substr(nameStart);
@@ -269,10 +287,10 @@ bool Replace(const std::wstring& path, const std::function<bool(const FILES::Con
                                       FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_ENCRYPTED;
     const DWORD attributes = exists ? target.attributes & kKeptAttributes : FILE_ATTRIBUTE_NORMAL;
     DWORD error = 0;
-    const Handle temporary = CreateTemporary(temporaryPath, attributes, error);
+    const Handle temporary = CreateTemporary(temporaryPath, attributes, target.accessList, error);
     if (!temporary.IsOpen()) {
         const bool folderIsClosed = error == ERROR_ACCESS_DENIED || error == ERROR_WRITE_PROTECT;
-        return exists && folderIsClosed && writeInPlace(target.path);
+        return exists && folderIsClosed && writeInPlace();
     }
 
     const auto giveUp = [&] {
@@ -281,7 +299,7 @@ bool Replace(const std::wstring& path, const std::function<bool(const FILES::Con
     };
     if (!SetAccessList(temporary.Get(), target.accessList)) {
         giveUp();
-        return writeInPlace(target.path);
+        return writeInPlace();
     }
     try {
         if (!compose([&](std::string_view piece) { return WriteAll(temporary.Get(), piece); }))
@@ -356,12 +374,11 @@ bool SeekTo(std::FILE* stream, std::int64_t offset, int origin) {
 
 bool ReplaceContents(const std::wstring& path, std::string_view content) {
     return Replace(
-        path, [&](const ContentSink& sink) { return sink(content); },
-        [&](const std::wstring& target) { return WriteInPlace(target, content); });
+        path, [&](const ContentSink& sink) { return sink(content); }, InPlace::ALLOWED);
 }
 
-bool ReplaceContents(const std::wstring& path, const std::function<bool(const ContentSink&)>& compose) {
-    return Replace(path, compose, [](const std::wstring&) { return false; });
+bool ReplaceContents(const std::wstring& path, const ContentComposer& compose, InPlace inPlace) {
+    return Replace(path, compose, inPlace);
 }
 
 bool ModificationTime(const std::wstring& path, std::uint32_t& seconds) {

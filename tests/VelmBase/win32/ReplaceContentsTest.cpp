@@ -32,16 +32,25 @@ HeldFile Hold(const std::wstring& path, DWORD access, DWORD share) {
 bool Exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
 // The access list of a file as bytes.
-std::string AccessOf(const std::wstring& path) {
+std::string AccessOf(HANDLE file) {
     DWORD size = 0;
-    GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    GetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION, nullptr, 0, &size);
     std::string descriptor(size, '\0');
-    EXPECT_TRUE(GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size));
+    EXPECT_TRUE(GetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION, descriptor.data(), size, &size));
     BOOL present = FALSE;
     BOOL defaulted = FALSE;
     PACL list = nullptr;
     EXPECT_TRUE(GetSecurityDescriptorDacl(descriptor.data(), &present, &list, &defaulted));
     return list ? std::string(reinterpret_cast<const char*>(list), list->AclSize) : std::string();
+}
+
+std::string AccessOf(const std::wstring& path) {
+    const HANDLE file = CreateFileW(path.c_str(), READ_CONTROL, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(INVALID_HANDLE_VALUE, file) << GetLastError();
+    const std::string list = AccessOf(file);
+    CloseHandle(file);
+    return list;
 }
 
 // Lets only the owner of the file have it.
@@ -221,6 +230,42 @@ TEST(ReplaceContents, AttributesAndAccessListStay) {
     ASSERT_TRUE(FILES::ReplaceContents(path, "newer"));
     EXPECT_EQ("newer", ReadBytes(path));
     EXPECT_EQ(attributes, GetFileAttributesW(path.c_str()));
+}
+
+TEST(ReplaceContents, TheTemporaryFileHasTheAccessListFromItsFirstMoment) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"private.ini");
+    const std::wstring temporary = folder.File(L".private.ini.saving");
+    WriteBytes(path, "old");
+    AllowOwnerOnly(path);
+    const std::string access = AccessOf(path);
+    std::atomic<bool> stop{false};
+    std::atomic<int> seen{0};
+    std::atomic<int> others{0};
+    std::thread watcher([&] {
+        while (!stop) {
+            const HANDLE handle = CreateFileW(temporary.c_str(), READ_CONTROL,
+                                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                              OPEN_EXISTING, 0, nullptr);
+            if (handle == INVALID_HANDLE_VALUE) continue;
+            const std::string list = AccessOf(handle);
+            CloseHandle(handle);
+            if (list != access) ++others;
+            ++seen;
+        }
+    });
+    for (int i = 0; i < 300; ++i) {
+        const int before = seen;
+        EXPECT_TRUE(FILES::ReplaceContents(path, [&](const FILES::ContentSink& sink) {
+            while (seen == before) std::this_thread::yield();
+            return sink("new");
+        }));
+    }
+    stop = true;
+    watcher.join();
+    EXPECT_LE(300, seen);
+    EXPECT_EQ(0, others);
+    EXPECT_EQ(access, AccessOf(path));
 }
 
 TEST(ReplaceContents, AHardLinkedFileIsWrittenWhereItIs) {

@@ -80,22 +80,17 @@ bool FileObject::Open(const std::wstring& path, int /*flags*/) {
 
 bool FileObject::Save(const std::wstring& path, int /*flags*/) const {
     if (m_sections.empty()) return false;
-    SETTINGS::Writer writer;
-    for (const FobjSection& section : m_sections) {
-        writer.BeginSection(section.Name(), {});
-        std::size_t nameWidth = 0;
-        std::wstring key;
-        std::wstring value;
-        int position = 0;
-        for (bool more = section.GetFirstMapEntry(position, key, value); more;
-             more = section.GetNextMapEntry(position, key, value))
-            nameWidth = std::max(nameWidth, key.size());
-        for (bool more = section.GetFirstMapEntry(position, key, value); more;
-             more = section.GetNextMapEntry(position, key, value))
-            writer.Key(key, value, {}, nameWidth, 0);
-        writer.EndSection();
-    }
-    return writer.Save(path);
+    return SETTINGS::Save(path, [this](SETTINGS::Writer& writer) {
+        for (const FobjSection& section : m_sections) {
+            writer.BeginSection(section.m_name, {});
+            std::size_t nameWidth = 0;
+            for (const FobjSection::Item& item : section.m_items)
+                nameWidth = std::max(nameWidth, item.key.size());
+            for (const FobjSection::Item& item : section.m_items)
+                writer.Key(item.key, item.value, {}, nameWidth, 0);
+            writer.EndSection();
+        }
+    });
 }
 
 const FobjSection* FileObject::GetSection(const std::wstring& name) const {

@@ -29,6 +29,7 @@ public:
     bool SetItem(const std::wstring& key, const std::wstring& value, bool create);
 
 private:
+    friend class FileObject; // writes the items
     struct Item {
         std::wstring key;
         std::wstring value;
@@ -47,8 +48,9 @@ public:
     /// False when the file cannot be read or has a bad header; what was read before stays.
     bool Open(const std::wstring& path, int flags);
 
-    /// Writes a settings file, whole or not at all. False when there is no section, when a text has a
-    /// character above 255, or when the file cannot be written; a file there stays as it was.
+    /// Writes a settings file, whole or not at all, in a few kilobytes of memory. False when there is no
+    /// section, when a text has a character above 255, when memory runs out, or when the file cannot be
+    /// written; a file there stays as it was.
     bool Save(const std::wstring& path, int flags) const;
 
     int NumSections() const { return static_cast<int>(m_sections.size()); }

@@ -1,12 +1,13 @@
 #include "VelmBase/SettingsText.h"
 
-#include "VelmBase/File.h"
+#include "VelmBase/WideString.h"
 
 #include <algorithm>
-#include <array>
+#include <cstdio>
 #include <cstring>
+#include <new>
 #include <type_traits>
-#include <vector>
+#include <utility>
 
 namespace SETTINGS {
 namespace {
@@ -77,6 +78,47 @@ void ReadKey(Bytes line, Handler& handler) {
     handler.OnKey(name, value, comment);
 }
 
+// The first character of `text` that no file can hold, as "U+03A9"; empty when there is none.
+std::wstring FirstUnstorable(std::wstring_view text) {
+    const auto found = std::find_if(text.begin(), text.end(), [](wchar_t c) {
+        return static_cast<std::make_unsigned_t<wchar_t>>(c) > 0xFF;
+    });
+    if (found == text.end()) return {};
+    auto code = static_cast<unsigned long>(*found);
+    if (code >= 0xD800 && code < 0xDC00 && found + 1 != text.end())
+        code = 0x10000 + ((code - 0xD800) << 10) + (static_cast<unsigned long>(found[1]) - 0xDC00);
+    char name[16];
+    std::snprintf(name, sizeof name, "U+%04lX", code);
+    return FromUtf8(name);
+}
+
+ErrorString Refusal(const wchar_t* what, const std::wstring& reason) {
+    return ErrorString(L"the ") << what << L" " << reason;
+}
+
+// The rules that hold for every text, and the characters that this one may not have.
+ErrorString CheckText(const wchar_t* what, std::wstring_view text, std::wstring_view forbidden) {
+    if (const std::wstring character = FirstUnstorable(text); !character.empty())
+        return Refusal(what, L"has the character " + character +
+                                 L"; a settings file holds characters up to U+00FF");
+    if (text.find(L'\n') != std::wstring_view::npos)
+        return Refusal(what, L"has a line break; a settings file keeps it on one line");
+    for (const wchar_t c : forbidden)
+        if (text.find(c) != std::wstring_view::npos)
+            return Refusal(what, std::wstring(L"has a \"") + c +
+                                     L"\", which ends it in a settings file; leave it out");
+    return {};
+}
+
+// The same for a text that loses the blanks at its ends.
+ErrorString CheckTrimmedText(const wchar_t* what, std::wstring_view text, std::wstring_view forbidden) {
+    ErrorString result = CheckText(what, text, forbidden);
+    if (result && TrimmedW(text).size() != text.size())
+        return Refusal(what,
+                       L"begins or ends with a blank, which a settings file does not keep; leave it out");
+    return result;
+}
+
 } // namespace
 
 std::wstring Widened(Bytes bytes) {
@@ -92,7 +134,7 @@ ReadResult Read(const std::wstring& path, Handler& handler) {
     LineReader lines(file);
     bool insideSection = false;
     for (Bytes line; lines.Next(line);) {
-        ++result.lineNumber;
+        handler.m_lineNumber = ++result.lineNumber;
         line = Trimmed(line);
         if (line.empty()) continue;
         const std::size_t bracket = line.front() == '[' ? line.find(']') : Bytes::npos;
@@ -115,74 +157,133 @@ ReadResult Read(const std::wstring& path, Handler& handler) {
 }
 
 void Writer::BeginSection(std::wstring_view name, std::wstring_view comment) {
-    const std::size_t start = m_text.size();
-    m_text += '[';
-    Put(Extend(name.size()), name);
-    m_text += ']';
+    PutByte('[');
+    Put(name);
+    PutByte(']');
     if (!comment.empty()) {
-        m_text += " ;";
-        Put(Extend(comment.size()), comment);
+        PutByte(' ');
+        PutByte(';');
+        Put(comment);
     }
-    EndLine(start);
+    EndSection();
 }
 
 void Writer::Key(std::wstring_view name, std::wstring_view value, std::wstring_view comment,
                  std::size_t nameWidth, std::size_t valueWidth) {
-    const std::size_t valueColumn = nameWidth + 3;
-    const std::size_t valueEnd = comment.empty() ? value.size() : valueWidth + 1;
-    const std::size_t commentColumn = name.empty() ? 0 : valueColumn + valueEnd;
-    const std::size_t length = commentColumn + (comment.empty() ? 0 : 1 + comment.size());
-
-    const std::size_t start = m_text.size();
-    char* const line = Extend(length);
+    if (!m_good) return;
     if (!name.empty()) {
-        Put(line, name);
-        std::fill(line + name.size(), line + nameWidth + 1, ' ');
-        line[nameWidth + 1] = '=';
-        line[nameWidth + 2] = ' ';
-        Put(line + valueColumn, value);
-        std::fill(line + valueColumn + value.size(), line + commentColumn, ' ');
+        Put(name);
+        Fill(nameWidth + 1 - name.size());
+        PutByte('=');
+        PutByte(' ');
+        Put(value);
+        if (!comment.empty()) Fill(valueWidth + 1 - value.size());
     }
     if (!comment.empty()) {
-        line[commentColumn] = ';';
-        Put(line + commentColumn + 1, comment);
+        PutByte(';');
+        Put(comment);
     }
-    EndLine(start);
+    EndSection();
 }
 
-void Writer::EndSection() { m_text += "\r\n"; }
-
-bool Writer::Save(const std::wstring& path) const {
-    return m_storable && FILES::ReplaceContents(path, m_text);
+void Writer::EndSection() {
+    PutByte('\r');
+    PutByte('\n');
 }
 
-void Writer::EndLine(std::size_t start) {
-    if (m_text.find('\n', start) != std::string::npos) {
-        const std::string line = m_text.substr(start);
-        m_text.resize(start);
-        for (const char c : line) {
-            if (c == '\n') m_text += '\r';
-            m_text += c;
+bool Writer::Finish() {
+    Flush();
+    return m_good;
+}
+
+void Writer::Put(std::wstring_view text) {
+    using Code = std::make_unsigned_t<wchar_t>;
+    while (!text.empty()) {
+        const std::wstring_view piece = text.substr(0, Room());
+        text.remove_prefix(piece.size());
+        char* const bytes = m_block.data() + m_used;
+        Code all = 0;
+        bool hasLineFeed = false;
+        for (std::size_t i = 0; i < piece.size(); ++i) {
+            const auto code = static_cast<Code>(piece[i]);
+            all |= code;
+            hasLineFeed |= code == '\n';
+            bytes[i] = static_cast<char>(code);
+        }
+        m_good = m_good && all <= 0xFF;
+        if (!hasLineFeed) {
+            m_used += piece.size();
+            continue;
+        }
+        // A line feed within a text is a line break of the file as well.
+        for (const wchar_t c : piece) {
+            if (c == L'\n') PutByte('\r');
+            PutByte(static_cast<char>(c));
         }
     }
-    m_text += "\r\n";
 }
 
-char* Writer::Extend(std::size_t count) {
-    const std::size_t start = m_text.size();
-    m_text.resize(start + count);
-    return m_text.data() + start;
+void Writer::PutByte(char byte) {
+    Room();
+    m_block[m_used++] = byte;
 }
 
-void Writer::Put(char* bytes, std::wstring_view text) {
-    using Code = std::make_unsigned_t<wchar_t>;
-    Code all = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto code = static_cast<Code>(text[i]);
-        all |= code;
-        bytes[i] = static_cast<char>(code);
+void Writer::Fill(std::size_t count) {
+    while (count > 0 && m_good) {
+        const std::size_t piece = std::min(count, Room());
+        std::memset(m_block.data() + m_used, ' ', piece);
+        m_used += piece;
+        count -= piece;
     }
-    m_storable = m_storable && all <= 0xFF;
+}
+
+std::size_t Writer::Room() {
+    if (m_used == m_block.size()) Flush();
+    return m_block.size() - m_used;
+}
+
+void Writer::Flush() {
+    m_good = m_good && (m_used == 0 || m_sink({m_block.data(), m_used}));
+    m_used = 0;
+}
+
+bool Save(const std::wstring& path, const std::function<void(Writer&)>& compose) try {
+    const auto write = [&](const FILES::ContentSink& sink) {
+        Writer writer(sink);
+        compose(writer);
+        return writer.Finish();
+    };
+    return FILES::ReplaceContents(path, write, FILES::InPlace::ALLOWED);
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+ErrorString CheckSectionName(std::wstring_view name) {
+    if (name.empty()) return Refusal(L"section name", L"is empty");
+    return CheckText(L"section name", name, L"]");
+}
+
+ErrorString CheckSectionComment(std::wstring_view comment) {
+    const std::size_t end = std::min(comment.find(L'\n'), comment.size());
+    const bool isOneLine = TrimmedW(comment.substr(end)).empty();
+    return CheckText(L"section comment", isOneLine ? comment.substr(0, end) : comment, {});
+}
+
+ErrorString CheckKeyLine(std::wstring_view name, std::wstring_view value, std::wstring_view comment) {
+    if (name.empty() && !value.empty()) return Refusal(L"key name", L"is empty, and its value would be lost");
+    if (name.empty() && comment.empty())
+        return Refusal(L"key name", L"is empty, and so is the comment: the line would be blank");
+    if (ErrorString fault = CheckTrimmedText(L"key name", name, L"=;"); !fault) return fault;
+    if (ErrorString fault = CheckTrimmedText(L"value", value, L";"); !fault) return fault;
+    if (ErrorString fault = CheckText(L"comment", comment, {}); !fault) return fault;
+    // Blanks before a comment stay: they are how people set it off.
+    if (!comment.empty() && TrimmedW(L";" + std::wstring(comment)).size() != comment.size() + 1)
+        return Refusal(L"comment", L"ends with a blank, which a settings file does not keep; leave it out");
+    const auto hasBracket = [](std::wstring_view text) { return text.find(L']') != std::wstring_view::npos; };
+    if (name.starts_with(L'[') && (hasBracket(name) || hasBracket(value) || hasBracket(comment)))
+        return Refusal(L"key name",
+                       L"begins with \"[\" and a \"]\" follows: the line would be a section's header");
+    return {};
 }
 
 } // namespace SETTINGS

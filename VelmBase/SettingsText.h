@@ -1,11 +1,15 @@
 #pragma once
 
+#include "VelmBase/ErrorString.h"
 #include "VelmBase/Export.h"
+#include "VelmBase/File.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The text form of settings files: "[section]" headers and "name = value ;comment" lines, one byte a
 /// character (codes 0 to 255). Reading and writing work on this form alone; who keeps the sections is the
@@ -18,6 +22,10 @@ using Bytes = std::string_view;
 /// The characters of `bytes`, code for code.
 VELMBASE_API std::wstring Widened(Bytes bytes);
 
+struct ReadResult;
+class Handler;
+VELMBASE_API ReadResult Read(const std::wstring& path, Handler& handler);
+
 /// Takes what a settings file holds, in file order. The views end with the call.
 class Handler {
 public:
@@ -29,6 +37,14 @@ public:
     /// A line of the section: trimmed name and value, and the comment as it stands behind the ";". A line
     /// with a comment alone has an empty name.
     virtual void OnKey(Bytes name, Bytes value, Bytes comment) = 0;
+
+protected:
+    /// The line of the file that a call is about, from 1.
+    std::uint32_t LineNumber() const { return m_lineNumber; }
+
+private:
+    friend ReadResult Read(const std::wstring& path, Handler& handler);
+    std::uint32_t m_lineNumber = 0;
 };
 
 enum class ReadStatus : std::int32_t {
@@ -48,13 +64,15 @@ struct ReadResult {
 /// file.
 VELMBASE_API ReadResult Read(const std::wstring& path, Handler& handler);
 
-/// Composes the bytes of a settings file. For each section: BeginSection(), one Key() for each of its keys
-/// with the widths of their columns, EndSection().
+/// Composes the bytes of a settings file and hands them to a sink piece by piece, however long a line is. For
+/// each section: BeginSection(), one Key() for each of its keys with the widths of their columns,
+/// EndSection().
 class VELMBASE_API Writer {
 public:
-    /// `numLines` is how many lines will come, roughly: growing a large text step by step costs as much as
-    /// composing it.
-    explicit Writer(std::size_t numLines = 0) { m_text.reserve(numLines * kUsualLine); }
+    /// The sink is called by the other functions, and has to outlive the writer.
+    explicit Writer(const FILES::ContentSink& sink) : m_sink(sink), m_block(kBlock) {}
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
 
     void BeginSection(std::wstring_view name, std::wstring_view comment);
 
@@ -65,25 +83,39 @@ public:
              std::size_t nameWidth, std::size_t valueWidth);
     void EndSection();
 
-    /// Replaces the file `path` by what was composed, whole or not at all (see FILES::ReplaceContents).
-    /// False, with the file as it was, when a text has a character above 255, which no file can hold, or when
-    /// the file cannot be written.
-    [[nodiscard]] bool Save(const std::wstring& path) const;
-
-    const std::string& Text() const { return m_text; }
-    bool IsStorable() const { return m_storable; }
+    /// Hands over what is left. False when a text had a character above 255, which no file can hold, or when
+    /// the sink did not take a piece; what comes after that is passed over.
+    bool Finish();
 
 private:
-    // Ends the line that begins at `start`. A line feed within it is a line break of the file as well.
-    void EndLine(std::size_t start);
+    void Put(std::wstring_view text);
+    void PutByte(char byte);
+    void Fill(std::size_t count); // with blanks
+    std::size_t Room();           // at least 1
+    void Flush();
 
-    // Room for `count` more bytes.
-    char* Extend(std::size_t count);
-    void Put(char* bytes, std::wstring_view text);
-
-    static constexpr std::size_t kUsualLine = 64;
-    std::string m_text;
-    bool m_storable = true;
+    static constexpr std::size_t kBlock = 64 * 1024;
+    const FILES::ContentSink& m_sink;
+    std::vector<char> m_block;
+    std::size_t m_used = 0;
+    bool m_good = true;
 };
+
+/// Replaces the file `path` by what `compose` writes, whole or not at all (see FILES::ReplaceContents). It
+/// may be called twice, and has to write the same each time. False, with the file as it was, when the
+/// writer's Finish() is, when memory runs out, or when the file cannot be written.
+[[nodiscard]] VELMBASE_API bool Save(const std::wstring& path, const std::function<void(Writer&)>& compose);
+
+/// What a line cannot carry back: success when reading the header "[name]" gives this name again, otherwise
+/// an error that says why not, such as: the section name has a "]", which ends it in a settings file; leave
+/// it out.
+VELMBASE_API ErrorString CheckSectionName(std::wstring_view name);
+
+/// The same for the comment behind a header: it is not read back, but what follows a line break in it is.
+VELMBASE_API ErrorString CheckSectionComment(std::wstring_view comment);
+
+/// The same for the line of a key.
+VELMBASE_API ErrorString CheckKeyLine(std::wstring_view name, std::wstring_view value,
+                                      std::wstring_view comment);
 
 } // namespace SETTINGS

@@ -374,25 +374,24 @@ bool ContourDefinitionList::Generate(const ColorTable& table, bool invert) try {
 
 bool ContourDefinitionList::Save(const wchar_t* path) const try {
     if (!path || m_contours.empty()) return false;
-    constexpr std::size_t kLines = 4; // of each contour; eight short ones take the room of four
-    SETTINGS::Writer file(m_contours.size() * kLines);
-    const auto write = [&](Key key, std::wstring_view value) {
-        file.Key(kKeys[key], value, {}, kKeyWidth, 0);
-    };
-    const auto integer = [](unsigned long long value) { return NumberText::FromInteger(value); };
-    for (std::size_t i = 0; i < m_contours.size(); ++i) {
-        const ContourDefInfo& info = m_contours[i];
-        const auto type = static_cast<std::size_t>(info.lineType);
-        file.BeginSection(SectionName(i), {});
-        write(LEVEL, NumberText::FromFixed(info.level));
-        write(COLOR, integer(static_cast<unsigned>(DXFColor(RGBColor(info.trueColor)).Index())));
-        write(TRUE_COLOR, integer(info.trueColor));
-        write(LINE_TYPE, LINESTYLES[type < std::size(LINESTYLES) ? type : 0]);
-        write(LINE_WIDTH, NumberText::FromFixed(static_cast<double>(info.lineWidth)));
-        write(ANNOTATE, integer(info.annotate));
-        file.EndSection();
-    }
-    return file.Save(path);
+    return SETTINGS::Save(path, [this](SETTINGS::Writer& file) {
+        const auto write = [&](Key key, std::wstring_view value) {
+            file.Key(kKeys[key], value, {}, kKeyWidth, 0);
+        };
+        const auto integer = [](unsigned long long value) { return NumberText::FromInteger(value); };
+        for (std::size_t i = 0; i < m_contours.size(); ++i) {
+            const ContourDefInfo& info = m_contours[i];
+            const auto type = static_cast<std::size_t>(info.lineType);
+            file.BeginSection(SectionName(i), {});
+            write(LEVEL, NumberText::FromFixed(info.level));
+            write(COLOR, integer(static_cast<unsigned>(DXFColor(RGBColor(info.trueColor)).Index())));
+            write(TRUE_COLOR, integer(info.trueColor));
+            write(LINE_TYPE, LINESTYLES[type < std::size(LINESTYLES) ? type : 0]);
+            write(LINE_WIDTH, NumberText::FromFixed(static_cast<double>(info.lineWidth)));
+            write(ANNOTATE, integer(info.annotate));
+            file.EndSection();
+        }
+    });
 } catch (const std::bad_alloc&) {
     return false;
 }

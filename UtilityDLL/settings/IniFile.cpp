@@ -5,6 +5,9 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
+#include <utility>
+#include <vector>
 
 const Section IniFile::m_ErrorSection;
 
@@ -50,65 +53,101 @@ private:
 IniFile::IniFile(const std::wstring& path) { (void)Open(path); }
 
 ErrorString IniFile::Open(const std::wstring& path) {
+    Fault fault;
+    return Open(path, fault);
+}
+
+ErrorString IniFile::Open(const std::wstring& path, Fault& fault) {
     struct Builder : SETTINGS::Handler {
-        explicit Builder(NamedSequence<Section>& target) : sections(target) {}
+        Builder(NamedSequence<Section>& target, Fault& where) : sections(target), fault(where) {}
         bool OnSection(SETTINGS::Bytes name) override {
-            const std::wstring text = SETTINGS::Widened(name);
-            if (sections.Find(text) < sections.Size()) {
-                duplicate = text;
+            std::wstring text = SETTINGS::Widened(name);
+            if (const std::size_t position = sections.Find(text); position < sections.Size()) {
+                fault.section = std::move(text);
+                fault.firstLine = headerLines[position];
                 return false;
             }
-            section = &sections.Append(text);
+            headerLines.push_back(LineNumber());
+            section = &sections.Append(std::move(text));
             return true;
         }
         void OnKey(SETTINGS::Bytes name, SETTINGS::Bytes value, SETTINGS::Bytes comment) override {
             section->m_keys.Append(names.Get(name), SETTINGS::Widened(value), comments.Get(comment));
         }
         NamedSequence<Section>& sections;
+        Fault& fault;
         Section* section = nullptr;
-        std::wstring duplicate;
+        std::vector<std::uint32_t> headerLines;
         RecentTexts<HashedString<wchar_t>> names;
         RecentTexts<SharedValue<std::wstring>> comments;
     };
 
     Clear();
-    if (path.empty()) return ErrorString(false);
-    Builder builder(m_sections);
+    fault = {};
+    if (path.empty()) {
+        fault.kind = Fault::NOT_READABLE;
+        return false;
+    }
+    Builder builder(m_sections, fault);
     const SETTINGS::ReadResult result = SETTINGS::Read(path, builder);
     switch (result.status) {
     case SETTINGS::ReadStatus::COMPLETE:
         break;
     case SETTINGS::ReadStatus::NOT_OPENED:
+        fault.kind = Fault::NOT_READABLE;
         return ErrorString(LoadText(TextId::INI_ERROR_OPENING)) << path << LoadText(TextId::INI_FOR_READING);
     case SETTINGS::ReadStatus::BAD_HEADER:
+        fault.kind = Fault::NAMELESS_SECTION;
+        fault.line = result.lineNumber;
         return ErrorString(LoadText(TextId::INI_INVALID_SECTION)) << result.lineNumber;
     case SETTINGS::ReadStatus::STOPPED:
+        fault.kind = Fault::DUPLICATE_SECTION;
+        fault.line = result.lineNumber;
         return ErrorString(LoadText(TextId::INI_DUPLICATE_SECTION))
-               << builder.duplicate << LoadText(TextId::INI_FOUND);
+               << fault.section << LoadText(TextId::INI_FOUND);
     }
     return {};
 }
 
 ErrorString IniFile::Save(const std::wstring& path) const {
-    if (Empty()) return ErrorString(false);
-    std::size_t numLines = 0;
-    for (const Section& section : m_sections) numLines += section.m_keys.Size() + 2;
-    SETTINGS::Writer writer(numLines);
-    for (const Section& section : m_sections) {
-        // GetWriteOffsets counts UTF-16 units; a text for which that makes a difference cannot be stored
-        // anyway.
-        std::size_t nameWidth = 0;
-        std::size_t valueWidth = 0;
-        for (const SectionKey& key : section.m_keys) {
-            nameWidth = std::max(nameWidth, key.GetName().String().size());
-            valueWidth = std::max(valueWidth, key.GetValue().size());
+    if (Empty()) return false;
+    return SETTINGS::Save(path, [this](SETTINGS::Writer& writer) {
+        for (const Section& section : m_sections) {
+            // GetWriteOffsets counts UTF-16 units; a text for which that makes a difference cannot be stored
+            // anyway.
+            std::size_t nameWidth = 0;
+            std::size_t valueWidth = 0;
+            for (const SectionKey& key : section.m_keys) {
+                nameWidth = std::max(nameWidth, key.GetName().String().size());
+                valueWidth = std::max(valueWidth, key.GetValue().size());
+            }
+            writer.BeginSection(section.GetName().String(), section.GetComments());
+            for (const SectionKey& key : section.m_keys)
+                writer.Key(key.GetName().String(), key.GetValue(), key.GetComments(), nameWidth, valueWidth);
+            writer.EndSection();
         }
-        writer.BeginSection(section.GetName().String(), section.GetComments());
-        for (const SectionKey& key : section.m_keys)
-            writer.Key(key.GetName().String(), key.GetValue(), key.GetComments(), nameWidth, valueWidth);
-        writer.EndSection();
+    });
+}
+
+ErrorString IniFile::CheckStorable() const {
+    if (Empty()) return L"there is no section";
+    std::set<std::wstring_view, decltype(&SmallerW)> names(&SmallerW);
+    for (const Section& section : m_sections) {
+        const std::wstring& name = section.GetName().String();
+        const std::wstring place = L"[" + name + L"]: ";
+        if (const ErrorString fault = SETTINGS::CheckSectionName(name); !fault) return place + fault.Text();
+        if (!names.insert(name).second)
+            return place + L"another section has this name already (letter case does not count)";
+        if (const ErrorString fault = SETTINGS::CheckSectionComment(section.GetComments()); !fault)
+            return place + fault.Text();
+        for (const SectionKey& key : section.m_keys) {
+            const std::wstring& keyName = key.GetName().String();
+            if (const ErrorString fault = SETTINGS::CheckKeyLine(keyName, key.GetValue(), key.GetComments());
+                !fault)
+                return L"[" + name + L"] \"" + keyName + L"\": " + fault.Text();
+        }
     }
-    return ErrorString(writer.Save(path));
+    return {};
 }
 
 bool IniFile::Open(const FileObject& file) {

@@ -6,6 +6,7 @@
 #include "VelmBase/FileName.h"
 #include "VelmBase/FileObject.h"
 
+#include <cstdint>
 #include <string>
 
 /// A settings file: sections in file order, read from and written to a plain text file of bracketed headers
@@ -13,6 +14,18 @@
 ///
 /// Section names are unique, whatever their letter case. References to sections hold while sections are
 /// added.
+///
+/// Sections and keys take any text, but a line of a file does not carry all of them. Save() writes these as
+/// well, and Open() does not bring them back as they were:
+///   - in the name of a section, "]" and line feeds. With an empty name, or with two that differ in letter
+///     case alone, as Section::SetName() can make them, the file cannot be opened any more;
+///   - in a key's name, "=", ";", line feeds, blanks (" \t\n\r") at its ends, and "[" at its start when "]"
+///     follows anywhere in the line;
+///   - in a value, ";", line feeds and blanks at its ends; the whole value of a key without a name;
+///   - in a comment, line feeds and blanks at its end;
+///   - a key without a name and without a comment;
+///   - the comment of a section; what follows a line feed in it is read as lines of its own.
+/// CheckStorable() tells before.
 class UTILITYDLL_API IniFile {
 public:
     IniFile() = default;
@@ -29,12 +42,35 @@ public:
     ErrorString Open(const std::wstring& path);
     ErrorString Open(const FileName& name) { return Open(name.Path()); }
 
+    /// Where opening a file stopped, for hosts that point at it.
+    struct Fault {
+        enum Kind : std::int32_t {
+            NONE,
+            NOT_READABLE,      ///< an empty path, or no readable regular file
+            DUPLICATE_SECTION, ///< a section name that was there before
+            NAMELESS_SECTION,  ///< a header "[]"
+        };
+        Kind kind = NONE;
+        std::uint32_t line = 0;      ///< of the header that is at fault, from 1; 0 when none is
+        std::uint32_t firstLine = 0; ///< of a duplicate: the line of the header that was there before
+        std::wstring section;        ///< of a duplicate: the name as the line at fault spells it
+    };
+
+    /// The same, and tells in `fault` what it was and where.
+    ErrorString Open(const std::wstring& path, Fault& fault);
+
     /// Writes the whole file, with aligned columns and CR LF line ends: the file on disk is the whole old one
     /// or the whole new one, and the result says which (see FILES::ReplaceContents for how, and for links and
-    /// permissions). False without a text when there is no section, when a text has a character above 255, or
-    /// when the file cannot be written.
+    /// permissions). False without a text when there is no section, when a text has a character above 255,
+    /// when the file cannot be written, or when memory runs out; a save takes a few kilobytes, whatever the
+    /// size of the file.
     ErrorString Save(const std::wstring& path) const;
     ErrorString Save(const FileName& name) const { return Save(name.Path()); }
+
+    /// Whether Save() can write the texts and Open() gives the same section names, and for each key the same
+    /// name, value and comment. The text of an error names the first section and key that would be lost or
+    /// changed, and why. Comments of sections, which are never read, count only when they would add lines.
+    ErrorString CheckStorable() const;
 
     /// Adds the sections of `file`, without comments; a section that is there already is replaced. Always
     /// true.

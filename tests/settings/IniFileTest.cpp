@@ -769,3 +769,192 @@ TEST(IniFile_FileObject, OpenPassesOverANamelessSection) {
     EXPECT_TRUE(file.Open(source));
     EXPECT_EQ((PlainFile{{L"a", {{L"y", L"2", L""}}}}), Plain(file));
 }
+
+// Where opening stopped
+
+TEST(IniFile_Fault, TellsKindLineAndSection) {
+    struct Row {
+        std::string_view bytes;
+        IniFile::Fault::Kind kind;
+        std::uint32_t line, firstLine;
+        std::wstring section;
+    };
+    using Fault = IniFile::Fault;
+    for (const Row& row : std::initializer_list<Row>{
+             {"[a]\nk=1\n", Fault::NONE, 0, 0, L""},
+             {"", Fault::NONE, 0, 0, L""},
+             {"[a]\n\n[b]\nk=1\n\n[A]\n", Fault::DUPLICATE_SECTION, 6, 1, L"A"},
+             {"x\n[a]\n[b]\n[c]\r\n[b];c\n[a]\n", Fault::DUPLICATE_SECTION, 5, 3, L"b"},
+             {"\n[a]\n  []\n[a]\n", Fault::NAMELESS_SECTION, 3, 0, L""},
+             {"[]", Fault::NAMELESS_SECTION, 1, 0, L""},
+         }) {
+        SCOPED_TRACE(row.bytes);
+        const TemporaryFolder folder;
+        const std::wstring path = folder.File(L"a.ini");
+        WriteBytes(path, row.bytes);
+        IniFile file;
+        Fault fault{Fault::NOT_READABLE, 7, 8, L"left from before"};
+        const ErrorString result = file.Open(path, fault);
+        EXPECT_EQ(row.kind == Fault::NONE, result);
+        EXPECT_EQ(row.kind, fault.kind);
+        EXPECT_EQ(row.line, fault.line);
+        EXPECT_EQ(row.firstLine, fault.firstLine);
+        EXPECT_EQ(row.section, fault.section);
+        EXPECT_EQ(Opened(row.bytes).result.Text(), result.Text()); // the text is the same
+    }
+}
+
+TEST(IniFile_Fault, AFileThatCannotBeReadHasNoLine) {
+    const TemporaryFolder folder;
+    for (const std::wstring& path : {std::wstring(), folder.File(L"missing"), WidePath(folder.Path())}) {
+        IniFile file;
+        IniFile::Fault fault{IniFile::Fault::NONE, 7, 8, L"left from before"};
+        EXPECT_FALSE(file.Open(path, fault));
+        EXPECT_EQ(IniFile::Fault::NOT_READABLE, fault.kind);
+        EXPECT_EQ(0u, fault.line);
+        EXPECT_EQ(0u, fault.firstLine);
+        EXPECT_EQ(L"", fault.section);
+    }
+}
+
+// What does not come back
+
+namespace {
+
+/// Whether saving and opening gives what `file` holds, but for the comments of sections.
+bool ComesBack(const IniFile& file) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    IniFile back;
+    return file.Save(path) && back.Open(path) && Plain(back) == Plain(file);
+}
+
+/// The message of the check of a file with one section and one key; empty when nothing is lost.
+std::wstring CheckOf(const std::wstring& section, const std::wstring& name, const std::wstring& value,
+                     const std::wstring& comment) {
+    IniFile file;
+    file[L"placeholder"].AddKey(SectionKey(HashedString<wchar_t>(name), value, comment));
+    file[0].SetName(HashedString<wchar_t>(section));
+    const ErrorString result = file.CheckStorable();
+    EXPECT_EQ(result, ComesBack(file)) << ToUtf8(result.Text());
+    EXPECT_EQ(result, result.Text().empty());
+    return result.Text();
+}
+
+} // namespace
+
+TEST(IniFile_CheckStorable, NamesThePlaceAndTheReason) {
+    struct Row {
+        const wchar_t *section, *name, *value, *comment;
+        std::wstring message;
+    };
+    const std::wstring key = L"[s] \"k\": ";
+    const std::wstring oneLine = L"has a line break; a settings file keeps it on one line";
+    const std::wstring noBlanks =
+        L"begins or ends with a blank, which a settings file does not keep; leave it out";
+    const std::wstring header =
+        L"begins with \"[\" and a \"]\" follows: the line would be a section's header";
+    for (const Row& row : std::initializer_list<Row>{
+             {L"s", L"k", L"v", L"c", L""},
+             {L" s [=;\r", L"k [a] \r x", L"= [v] \r x", L" c;]=\r x", L""},
+             {L"s", L"k", L"", L"", L""},
+             {L"s", L"", L"", L"note", L""},
+             {L"s", L"[k", L"v", L"c", L""},
+             {L"\u00FF", L"\u00FF", L"\u00A0", L"\u00A0", L""},
+             {L"", L"k", L"v", L"", L"[]: the section name is empty"},
+             {L"a]b", L"k", L"v", L"",
+              L"[a]b]: the section name has a \"]\", which ends it in a settings file; leave it out"},
+             {L"a\nb", L"k", L"v", L"", L"[a\nb]: the section name " + oneLine},
+             {L"\u03A9", L"k", L"v", L"",
+              L"[\u03A9]: the section name has the character U+03A9; a settings file holds characters up to "
+              L"U+00FF"},
+             {L"s", L"a=b", L"v", L"",
+              L"[s] \"a=b\": the key name has a \"=\", which ends it in a settings file; leave it out"},
+             {L"s", L"a;b", L"v", L"",
+              L"[s] \"a;b\": the key name has a \";\", which ends it in a settings file; leave it out"},
+             {L"s", L"k ", L"v", L"", L"[s] \"k \": the key name " + noBlanks},
+             {L"s", L"\tk", L"v", L"", L"[s] \"\tk\": the key name " + noBlanks},
+             {L"s", L"a\nb", L"v", L"", L"[s] \"a\nb\": the key name " + oneLine},
+             {L"s", L"[k]", L"v", L"", L"[s] \"[k]\": the key name " + header},
+             {L"s", L"[k", L"v]", L"", L"[s] \"[k\": the key name " + header},
+             {L"s", L"[k", L"v", L"]", L"[s] \"[k\": the key name " + header},
+             {L"s", L"k", L"a;b", L"",
+              key + L"the value has a \";\", which ends it in a settings file; leave it out"},
+             {L"s", L"k", L" v", L"", key + L"the value " + noBlanks},
+             {L"s", L"k", L"v\r", L"", key + L"the value " + noBlanks},
+             {L"s", L"k", L"a\nb", L"", key + L"the value " + oneLine},
+             {L"s", L"k", L"\U0001F6A2", L"",
+              key + L"the value has the character U+1F6A2; a settings file holds characters up to U+00FF"},
+             {L"s", L"k", L"v", L"a\nb", key + L"the comment " + oneLine},
+             {L"s", L"k", L"v", L"c ",
+              key + L"the comment ends with a blank, which a settings file does not keep; leave it out"},
+             {L"s", L"k", L"v", L" ",
+              key + L"the comment ends with a blank, which a settings file does not keep; leave it out"},
+             {L"s", L"", L"v", L"", L"[s] \"\": the key name is empty, and its value would be lost"},
+             {L"s", L"", L"v", L"c", L"[s] \"\": the key name is empty, and its value would be lost"},
+             {L"s", L"", L"", L"",
+              L"[s] \"\": the key name is empty, and so is the comment: the line would be blank"},
+         })
+        EXPECT_EQ(row.message, CheckOf(row.section, row.name, row.value, row.comment));
+}
+
+TEST(IniFile_CheckStorable, AFileHasSectionsAndEachNameOnce) {
+    IniFile file;
+    EXPECT_EQ(L"there is no section", file.CheckStorable().Text());
+    file[L"\u00E9 a"];
+    file[L"b"];
+    EXPECT_TRUE(file.CheckStorable());
+    file[1].SetName(HashedString<wchar_t>(L"\u00C9 A"));
+    EXPECT_EQ(L"[\u00C9 A]: another section has this name already (letter case does not count)",
+              file.CheckStorable().Text());
+    EXPECT_FALSE(ComesBack(file));
+}
+
+TEST(IniFile_CheckStorable, OfASectionsCommentOnlyWhatWouldBecomeALineCounts) {
+    for (const auto& [comment, good] : std::initializer_list<std::pair<const wchar_t*, bool>>{
+             {L" any ; [text] = ", true},
+             {L"\n", true},
+             {L"a\n \t\r\n", true},
+             {L"a\nb", false},
+             {L"\n;", false},
+             {L"a\n[b]", false},
+             {L"\u03A9", false},
+         }) {
+        IniFile file;
+        file[L"s"].SetComments(comment);
+        const ErrorString result = file.CheckStorable();
+        EXPECT_EQ(good, result) << ::testing::PrintToString(comment);
+        EXPECT_EQ(good, ComesBack(file)) << ::testing::PrintToString(comment);
+        EXPECT_EQ(good, result.Text().find(L"[s]: the section comment ") != 0);
+    }
+}
+
+TEST(IniFile_CheckStorable, IsTrueExactlyWhenEverythingComesBack) {
+    Random random(91);
+    const auto text = [&] {
+        return random.Text(L"abA  \t\r\n;=[]\u00E9\u00C9\u03A9", random.OnceIn(4) ? 6 : 2);
+    };
+    int storable = 0, lost = 0;
+    for (int round = 0; round < 4000; ++round) {
+        IniFile file;
+        const bool mild = random.OnceIn(2); // many faults hide each other
+        const auto some = [&](const wchar_t* plain) {
+            return mild && !random.OnceIn(8) ? std::wstring(plain) : text();
+        };
+        for (unsigned s = 1 + random.Below(2); s > 0; --s) {
+            Section section(L"placeholder" + std::to_wstring(s));
+            for (unsigned k = random.Below(3); k > 0; --k)
+                section.AddKey(
+                    SectionKey(HashedString<wchar_t>(some(L"name")), some(L"value"), some(L"comment")));
+            if (random.OnceIn(4)) section.SetComments(some(L"comment"));
+            file.AddSection(section);
+        }
+        for (int s = 0; s < file.NumSections(); ++s)
+            file[s].SetName(HashedString<wchar_t>(some(s == 0 ? L"first" : L"second")));
+        const ErrorString result = file.CheckStorable();
+        ASSERT_EQ(result, ComesBack(file)) << ToUtf8(result.Text()) << '\n' << SavedBytes(file);
+        ++(result ? storable : lost);
+    }
+    EXPECT_GT(storable, 500);
+    EXPECT_GT(lost, 500);
+}

@@ -183,8 +183,10 @@ protected:
             << "strace is missing or may not trace here: nothing of this test can be shown";
     }
 
-    /// Saves with a fault injected into `call`; the exit code of the save, -1 when it was killed.
-    static int SaveWithFault(const SaveTarget& target, const SystemCall& call, const std::string& fault) {
+    /// Saves with a fault injected into `call`, and into so many of that name in a row; the exit code of the
+    /// save, -1 when it was killed.
+    static int SaveWithFault(const SaveTarget& target, const SystemCall& call, const std::string& fault,
+                             int times = 1) {
         std::vector<std::string> command = {"strace",
                                             "-f",
                                             "-qq",
@@ -194,7 +196,8 @@ protected:
                                             "trace=" + call.name,
                                             "-e",
                                             "inject=" + call.name + ":" + fault +
-                                                ":when=" + std::to_string(call.number)};
+                                                ":when=" + std::to_string(call.number) + ".." +
+                                                std::to_string(call.number + times - 1)};
         for (const std::string& word : SaveCommand(target)) command.push_back(word);
         return RunProgram(command);
     }
@@ -205,12 +208,12 @@ protected:
 // Kept: permissions, owners, links
 
 TEST(IniFile_SaveFault, KeepsModeAndOwner) {
-    for (const mode_t mode : {0600u, 0640u, 0644u, 0664u, 0666u, 0755u, 0200u | 0400u}) {
+    for (const mode_t mode : {0600u, 0640u, 0644u, 0664u, 0666u, 0755u, 04755u, 02755u, 01644u, 07777u}) {
         const SaveTarget target(true);
-        ASSERT_EQ(0, chmod(target.NativeName().c_str(), mode));
         if (IsRoot()) {
             ASSERT_EQ(0, chown(target.NativeName().c_str(), 1234, 4321));
         }
+        ASSERT_EQ(0, chmod(target.NativeName().c_str(), mode)); // behind chown, which takes set-id bits away
         ASSERT_TRUE(NewContent().Save(target.Path()));
         EXPECT_EQ(NewBytes(), target.Bytes());
         EXPECT_EQ(mode, target.Status().st_mode & 07777);
@@ -220,6 +223,23 @@ TEST(IniFile_SaveFault, KeepsModeAndOwner) {
         }
         EXPECT_EQ(1u, target.Folder().NumFiles());
     }
+}
+
+TEST(IniFile_SaveFault, KeepsTheSetIdBitsThatWritingTakesFromAnOrdinaryUsersFile) {
+    for (const bool inPlace : {false, true})
+        for (const mode_t mode : {04755u, 02755u, 01755u, 06711u}) {
+            const SaveTarget target(true);
+            if (IsRoot()) {
+                ASSERT_EQ(0, chown(target.NativeName().c_str(), 65534, 65534));
+                ASSERT_EQ(0, chown(target.Folder().Path().c_str(), 65534, 65534));
+            }
+            if (inPlace)
+                fs::create_hard_link(NativePath(target.Path()), target.Folder().Path() / "other.ini");
+            ASSERT_EQ(0, chmod(target.NativeName().c_str(), mode));
+            EXPECT_TRUE(AsOrdinaryUser([&] { return NewContent().Save(target.Path()); }));
+            EXPECT_EQ(NewBytes(), target.Bytes());
+            EXPECT_EQ(mode, target.Status().st_mode & 07777) << inPlace;
+        }
 }
 
 TEST(IniFile_SaveFault, ANewFileHasTheModeOfTheProcess) {
@@ -261,6 +281,17 @@ TEST(IniFile_SaveFault, ASymbolicLinkStaysALink) {
         EXPECT_EQ(3u, links.NumFiles());
         EXPECT_EQ(1u, files.NumFiles());
     }
+}
+
+TEST(IniFile_SaveFault, EachLinkOfALongChainStaysALink) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.File(L"0"), kOld);
+    for (int i = 1; i <= 5; ++i) fs::create_symlink(std::to_string(i - 1), folder.Path() / std::to_string(i));
+    ASSERT_TRUE(NewContent().Save(folder.File(L"5")));
+    for (int i = 1; i <= 5; ++i) EXPECT_TRUE(fs::is_symlink(folder.Path() / std::to_string(i))) << i;
+    EXPECT_FALSE(fs::is_symlink(folder.Path() / "0"));
+    EXPECT_EQ(NewBytes(), ReadBytes(folder.File(L"0")));
+    EXPECT_EQ(6u, folder.NumFiles());
 }
 
 TEST(IniFile_SaveFault, ADanglingLinkGetsItsFile) {
@@ -389,6 +420,38 @@ TEST(IniFile_SaveFault, AFileSizeLimitKeepsTheOldFile) {
         }
 }
 
+TEST(IniFile_SaveFault, AFileThatIsMostlyPaddingFailsForItsSizeAndNotForMemory) {
+    // A long name sets the column of 20,000 short keys: four gigabytes from a third of a megabyte of texts.
+    IniFile file;
+    Section& section = file[L"s"];
+    section.AddKey(std::wstring(200'000, L'n'));
+    for (int i = 0; i < 20'000; ++i) section.AddKey(L"k" + std::to_wstring(i));
+    for (const bool inPlace : {false, true}) {
+        const SaveTarget target(true);
+        if (inPlace) fs::create_hard_link(NativePath(target.Path()), target.Folder().Path() / "other.ini");
+        EXPECT_FALSE(InChild([&] {
+            std::signal(SIGXFSZ, SIG_IGN);
+            const rlimit most{4 << 20, 4 << 20};
+            setrlimit(RLIMIT_FSIZE, &most);
+            return file.Save(target.Path());
+        }));
+        EXPECT_EQ(kOld, target.Bytes()) << inPlace;
+        EXPECT_EQ(inPlace ? 2u : 1u, target.Folder().NumFiles());
+    }
+}
+
+TEST(IniFile_SaveFault, ATextThatCannotBeStoredLeavesAFileOfSeveralLinks) {
+    const SaveTarget target(true);
+    fs::create_hard_link(NativePath(target.Path()), target.Folder().Path() / "other.ini");
+    const timespec before = target.Status().st_mtim;
+    IniFile file = NewContent(200'000); // the fault comes after the first pieces
+    file[L"New"][L"last"] << L"\u03A9";
+    EXPECT_FALSE(file.Save(target.Path()));
+    EXPECT_EQ(kOld, target.Bytes());
+    const timespec after = target.Status().st_mtim;
+    EXPECT_EQ(std::pair(before.tv_sec, before.tv_nsec), std::pair(after.tv_sec, after.tv_nsec));
+}
+
 TEST(IniFile_SaveFault, AFullDiskKeepsTheOldFile) {
     const TemporaryFolder mountPoint;
     if (mount("tmpfs", mountPoint.Path().c_str(), "tmpfs", 0, "size=64k") != 0)
@@ -483,6 +546,53 @@ TEST_F(TracedSaves, KilledAtEverySystemCallTheFileIsWhole) {
             EXPECT_EQ(1u, target.Folder().NumFiles()) << call.line;
         }
         EXPECT_EQ(2u, outcomes.size()); // both were met: the kills lay on both sides of the exchange
+    }
+}
+
+TEST_F(TracedSaves, APrivateFileIsPrivateAtEveryMoment) {
+    for (const mode_t mode : {0600u, 0640u, 0604u}) {
+        const auto prepare = [&](const SaveTarget& target) {
+            if (IsRoot()) {
+                ASSERT_EQ(0, chown(target.NativeName().c_str(), 1234, 4321));
+            }
+            ASSERT_EQ(0, chmod(target.NativeName().c_str(), mode));
+        };
+        const SaveTarget sample(true);
+        prepare(sample);
+        int seen = 0;
+        for (const SystemCall& call : TracedSave(sample)) {
+            const SaveTarget target(true);
+            prepare(target);
+            SaveWithFault(target, call, "signal=KILL");
+            struct stat left {};
+            const fs::path temporary = target.Folder().Path() / ".a.ini.saving";
+            if (stat(temporary.c_str(), &left) != 0) continue;
+            ++seen;
+            EXPECT_EQ(0u, left.st_mode & 07777 & ~mode) << call.line;
+        }
+        EXPECT_GT(seen, 3) << "the temporary file was hardly seen: nothing is shown";
+    }
+}
+
+TEST_F(TracedSaves, AnInterruptedSystemCallIsDoneAgain) {
+    const std::string saved = SavedByCommand();
+    for (const bool inPlace : {false, true}) {
+        const auto prepare = [&](const SaveTarget& target) {
+            if (inPlace)
+                fs::create_hard_link(NativePath(target.Path()), target.Folder().Path() / "other.ini");
+        };
+        const SaveTarget sample(true);
+        prepare(sample);
+        int interrupted = 0;
+        for (const SystemCall& call : TracedSave(sample)) {
+            if (!WorksOnFiles(call.name) || call.name == "close") continue;
+            const SaveTarget target(true);
+            prepare(target);
+            EXPECT_EQ(0, SaveWithFault(target, call, "error=EINTR", 3)) << call.line;
+            EXPECT_EQ(saved, target.Bytes()) << call.line;
+            ++interrupted;
+        }
+        EXPECT_GT(interrupted, 5);
     }
 }
 

@@ -12,10 +12,12 @@
 #include "UtilityDLL/settings/FileChecksum.h"
 #include "tests/support/IniFiles.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <new>
 
 namespace {
@@ -26,6 +28,8 @@ bool counting = false;
 int untilFailure = 0; // 1: the next one fails
 bool failForEver = false;
 bool failed = false; // since it was last set back
+std::size_t liveBytes = 0;
+std::size_t peakBytes = 0; // since it was last set back
 
 void* Allocate(std::size_t size, std::size_t alignment) {
     if (counting) {
@@ -39,6 +43,8 @@ void* Allocate(std::size_t size, std::size_t alignment) {
                              ? std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment)
                              : std::malloc(size > 0 ? size : 1);
     live += memory != nullptr;
+    liveBytes += malloc_usable_size(memory);
+    peakBytes = std::max(peakBytes, liveBytes);
     return memory;
 }
 
@@ -50,6 +56,7 @@ void* AllocateOrThrow(std::size_t size, std::size_t alignment) {
 
 void Free(void* memory) {
     live -= memory != nullptr;
+    liveBytes -= malloc_usable_size(memory);
     std::free(memory);
 }
 
@@ -211,12 +218,65 @@ TEST(OutOfMemory, Save) {
     ExpectSurvival([&](const Faulty& faulty) {
         WriteBytes(path, old);
         ErrorString result(false);
-        const bool ended = faulty([&] { result = file.Save(path); });
-        ASSERT_EQ(ended && result ? saved : old, ReadBytes(path));
+        ASSERT_TRUE(faulty([&] { result = file.Save(path); })) << "thrown";
+        ASSERT_EQ(result ? saved : old, ReadBytes(path));
         ASSERT_EQ(1u, folder.NumFiles());
         ASSERT_TRUE(file.Save(path));
         ASSERT_EQ(saved, ReadBytes(path));
     });
+}
+
+TEST(OutOfMemory, SaveInPlace) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    const IniFile file = LongFile(5, 5);
+    const std::string old = "[old]\r\n", saved = SavedBytes(file);
+    WriteBytes(path, old);
+    std::filesystem::create_hard_link(NativePath(path), folder.Path() / "other.ini");
+    ExpectSurvival([&](const Faulty& faulty) {
+        WriteBytes(path, old);
+        ErrorString result(false);
+        ASSERT_TRUE(faulty([&] { result = file.Save(path); })) << "thrown";
+        ASSERT_EQ(result ? saved : old, ReadBytes(path));
+    });
+}
+
+TEST(OutOfMemory, SaveOfTheBaseLibrarysContainer) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.col");
+    FileObject object;
+    for (int i = 0; i < 5; ++i) object.SetItem(LongName(i), LongName(i), LongName(i), true);
+    ASSERT_TRUE(object.Save(path, 0));
+    const std::string old = "[old]\r\n", saved = ReadBytes(path);
+    ExpectSurvival([&](const Faulty& faulty) {
+        WriteBytes(path, old);
+        bool result = false;
+        ASSERT_TRUE(faulty([&] { result = object.Save(path, 0); })) << "thrown";
+        ASSERT_EQ(result ? saved : old, ReadBytes(path));
+        ASSERT_EQ(1u, folder.NumFiles());
+    });
+}
+
+TEST(OutOfMemory, ALargeFileIsSavedInLittleMemory) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    IniFile file; // a long name sets the column of short keys: 25 MB of blanks
+    FileObject object;
+    Section& section = file[L"s"];
+    section.AddKey(std::wstring(5000, L'n'));
+    for (int i = 0; i < 5000; ++i) section.AddKey(std::to_wstring(i));
+    ASSERT_TRUE(file.Save(object));
+    constexpr std::size_t kMost = 1 << 20;
+    const auto peakOf = [](const std::function<bool()>& save) {
+        peakBytes = liveBytes;
+        const std::size_t before = liveBytes;
+        EXPECT_TRUE(save());
+        return peakBytes - before;
+    };
+    EXPECT_LT(peakOf([&] { return file.Save(path); }), kMost);
+    EXPECT_LT(25'000'000u, std::filesystem::file_size(NativePath(path)));
+    EXPECT_LT(peakOf([&] { return object.Save(path, 0); }), kMost);
+    EXPECT_LT(25'000'000u, std::filesystem::file_size(NativePath(path)));
 }
 
 TEST(OutOfMemory, AddSection) {

@@ -1,6 +1,5 @@
 #include "VelmBase/ColorTable.h"
 
-#include "tests/support/BasePrinters.h"
 #include "tests/support/ColorPrinters.h"
 #include "tests/support/TestFiles.h"
 

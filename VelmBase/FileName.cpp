@@ -16,10 +16,10 @@ std::size_t ExtensionStart(const std::wstring& path) {
 } // namespace
 
 void FileName::SetExtension(const std::wstring& extension) {
-    m_path.resize(ExtensionStart(m_path));
-    if (extension.empty()) return;
-    if (extension[0] != L'.') m_path += L'.';
-    m_path += extension;
+    std::wstring path =
+        m_path.substr(0, ExtensionStart(m_path)); // not in place: `extension` may be a part of it
+    if (!extension.empty() && extension[0] != L'.') path += L'.';
+    m_path = path + extension;
 }
 
 std::wstring FileName::Title() const { return GetTitleFromPath(m_path); }

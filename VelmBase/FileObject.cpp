@@ -14,9 +14,9 @@ std::wstring InCapitals(std::wstring text) {
 }
 
 // Appends an element and notes its position under its name; neither when memory runs out in between.
-template <typename Element>
-void AppendNamed(std::vector<Element>& elements, std::unordered_map<std::wstring, std::size_t>& positions,
-                 std::wstring capitals, Element element) {
+template <typename Elements>
+void AppendNamed(Elements& elements, std::unordered_map<std::wstring, std::size_t>& positions,
+                 std::wstring capitals, typename Elements::value_type element) {
     elements.push_back(std::move(element));
     try {
         positions.emplace(std::move(capitals), elements.size() - 1);
@@ -58,7 +58,8 @@ bool FobjSection::SetItem(const std::wstring& key, const std::wstring& value, bo
     return true;
 }
 
-bool FileObject::Open(const std::wstring& path, int /*flags*/) {
+bool FileObject::Open(const std::wstring& givenPath, int /*flags*/) {
+    const std::wstring path = givenPath; // an item goes with its section
     struct Collector : SETTINGS::Handler {
         explicit Collector(FileObject& target) : file(target) {}
         bool OnSection(SETTINGS::Bytes name) override {

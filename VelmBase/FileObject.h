@@ -3,6 +3,7 @@
 #include "VelmBase/Export.h"
 
 #include <cstddef>
+#include <deque>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -73,6 +74,6 @@ public:
 private:
     FobjSection& SectionOf(const std::wstring& name);
 
-    std::vector<FobjSection> m_sections;
+    std::deque<FobjSection> m_sections; // a text of one may be given to another that is added
     std::unordered_map<std::wstring, std::size_t> m_positions; // by the name in capitals
 };

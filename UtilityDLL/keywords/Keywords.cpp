@@ -229,8 +229,8 @@ std::wstring CKeywords::ToString() const {
 }
 
 void CKeywords::FromString(const std::wstring& text) {
+    const CVelmString names(text, kSeparator); // first, since the text may be a keyword's
     Clear();
-    const CVelmString names(text, kSeparator);
     for (int i = 0; i < names.NumItems(); ++i)
         if (const std::wstring name = names.GetItem(i); !name.empty()) CountOne(name, {});
 }

@@ -57,7 +57,8 @@ ErrorString IniFile::Open(const std::wstring& path) {
     return Open(path, fault);
 }
 
-ErrorString IniFile::Open(const std::wstring& path, Fault& fault) {
+ErrorString IniFile::Open(const std::wstring& givenPath, Fault& fault) {
+    const std::wstring path = givenPath; // the value of a key goes with its section
     struct Builder : SETTINGS::Handler {
         Builder(NamedSequence<Section>& target, Fault& where) : sections(target), fault(where) {}
         bool OnSection(SETTINGS::Bytes name) override {

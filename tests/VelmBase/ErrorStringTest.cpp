@@ -129,3 +129,11 @@ TEST(ErrorString, CopiesAndMoves) {
     EXPECT_FALSE(moved);
     EXPECT_EQ(L"text", moved.Text());
 }
+
+TEST(ErrorString, AppendsItsOwnText) {
+    ErrorString error(L"a text that is longer than any small buffer");
+    const std::wstring text = error.Text();
+    error << error.Text();
+    error << error.Text().c_str();
+    EXPECT_EQ(text + text + text + text, error.Text());
+}

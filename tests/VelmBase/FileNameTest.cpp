@@ -36,3 +36,10 @@ TEST(FileName, SetExtensionReplacesAddsOrRemoves) {
         EXPECT_EQ(row.result, name.Path()) << row.path << L" + " << row.extension;
     }
 }
+
+TEST(FileName, SetExtensionTakesAPieceOfItsOwnPath) {
+    const std::wstring title = L"survey of the harbour"; // longer than a small buffer
+    FileName name(title + L".ini");
+    name.SetExtension(name.Path());
+    EXPECT_EQ(title + L"." + title + L".ini", name.Path());
+}

@@ -167,3 +167,33 @@ TEST(FileObject, ManySectionsAndItemsCostNoMoreThanTheirNumber) {
     EXPECT_EQ(50000, file.GetSection(L"one")->NumItems());
     EXPECT_NE(nullptr, file.GetItem(L"49999", L"k"));
 }
+
+TEST(FileObject, EveryOperationTakesWhatLivesInTheObject) {
+    const std::wstring text = L"a text that is longer than any small buffer";
+    for (const std::wstring& name : {text, std::wstring(L"s")}) { // a short text moves with its owner
+        FileObject file;
+        file.SetItem(name, name, name, true);
+        for (int i = 0; i < 40; ++i) { // the sections and the items move as they grow
+            const FobjSection& first = *file.GetSection(name);
+            const std::wstring next = std::to_wstring(i);
+            ASSERT_TRUE(file.SetItem(next, first.Name(), *first.GetItem(name), true));
+            ASSERT_TRUE(file.SetItem(L"n" + next, next, file.GetSection(name)->Name(), true));
+            ASSERT_EQ(name, *file.GetItem(next, name));
+            ASSERT_EQ(name, *file.GetItem(L"n" + next, next));
+            const std::wstring& value = *file.GetItem(name, name);
+            ASSERT_TRUE(file.SetItem(name, next, value, true));
+            ASSERT_TRUE(file.SetItem(name, *file.GetItem(name, next), *file.GetItem(name, next), true));
+            ASSERT_EQ(name, *file.GetItem(name, next));
+        }
+    }
+}
+
+TEST(FileObject, OpenTakesItsPathFromAnItemOfItsOwn) {
+    const TemporaryFolder folder;
+    const std::wstring next = folder.File(L"next.ini");
+    WriteBytes(next, "[n]\r\na=1\r\n");
+    FileObject file;
+    file.SetItem(L"P", L"Next", next, true);
+    EXPECT_TRUE(file.Open(*file.GetItem(L"P", L"Next"), 0));
+    EXPECT_THAT(Content(file), ElementsAre(L"[n]", L"a=1"));
+}

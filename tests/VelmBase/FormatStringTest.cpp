@@ -98,3 +98,13 @@ TEST(FormatString, RandomTextsSplitAsACharacterLoopAndJoinToThemselves) {
         ASSERT_EQ(text, format.Text());
     }
 }
+
+TEST(FormatString, ItsOwnItemsCanBeAddedAndSet) {
+    const std::wstring text = L"an item that is longer than any small buffer";
+    FormatString items(text, L',');
+    for (int i = 0; i < 20; ++i) items.AddItem(items.Item(0)); // the items move as they grow
+    items.SetItem(40, items.Item(3));
+    items.SetItem(0, items.Item(0));
+    for (const int i : {0, 1, 20, 40}) EXPECT_EQ(text, items.Item(i)) << i;
+    EXPECT_EQ(41, items.NumItems());
+}

@@ -588,3 +588,34 @@ TEST(CKeywords, ChecksumIsThatOfItsSection) {
     EXPECT_TRUE(set.Write(section));
     EXPECT_EQ(section.ComputeChecksum(), set.GetChecksum());
 }
+
+TEST(CKeywords, EveryOperationTakesWhatLivesInTheSet) {
+    const std::wstring text = L"%a text that is longer than a small buffer%b%";
+    const auto made = [&] { return SetOf({Keyword(L"k", text, 1), Keyword(L"b", L"2", 0)}); };
+
+    CKeywords set = made();
+    set.FromString(set.GetKeyword(0)->value);
+    EXPECT_EQ((Rows{Keyword(text.substr(1, text.size() - 4), L"", 1), Keyword(L"b", L"", 1)}), RowsOf(set));
+    set.FromString(set.GetKeywordConst(0)->name);
+    EXPECT_EQ(1, set.GetSize());
+
+    set = made();
+    set.AddKeywordsInString(set.GetKeyword(0)->value);
+    EXPECT_EQ(3, set.GetSize());
+    for (int i = 0; i < 20; ++i) { // a copy of its own keyword, under another name
+        CKeyword copy = *set.GetKeyword(0);
+        copy.name += std::to_wstring(i);
+        set.AddKeyword(&copy);
+        set.AddKeyword(set.GetKeyword(set.GetSize() - 1));
+        set.AddKeywordToFront(set.GetKeyword(0));
+    }
+    EXPECT_EQ(23, set.GetSize());
+    set.RemoveKeyword(set.GetKeyword(1)->name, true);
+    set.RemoveKeyword(set.GetKeyword(0)->name, true);
+    EXPECT_EQ(21, set.GetSize());
+    EXPECT_EQ(nullptr, set.GetKeyword(L"k"));
+    EXPECT_EQ(set.GetKeyword(5), set.GetKeyword(set.GetKeyword(5)->name));
+    const CKeywords& self = set;
+    set = self;
+    EXPECT_EQ(21, set.GetSize());
+}

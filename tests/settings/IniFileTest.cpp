@@ -617,6 +617,64 @@ TEST(IniFile_Save, ASealSurvivesTheFile) {
     for (int i = 0; i < sections; ++i) ASSERT_TRUE(changed.file[i].IsModified());
 }
 
+TEST(IniFile_Open, TakesItsPathFromAKeyOfTheFileItself) {
+    const TemporaryFolder folder;
+    const std::wstring next = folder.File(L"next.ini"), missing = folder.File(L"missing.ini");
+    WriteBytes(next, "[n]\r\na=1\r\n");
+    for (const auto open :
+         {+[](IniFile&file, const std::wstring&path) { return file.Open(path); },
+          +[](IniFile&file, const std::wstring&path) { return file.Open(FileName(path)); }}) {
+        IniFile file;
+        file[L"P"][L"Next"] << next;
+        EXPECT_EQ(L"", open(file, file[L"P"][L"Next"].GetValue()).Text());
+        EXPECT_EQ((PlainFile{{L"n", {{L"a", L"1", L""}}}}), Plain(file));
+        file[L"P"][L"Next"] << missing;
+        EXPECT_EQ(L"Error opening \"" + missing + L"\" for reading!",
+                  open(file, file[L"P"][L"Next"].GetValue()).Text());
+    }
+}
+
+TEST(IniFile, EveryOperationTakesWhatLivesInTheFile) {
+    const std::wstring longName = L"a name that is longer than any small buffer";
+    for (const int others : {0, 100}) {
+        const auto file = [&] {
+            IniFile made = FileOf({Made(longName, {{longName, L"1", L""}}), Made(L"b", {})});
+            for (int i = 0; i < others; ++i) made[std::to_wstring(i)];
+            return made;
+        };
+        IniFile added = file();
+        EXPECT_TRUE(added.AddSection(added[0]));
+        EXPECT_EQ(Plain(file()), Plain(added));
+        added[1] = added[0];
+        EXPECT_TRUE(added.RemoveSection(added[0]));
+        EXPECT_EQ(longName, added[0].GetName().String());
+        EXPECT_TRUE(added.RemoveSection(added[0].GetName()));
+        EXPECT_FALSE(added.HasSection(longName));
+        EXPECT_EQ(others, added.NumSections());
+
+        IniFile renamed = file();
+        EXPECT_FALSE(renamed.RenameSection(renamed[0].GetName(), renamed[0].GetName()));
+        EXPECT_TRUE(renamed.RenameSection(renamed[1].GetName(), renamed[0][0].GetValue()) || others > 1);
+        EXPECT_TRUE(renamed.RenameSection(renamed[0].GetName(), renamed[0].GetName().String() + L"!"));
+        EXPECT_TRUE(renamed.HasSection(longName + L"!"));
+        renamed[0].SetName(renamed[0][longName].GetName());
+        EXPECT_EQ(&renamed[0], &renamed[renamed[0].GetName()]);
+        renamed[0].SetName(renamed[0].GetName());
+        EXPECT_EQ(longName, renamed[0].GetName().String());
+
+        IniFile assigned = file();
+        const IniFile& self = assigned;
+        assigned = self;
+        EXPECT_EQ(Plain(file()), Plain(assigned));
+        IniFile& same = assigned;
+        assigned = std::move(same);
+        EXPECT_EQ(Plain(file()), Plain(assigned));
+        assigned[0] = std::move(assigned[1]);
+        EXPECT_EQ(&assigned[0], &assigned[L"b"]);
+        EXPECT_FALSE(assigned.HasSection(longName));
+    }
+}
+
 // The sections of a file
 
 TEST(IniFile, AddSectionAppendsOrReplacesWhole) {

@@ -257,6 +257,56 @@ TEST(Section, ItsOwnKeysAreAppendedOnce) {
     EXPECT_THAT(KeyTexts(section), ElementsAre(L"a=1", L"b=2", L"a=1", L"b=2"));
 }
 
+TEST(Section, EveryOperationTakesWhatLivesInTheSection) {
+    const std::wstring text = L"a text that is longer than any small buffer";
+    for (const int others : {0, 6, 7, 100}) { // a block of keys is full, or not
+        Section section(text);
+        section.AddKey(text, text, text);
+        for (int i = 0; i < others; ++i) section.AddKey(std::to_wstring(i));
+        const int size = others + 1;
+
+        section.AddKey(section[0].GetName(), section[0].GetValue(), section[0].GetComments());
+        section.AddKey(section[0].GetValue());
+        section.AddKey(section[0].GetValue().c_str());
+        section += section[0];
+        section += section[0].GetComments();
+        EXPECT_EQ(size + 5, section.NumKeys());
+        for (int i = size; i < size + 5; ++i) {
+            ASSERT_EQ(text, section[i].GetName().String());
+            EXPECT_EQ(section[i].GetValue().empty() ? L"" : text, section[i].GetComments());
+        }
+        section << section;
+        EXPECT_EQ(2 * (size + 5), section.NumKeys());
+        EXPECT_EQ(text, section[size + 5].GetValue());
+
+        EXPECT_EQ(&section[0], &section[section[0].GetName()]);
+        EXPECT_EQ(&section[0], &section[section[0].GetValue().c_str()]);
+        section[section[0].GetComments() + L"?"] << section[0].GetValue() << section[0].GetName().String();
+        EXPECT_EQ(text, section[text + L"?"].GetValue());
+        EXPECT_TRUE(section.RemoveKey(section[text + L"?"]));
+
+        section.SetComments(section[0].GetValue());
+        section.SetComments(section.GetComments());
+        section.SetComments(section.GetComments().c_str() + 2);
+        EXPECT_EQ(text.substr(2), section.GetComments());
+        section.SetName(section[0].GetName());
+        section.SetName(section.GetName());
+        EXPECT_EQ(text, section.GetName().String());
+
+        while (section.HasKey(text)) ASSERT_TRUE(section.RemoveKey(section[text].GetName()));
+        EXPECT_EQ(2 * others, section.NumKeys());
+        section.AddKey(text, text, text);
+        section[text] = section[section.NumKeys() - 1];
+        Section& self = section;
+        section = self;
+        section = std::move(self);
+        EXPECT_EQ(2 * others + 1, section.NumKeys());
+        EXPECT_EQ(text, section[text].GetComments());
+        EXPECT_TRUE(section.AddKey(std::move(section[text])));
+        EXPECT_EQ(text, section[section.NumKeys() - 1].GetValue());
+    }
+}
+
 TEST(Section, ComparisonIsByNameOnly) {
     Section a = SectionWith({{L"a", L"1"}});
     EXPECT_TRUE(a == Section(L"SECTION"));

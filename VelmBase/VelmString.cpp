@@ -34,4 +34,3 @@ void CVelmString::AddItem(int value) {
 void CVelmString::AddItem(unsigned long value) {
     m_items.AddItem(NumberText::FromInteger(static_cast<unsigned long long>(value)));
 }
-void CVelmString::AddItem(bool value) { m_items.AddItem(value ? L"1" : L"0"); }

@@ -3,6 +3,7 @@
 #include "VelmBase/Export.h"
 #include "VelmBase/FormatString.h"
 
+#include <concepts>
 #include <limits>
 #include <string>
 
@@ -36,8 +37,8 @@ public:
     void AddItem(int value);
     void AddItem(unsigned long value);
 
-    /// 1 or 0.
-    void AddItem(bool value);
+    /// 1 or 0. Nothing else passes for a bool.
+    template <std::same_as<bool> Bool> void AddItem(Bool value) { AddItem(value ? L"1" : L"0"); }
 
     /// The items joined by the separator.
     std::wstring Text() const { return m_items.Text(); }

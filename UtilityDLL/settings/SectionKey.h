@@ -55,17 +55,18 @@ public:
     SectionKey& operator<<(const std::wstring& value);
     SectionKey& operator<<(const CString& value) { return *this << value.String(); }
 
-    /// Decimal digits; a bool is 1 or 0; a floating-point number has exactly six digits after the point. What
-    /// an unsigned long holds above 4294967295 is written, but not read back.
+    /// Decimal digits; a bool is 1 or 0, and nothing else passes for one; a floating-point number has exactly
+    /// six digits after the point. What an unsigned long holds above 4294967295 is written, but not read
+    /// back.
     SectionKey& operator<<(short value) { return SetInteger(value); }
     SectionKey& operator<<(unsigned short value) { return SetInteger(value); }
     SectionKey& operator<<(int value) { return SetInteger(value); }
     SectionKey& operator<<(unsigned int value) { return SetInteger(value); }
     SectionKey& operator<<(long value) { return SetInteger(value); }
     SectionKey& operator<<(unsigned long value) { return SetUnsigned(value); }
-    SectionKey& operator<<(bool value) { return SetInteger(value); }
     SectionKey& operator<<(float value) { return *this << static_cast<double>(value); }
     SectionKey& operator<<(double value);
+    template <std::same_as<bool> Bool> SectionKey& operator<<(Bool value) { return SetInteger(value); }
 
     const SectionKey& operator>>(std::wstring& value) const;
     const SectionKey& operator>>(CString& value) const;

@@ -114,3 +114,18 @@ TEST(CVelmString, WritesNumbersAsAWideStreamByDefault) {
         ASSERT_EQ(stream.str(), Written(value));
     }
 }
+
+namespace {
+
+template <typename Value>
+concept CanBeAdded = requires(CVelmString items, Value value) {
+    items.AddItem(value);
+};
+
+} // namespace
+
+TEST(CVelmString, APointerIsNoItem) {
+    static_assert(CanBeAdded<bool> && CanBeAdded<int> && CanBeAdded<unsigned long> && CanBeAdded<float> &&
+                  CanBeAdded<const wchar_t*> && CanBeAdded<wchar_t*> && CanBeAdded<std::wstring>);
+    static_assert(!CanBeAdded<const char*> && !CanBeAdded<int*> && !CanBeAdded<void*>);
+}

@@ -783,6 +783,62 @@ TEST(IniFile, MovesTransferTheSections) {
     EXPECT_EQ((PlainFile{{L"a", {{L"x", L"1", L""}}}, {L"b", {}}}), Plain(assigned));
 }
 
+TEST(IniFile, RandomOperationsMatchAPlainList) {
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        Random random(seed);
+        const auto anyName = [&] {
+            return (random.OnceIn(2) ? L"s" : L"S") + std::to_wstring(random.Below(150));
+        };
+        IniFile file;
+        PlainFile plain;
+        const auto find = [&](const std::wstring& name) {
+            std::size_t i = 0;
+            while (i < plain.size() && !icompareW(plain[i].name, name)) ++i;
+            return i;
+        };
+        for (int step = 0; step < 1000; ++step) {
+            const std::wstring name = anyName(), other = anyName(), value = std::to_wstring(step);
+            const std::size_t found = find(name);
+            const bool isThere = found < plain.size();
+            const unsigned removals = step / 250 % 2 ? 50 : 15;
+            const unsigned choice = random.Below(100);
+            if (choice < removals) {
+                ASSERT_EQ(isThere, isThere && random.OnceIn(2) ? file.RemoveSection(file[name])
+                                                               : file.RemoveSection(name));
+                if (isThere) plain.erase(plain.begin() + static_cast<std::ptrdiff_t>(found));
+            } else if (choice < 70) {
+                file[name][L"k"] << value;
+                if (!isThere) plain.push_back({name, {}});
+                plain[found].keys = {{L"k", value, L""}};
+            } else if (choice < 80) {
+                ASSERT_TRUE(file.AddSection(Made(name, {{L"x", value, L""}})));
+                if (!isThere) plain.emplace_back();
+                plain[found] = {name, {{L"x", value, L""}}};
+            } else if (choice < 90) {
+                const bool isFree = find(other) == plain.size();
+                ASSERT_EQ(isThere && isFree, file.RenameSection(name, other));
+                if (isThere && isFree) plain[found].name = other;
+            } else if (choice < 95 && !plain.empty()) { // by a reference, also to a name that is taken
+                const unsigned position = random.Below(plain.size());
+                file[static_cast<int>(position)].SetName(HashedString<wchar_t>(other));
+                plain[position].name = other;
+            } else {
+                IniFile copy(file);
+                copy.RemoveSection(other);
+                copy = file;
+                file = std::move(copy);
+            }
+            const std::wstring sought = anyName();
+            const std::size_t expected = find(sought);
+            ASSERT_EQ(expected < plain.size(), std::as_const(file).HasSection(sought)) << seed;
+            if (expected < plain.size()) {
+                ASSERT_EQ(&file[static_cast<int>(expected)], &file[sought]) << seed;
+            }
+        }
+        ASSERT_EQ(plain, Plain(file)) << seed;
+    }
+}
+
 // The base library's container
 
 TEST(IniFile_FileObject, OpenTakesItsSectionsInOrder) {
@@ -1015,4 +1071,41 @@ TEST(IniFile_CheckStorable, IsTrueExactlyWhenEverythingComesBack) {
     }
     EXPECT_GT(storable, 500);
     EXPECT_GT(lost, 500);
+}
+
+TEST(IniFile_FileObject, ACommentLineBecomesANamelessItemThatLeavesAnEmptyLine) {
+    const Opened opened("[s]\r\na = 1\r\n;a comment line\r\nlast = 2\r\n;another\r\n\r\n");
+    ASSERT_EQ(4, opened.file[0].NumKeys());
+    FileObject object;
+    EXPECT_TRUE(opened.file.Save(object));
+    ASSERT_NE(nullptr, object.GetItem(L"s", L""));
+    EXPECT_EQ(L"", *object.GetItem(L"s", L""));
+    EXPECT_EQ(3, object.GetSection(L"s")->NumItems());
+    IniFile back;
+    EXPECT_TRUE(back.Open(object));
+    EXPECT_EQ((PlainFile{{L"s", {{L"a", L"1", L""}, {L"", L"", L""}, {L"last", L"2", L""}}}}), Plain(back));
+
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    EXPECT_TRUE(object.Save(path, 0));
+    EXPECT_EQ("[s]\r\na    = 1\r\n\r\nlast = 2\r\n\r\n", ReadBytes(path));
+    EXPECT_TRUE(object.Open(path, 0));
+    EXPECT_EQ(nullptr, object.GetItem(L"s", L""));
+    EXPECT_EQ(2, object.GetSection(L"s")->NumItems());
+}
+
+TEST(IniFile, ItsMovesCannotFailAndLeaveAFileThatCanBeUsed) {
+    static_assert(std::is_nothrow_move_constructible_v<IniFile> &&
+                  std::is_nothrow_move_assignable_v<IniFile>);
+    for (const int sections : {1, 100}) {
+        IniFile file;
+        for (int i = 0; i < sections; ++i) file[std::to_wstring(i)][L"k"] << i;
+        const IniFile taken(std::move(file));
+        file.Clear(); // NOLINT(bugprone-use-after-move): that is the point
+        EXPECT_TRUE(file.Empty());
+        file[L"new"][L"k"] << 1;
+        EXPECT_EQ(&file[0], &file[L"NEW"]);
+        EXPECT_EQ(sections, taken.NumSections());
+        EXPECT_EQ(&taken[sections - 1], &taken[std::to_wstring(sections - 1)]);
+    }
 }

@@ -397,3 +397,45 @@ TEST(SectionKey, AnUnsignedLongAboveHalfItsRangeIsWrittenWithoutASign) {
         EXPECT_EQ(std::to_wstring(value), key.GetValue());
     }
 }
+
+namespace {
+
+template <typename Value>
+concept CanBeInserted = requires(SectionKey key, Value value) {
+    key << value;
+};
+template <typename... Values> constexpr bool allCanBeInserted = (CanBeInserted<Values> && ...);
+template <typename... Values> constexpr bool noneCanBeInserted = (!CanBeInserted<Values> && ...);
+
+enum Numbered { ONE = 1 };
+
+} // namespace
+
+TEST(SectionKey, TextsAndNumbersCanBeInsertedAndPointersCannot) {
+    static_assert(allCanBeInserted<char*, const char*, wchar_t*, const wchar_t*, std::wstring, CString>);
+    static_assert(allCanBeInserted<bool, const bool, short, unsigned short, int, unsigned int, long,
+                                   unsigned long, float, double, Numbered, std::vector<bool>::reference>);
+    static_assert(noneCanBeInserted<void*, const void*, int*, const double*, SectionKey*, const SectionKey*,
+                                    std::wstring*, std::nullptr_t, void (*)(), int SectionKey::*>);
+    std::vector<bool> flags{true, false};
+    EXPECT_EQ(L"1", (SectionKey(L"k") << flags[0]).GetValue());
+    EXPECT_EQ(L"0", (SectionKey(L"k") << flags[1]).GetValue());
+    EXPECT_EQ(L"1", (SectionKey(L"k") << ONE).GetValue());
+}
+
+TEST(SectionKey, ItsMovesCannotFailAndLeaveAKeyThatCanBeUsed) {
+    static_assert(std::is_nothrow_move_constructible_v<SectionKey> &&
+                  std::is_nothrow_move_assignable_v<SectionKey>);
+    SectionKey key(L"Name", L"a value that is longer than a small buffer", std::wstring(L"comment"));
+    const SectionKey taken(std::move(key));
+    EXPECT_EQ(L"Name", key.GetName().String()); // NOLINT(bugprone-use-after-move): that is the point
+    key << L"again";
+    key.SetComments(L"new");
+    EXPECT_EQ(L"again", key.GetValue());
+    EXPECT_EQ(L"new", key.GetComments());
+    EXPECT_EQ(L"comment", taken.GetComments());
+    SectionKey& self = key;
+    key = std::move(self);
+    key << 1;
+    EXPECT_EQ(L"1", key.GetValue());
+}

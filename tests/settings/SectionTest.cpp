@@ -491,3 +491,143 @@ TEST(Section, HashedNamesLookUpAndAppendLikeTheirText) {
     EXPECT_FALSE(std::as_const(section)[HashedString<wchar_t>(L"Height")].IsValid());
     EXPECT_EQ(&Section::m_ErrorKey, &std::as_const(section)[HashedString<wchar_t>()]);
 }
+
+TEST(Section, ItsMovesCannotFailAndLeaveASectionThatCanBeUsed) {
+    static_assert(std::is_nothrow_move_constructible_v<Section> &&
+                  std::is_nothrow_move_assignable_v<Section>);
+    for (const int keys : {1, 100}) {
+        Section section(L"s");
+        section.SetComments(L"comment");
+        for (int i = 0; i < keys; ++i) section[std::to_wstring(i)] << i;
+        Section taken(std::move(section));
+        section.Clear(); // NOLINT(bugprone-use-after-move): that is the point
+        EXPECT_EQ(0, section.NumKeys());
+        section[L"new"] << 1;
+        EXPECT_EQ(&section[0], &section[L"NEW"]);
+        Section assigned(L"other");
+        for (int i = 0; i < 50; ++i) assigned[L"old" + std::to_wstring(i)];
+        assigned = std::move(taken);
+        EXPECT_EQ(keys, assigned.NumKeys());
+        EXPECT_EQ(&assigned[keys - 1], &assigned[std::to_wstring(keys - 1)]);
+        EXPECT_FALSE(assigned.HasKey(L"old1"));
+        EXPECT_EQ(L"comment", assigned.GetComments());
+    }
+}
+
+TEST(Section, KeysThatMoveInAndOutAreFoundWhereTheyAre) {
+    for (const int keys : {10, 100}) {
+        Section section(L"s");
+        for (int i = 0; i < keys; ++i) section[L"k" + std::to_wstring(i)] << i;
+        SectionKey out = std::move(section[3]);
+        EXPECT_EQ(L"3", out.GetValue());
+        EXPECT_EQ(&section[3], &section[L"k3"]); // what was moved from keeps its name
+        section[3] << L"again";
+        out = SectionKey(L"out"); // no longer one of the section
+        EXPECT_EQ(&section[3], &section[L"k3"]);
+        section[4] = std::move(out);
+        EXPECT_EQ(&section[4], &section[L"out"]);
+        EXPECT_FALSE(section.HasKey(L"k4"));
+        std::swap(section[5], section[6]);
+        EXPECT_EQ(&section[6], &section[L"k5"]);
+        EXPECT_EQ(&section[5], &section[L"k6"]);
+        EXPECT_TRUE(section.AddKey(std::move(section[7])));
+        EXPECT_EQ(&section[7], &section[L"k7"]);
+        EXPECT_TRUE(section.RemoveKey(L"k7"));
+        EXPECT_EQ(L"7", section[L"k7"].GetValue());
+    }
+}
+
+namespace {
+
+template <typename T>
+concept GivesItsNameAway = requires(T element) {
+    element.NameSlot();
+};
+template <typename T>
+concept CanBeDetached = requires(T name) {
+    name.WatchFor(nullptr);
+};
+
+} // namespace
+
+TEST(Section, HostsCannotDetachAKeyFromItsIndex) {
+    static_assert(!GivesItsNameAway<SectionKey> && !GivesItsNameAway<Section> && !CanBeDetached<IndexedName>);
+}
+
+namespace {
+
+/// A section as a plain list.
+using PlainKeys = std::vector<std::pair<std::wstring, std::wstring>>;
+
+std::size_t FindPlainly(const PlainKeys& keys, const std::wstring& name) {
+    std::size_t i = 0;
+    while (i < keys.size() && !icompareW(keys[i].first, name)) ++i;
+    return i;
+}
+
+void RemovePlainly(PlainKeys& keys, std::size_t i) {
+    keys.erase(keys.begin() + static_cast<std::ptrdiff_t>(i));
+}
+
+} // namespace
+
+TEST(Section, RandomOperationsMatchAPlainList) {
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        Random random(seed);
+        const unsigned names = seed % 2 ? 12 : 300; // few names give many duplicates
+        const auto anyName = [&] {
+            return (random.OnceIn(2) ? L"name" : L"NAME") + std::to_wstring(random.Below(names));
+        };
+        Section section(L"s");
+        PlainKeys plain;
+        for (int step = 0; step < 1500; ++step) {
+            const std::wstring name = anyName(), value = std::to_wstring(step);
+            const std::size_t found = FindPlainly(plain, name);
+            const auto any = static_cast<int>(random.Below(plain.size() + 1));
+            const bool isKey = any < static_cast<int>(plain.size());
+            const unsigned removals = step / 300 % 2 ? 45 : 12;
+            const unsigned choice = random.Below(100);
+            if (choice < removals) {
+                ASSERT_EQ(found < plain.size(), random.OnceIn(2) || found == plain.size()
+                                                    ? section.RemoveKey(name)
+                                                    : section.RemoveKey(section[static_cast<int>(found)]));
+                if (found < plain.size()) RemovePlainly(plain, found);
+            } else if (choice < 65) {
+                section[name] << value;
+                if (found == plain.size()) plain.emplace_back(name, L"");
+                plain[found].second = value;
+            } else if (choice < 75) {
+                section.AddKey(name, value, {});
+                plain.emplace_back(name, value);
+            } else if (choice < 85 && isKey) { // renamed through a reference
+                section[any] = SectionKey(name, value, std::wstring());
+                plain[static_cast<std::size_t>(any)] = {name, value};
+            } else if (choice < 90 && isKey) {
+                const auto other = static_cast<int>(random.Below(plain.size()));
+                std::swap(section[any], section[other]);
+                std::swap(plain[static_cast<std::size_t>(any)], plain[static_cast<std::size_t>(other)]);
+            } else if (choice < 93) {
+                Section copy(section);
+                if (random.OnceIn(2)) copy[anyName()] << 1;
+                if (random.OnceIn(2)) copy = section;
+                copy = section;
+                section = std::move(copy);
+            } else if (choice == 99 && random.OnceIn(10)) {
+                section.Clear();
+                plain.clear();
+            }
+            const std::wstring sought = anyName();
+            const std::size_t expected = FindPlainly(plain, sought);
+            ASSERT_EQ(expected < plain.size(), section.HasKey(sought)) << seed;
+            if (expected < plain.size()) {
+                ASSERT_EQ(&section[static_cast<int>(expected)], &std::as_const(section)[sought]) << seed;
+                ASSERT_EQ(&section[static_cast<int>(expected)], &section[sought]) << seed;
+            }
+            ASSERT_EQ(plain.size(), static_cast<std::size_t>(section.NumKeys()));
+        }
+        for (std::size_t i = 0; i < plain.size(); ++i) {
+            ASSERT_EQ(plain[i].first, section[static_cast<int>(i)].GetName().String());
+            ASSERT_EQ(plain[i].second, section[static_cast<int>(i)].GetValue());
+        }
+    }
+}

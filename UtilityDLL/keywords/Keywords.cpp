@@ -18,6 +18,9 @@ namespace {
 
 constexpr wchar_t kSeparator = L'%';
 
+// Up to so many keywords that the host may rename are looked at one by one.
+constexpr std::size_t kFewHandedOut = 8;
+
 // A host may have set any count.
 void AddWrapping(std::int32_t& count, std::int32_t more) {
     count = static_cast<std::int32_t>(static_cast<std::uint32_t>(count) + static_cast<std::uint32_t>(more));
@@ -45,14 +48,33 @@ TextIndex CKeywords::IndexOf(const Sequence& keywords) {
     return index;
 }
 
-const CKeyword* CKeywords::Find(std::wstring_view name) const {
-    if (m_isIndexed && !m_isHandedOut) {
-        const std::uint32_t position = PositionIn(m_keywords, m_index, name);
-        return position != TextIndex::kNone ? &m_keywords[position] : nullptr;
-    }
+// Whether the index and a look at the few keywords that the host may rename tell where every name is. Of
+// names that were there twice the index has the first alone, so it cannot tell when the host has renamed that
+// one.
+bool CKeywords::IsIndexed() const {
+    const bool hasRepeatedNames = m_index.Size() < m_keywords.size();
+    return m_hasIndex && m_handedOut.size() <= (hasRepeatedNames ? 0 : kFewHandedOut);
+}
+
+std::uint32_t CKeywords::IndexedPosition(std::wstring_view name) const {
+    std::uint32_t position = PositionIn(m_keywords, m_index, name);
+    if (m_handedOut.size() <= kFewHandedOut)
+        for (const std::uint32_t renamed : m_handedOut)
+            if (renamed < position && m_keywords[renamed].name == name) position = renamed;
+    return position;
+}
+
+std::uint32_t CKeywords::PositionOf(std::wstring_view name) const {
+    if (IsIndexed()) return IndexedPosition(name);
     const auto found = std::find_if(m_keywords.begin(), m_keywords.end(),
                                     [&](const CKeyword& keyword) { return keyword.name == name; });
-    return found != m_keywords.end() ? &*found : nullptr;
+    return found != m_keywords.end() ? static_cast<std::uint32_t>(found - m_keywords.begin())
+                                     : TextIndex::kNone;
+}
+
+const CKeyword* CKeywords::Find(std::wstring_view name) const {
+    const std::uint32_t position = PositionOf(name);
+    return position != TextIndex::kNone ? &m_keywords[position] : nullptr;
 }
 
 CKeyword* CKeywords::Find(std::wstring_view name) {
@@ -61,22 +83,22 @@ CKeyword* CKeywords::Find(std::wstring_view name) {
 
 // From here to the end of a call no host can rename a keyword.
 void CKeywords::PrepareForMany() {
-    if (m_isIndexed && !m_isHandedOut) return;
-    m_isIndexed = false;
+    if (IsIndexed()) return;
+    m_hasIndex = false;
     m_index = IndexOf(m_keywords);
-    m_isIndexed = true;
+    m_hasIndex = true;
 }
 
 CKeyword* CKeywords::FindPrepared(std::wstring_view name) {
-    const std::uint32_t position = PositionIn(m_keywords, m_index, name);
+    const std::uint32_t position = IndexedPosition(name);
     return position != TextIndex::kNone ? &m_keywords[position] : nullptr;
 }
 
 // To be called with a name that the set does not have.
 void CKeywords::Append(CKeyword keyword) {
-    if (m_isIndexed) m_index.MakeRoomForOne();
+    if (m_hasIndex) m_index.MakeRoomForOne();
     m_keywords.push_back(std::move(keyword));
-    if (m_isIndexed) m_index.Add(m_keywords.back().name, static_cast<std::uint32_t>(m_keywords.size() - 1));
+    if (m_hasIndex) m_index.Add(m_keywords.back().name, static_cast<std::uint32_t>(m_keywords.size() - 1));
 }
 
 void CKeywords::CountOne(std::wstring_view name, std::wstring_view newValue) {
@@ -91,21 +113,29 @@ void CKeywords::CountOne(std::wstring_view name, std::wstring_view newValue) {
     Append(std::move(keyword));
 }
 
+// Keywords were removed: pointers to keywords have ended.
+void CKeywords::ForgetPositions() {
+    m_hasIndex = false;
+    m_handedOut.clear();
+}
+
 template <typename Predicate> void CKeywords::RemoveIf(Predicate predicate) {
-    m_isIndexed = false;
-    std::erase_if(m_keywords, predicate);
+    if (std::erase_if(m_keywords, predicate) > 0) ForgetPositions();
+}
+
+CKeyword* CKeywords::HandOut(std::uint32_t position) {
+    const bool isNoted = std::find(m_handedOut.begin(), m_handedOut.end(), position) != m_handedOut.end();
+    if (!isNoted && m_handedOut.size() <= kFewHandedOut) m_handedOut.push_back(position);
+    return &m_keywords[position];
 }
 
 CKeyword* CKeywords::GetKeyword(const std::wstring& name) {
-    CKeyword* const found = Find(name);
-    m_isHandedOut = m_isHandedOut || found;
-    return found;
+    const std::uint32_t position = PositionOf(name);
+    return position != TextIndex::kNone ? HandOut(position) : nullptr;
 }
 
 CKeyword* CKeywords::GetKeyword(int index) {
-    const CKeyword* const found = GetKeywordConst(index);
-    m_isHandedOut = m_isHandedOut || found;
-    return const_cast<CKeyword*>(found);
+    return index >= 0 && index < GetSize() ? HandOut(static_cast<std::uint32_t>(index)) : nullptr;
 }
 
 const CKeyword* CKeywords::GetKeywordConst(const std::wstring& name) const { return Find(name); }
@@ -117,8 +147,8 @@ const CKeyword* CKeywords::GetKeywordConst(int index) const {
 void CKeywords::Clear() {
     m_keywords.clear();
     m_index.Clear();
-    m_isIndexed = true;
-    m_isHandedOut = false;
+    m_hasIndex = true;
+    m_handedOut.clear();
 }
 
 void CKeywords::ClearRefCount() {
@@ -127,7 +157,7 @@ void CKeywords::ClearRefCount() {
 
 void CKeywords::AddKeyword(const CKeyword* keyword) {
     if (!keyword) return;
-    if (!m_isIndexed && !m_isHandedOut) PrepareForMany();
+    if (m_handedOut.empty()) PrepareForMany();
     if (CKeyword* const found = Find(keyword->name))
         AddWrapping(found->refCount, keyword->refCount);
     else
@@ -141,7 +171,8 @@ void CKeywords::AddKeywordToFront(const CKeyword* keyword) {
         return;
     }
     m_keywords.push_front(*keyword);
-    m_isIndexed = false; // every position has changed
+    m_hasIndex = false;
+    for (std::uint32_t& position : m_handedOut) ++position;
 }
 
 void CKeywords::AddKeywords(const CKeywords& other) {
@@ -183,11 +214,10 @@ void CKeywords::ExcludeKeywords(const CKeywords& other) {
 }
 
 void CKeywords::RemoveKeyword(const std::wstring& name, bool force) {
-    const CKeyword* const found = Find(name);
-    if (!found || (!force && found->refCount != 0)) return;
-    m_isIndexed = false;
-    m_keywords.erase(std::find_if(m_keywords.begin(), m_keywords.end(),
-                                  [&](const CKeyword& keyword) { return &keyword == found; }));
+    const std::uint32_t position = PositionOf(name);
+    if (position == TextIndex::kNone || (!force && m_keywords[position].refCount != 0)) return;
+    m_keywords.erase(m_keywords.begin() + static_cast<std::ptrdiff_t>(position));
+    ForgetPositions();
 }
 
 void CKeywords::SetValues(const CKeywords& other) {
@@ -243,7 +273,7 @@ ErrorString CKeywords::Write(Section& section) const {
 
 ErrorString CKeywords::Read(const Section& section) {
     Clear();
-    m_isIndexed = false;
+    m_hasIndex = false;
     for (int i = 0; i < section.NumKeys(); ++i) {
         CKeyword keyword;
         keyword.name = section[i].GetName().String();

@@ -9,6 +9,7 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// A keyword of a plot layout: what a placeholder "%name%" is replaced by.
 struct CKeyword {
@@ -30,8 +31,8 @@ struct CKeyword {
 /// bits.
 ///
 /// An operation over a whole text or set takes time in proportion to it. A single look-up by name is
-/// immediate, but scans the set once a keyword was removed or put in front or GetKeyword() gave one to the
-/// host.
+/// immediate, but scans the set once a keyword was removed or put in front, or while the host has pointers to
+/// more than eight keywords that it may rename.
 class UTILITYDLL_API CKeywords {
 public:
     CKeywords() = default;
@@ -114,17 +115,22 @@ private:
     static std::uint32_t PositionIn(const Sequence& keywords, const TextIndex& index, std::wstring_view name);
     static TextIndex IndexOf(const Sequence& keywords);
 
+    std::uint32_t PositionOf(std::wstring_view name) const;
     const CKeyword* Find(std::wstring_view name) const;
     CKeyword* Find(std::wstring_view name);
+    bool IsIndexed() const;
     void PrepareForMany();
     CKeyword* FindPrepared(std::wstring_view name);
+    std::uint32_t IndexedPosition(std::wstring_view name) const;
+    CKeyword* HandOut(std::uint32_t position);
     void Append(CKeyword keyword);
     void CountOne(std::wstring_view name, std::wstring_view newValue);
+    void ForgetPositions();
     template <typename Predicate> void RemoveIf(Predicate predicate);
 
     Sequence m_keywords;
     TextIndex m_index;
-    bool m_isIndexed = true; // the index has every keyword
-    bool m_isHandedOut =
-        false; // the host can rename keywords, so an index holds for the call that made it only
+    bool m_hasIndex = true; // it has every keyword, under the name that it had when it was entered
+    std::vector<std::uint32_t>
+        m_handedOut; // positions of keywords that the host may rename; not all, when many
 };

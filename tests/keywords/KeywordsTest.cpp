@@ -1,6 +1,7 @@
 #include "UtilityDLL/keywords/Keywords.h"
 
 #include "VelmBase/CRCChecksum.h"
+#include "tests/support/Random.h"
 
 #include <chrono>
 #include <gmock/gmock.h>
@@ -560,6 +561,87 @@ TEST(CKeywords, ManyNamesTakeTimeInProportion) {
               }),
               30.0);
     EXPECT_EQ(4, set.GetKeywordConst(L"name 7")->refCount);
+}
+
+TEST(CKeywords, PointersThatTheHostHoldsRenameAtAnyTime) {
+    Random random(43);
+    const auto anyName = [&] { return random.Text(L"abcd", 2); };
+    for (int round = 0; round < 300; ++round) {
+        PlainSet plain;
+        for (unsigned i = random.Below(3) * 6; i > 0; --i) plain.rows.push_back(Keyword(anyName()));
+        CKeywords set = SetWithRepeatedNames(plain.rows);
+        std::vector<std::pair<CKeyword*, std::size_t>> held; // with their positions
+        const std::size_t mostHeld = round % 3 * 8 + 1;
+        for (int step = 0; step < 60; ++step) {
+            const CKeyword keyword = Keyword(anyName(), L"", 1);
+            switch (random.Below(6)) {
+            case 0:
+                if (random.OnceIn(2) && plain.rows.size() > 0 && held.size() < mostHeld) {
+                    const std::size_t position = random.Below(plain.rows.size());
+                    held.emplace_back(set.GetKeyword(static_cast<int>(position)), position);
+                }
+                break;
+            case 1:
+                if (!held.empty()) {
+                    const auto& [pointer, position] = held[random.Below(held.size())];
+                    pointer->name = plain.rows[position].name = keyword.name;
+                }
+                break;
+            case 2:
+                set.AddKeyword(&keyword);
+                plain.Add(keyword, false);
+                break;
+            case 3: {
+                const std::size_t before = plain.rows.size();
+                set.AddKeywordToFront(&keyword);
+                plain.Add(keyword, true);
+                for (auto& [pointer, position] : held) position += plain.rows.size() - before;
+                break;
+            }
+            case 4:
+                set.AddKeywordsInString(L"%" + keyword.name + L"%");
+                if (!keyword.name.empty()) plain.Add(Keyword(keyword.name, keyword.name, 1), false);
+                break;
+            default:
+                if (random.OnceIn(10)) {
+                    const std::size_t before = plain.rows.size();
+                    set.RemoveKeyword(keyword.name, true);
+                    plain.Remove(keyword.name, true);
+                    if (plain.rows.size() < before) held.clear();
+                }
+            }
+            ASSERT_EQ(plain.rows, RowsOf(set)) << "round " << round << " step " << step;
+            for (const wchar_t* name : {L"", L"a", L"b", L"ab", L"cd", L"dd"}) {
+                const CKeyword* const found = plain.Find(name);
+                ASSERT_EQ(found ? set.GetKeywordConst(static_cast<int>(found - plain.rows.data())) : nullptr,
+                          set.GetKeywordConst(name))
+                    << "round " << round << " step " << step;
+            }
+        }
+    }
+}
+
+TEST(CKeywords, OnePointerToAKeywordMakesNothingSlow) {
+    constexpr int kNames = 100000; // each look-up that scanned would pass over all of these
+    const auto name = [](int i) { return L"name " + std::to_wstring(i); };
+    CKeywords set;
+    EXPECT_LT(SecondsOf([&] {
+                  for (int i = 0; i < kNames; ++i) {
+                      const CKeyword keyword = Keyword(name(i), L"", 1);
+                      set.AddKeyword(&keyword);
+                  }
+                  set.GetKeyword(7)->value = L"given";
+                  for (int i = 0; i < kNames; ++i) {
+                      ASSERT_EQ(i, std::stoi(set.GetKeywordConst(name(i))->name.substr(5)));
+                      ASSERT_EQ(nullptr, set.GetKeywordConst(name(-1 - i)));
+                      const CKeyword more = Keyword(name(kNames + i), L"", 1);
+                      set.AddKeyword(&more);
+                      set.AddKeywordsInString(L"%" + name(2 * kNames + i) + L"%");
+                      ASSERT_EQ(set.GetKeyword(7), set.GetKeyword(name(7)));
+                  }
+              }),
+              30.0);
+    EXPECT_EQ(3 * kNames, set.GetSize());
 }
 
 } // namespace

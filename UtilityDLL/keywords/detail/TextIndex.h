@@ -16,6 +16,9 @@ public:
 
     UTILITYDLL_API void Clear();
 
+    /// How many texts were added.
+    std::size_t Size() const { return m_used; }
+
     /// Makes sure that the next Add() cannot fail.
     UTILITYDLL_API void MakeRoomForOne();
 

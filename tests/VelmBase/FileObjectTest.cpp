@@ -197,3 +197,13 @@ TEST(FileObject, OpenTakesItsPathFromAnItemOfItsOwn) {
     EXPECT_TRUE(file.Open(*file.GetItem(L"P", L"Next"), 0));
     EXPECT_THAT(Content(file), ElementsAre(L"[n]", L"a=1"));
 }
+
+TEST(FileObject, CommentLinesOfAFileAreNoItems) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    WriteBytes(path, "[s]\r\n;a comment line\r\na=1 ;why\r\n=nameless\r\n[t]\r\n;alone\r\n");
+    FileObject file;
+    EXPECT_TRUE(file.Open(path, 0));
+    EXPECT_THAT(Content(file), ElementsAre(L"[s]", L"a=1", L"[t]"));
+    EXPECT_EQ(nullptr, file.GetItem(L"s", L""));
+}

@@ -15,6 +15,14 @@ void PrintTo(const CKeyword& keyword, std::ostream* out) {
     *out << ::testing::PrintToString(keyword.name) << " = " << ::testing::PrintToString(keyword.value) << " x"
          << keyword.refCount;
 }
+void PrintTo(const CKeywords& set, std::ostream* out) {
+    *out << '{';
+    for (int i = 0; i < set.GetSize(); ++i) {
+        *out << (i > 0 ? ", " : "");
+        PrintTo(*set.GetKeywordConst(i), out);
+    }
+    *out << '}';
+}
 
 namespace {
 
@@ -274,13 +282,13 @@ TEST(CKeywords, EqualityIgnoresOrderAndCounts) {
     }
     // A set with a name twice is still equal to its copy.
     const CKeywords repeated = SetWithRepeatedNames({Keyword(L"a", L"1"), Keyword(L"a", L"2")});
-    EXPECT_TRUE(repeated == CKeywords(repeated));
+    EXPECT_EQ(repeated, CKeywords(repeated));
 }
 
 TEST(CKeywords, ChecksumDependsOnOrderAndNotOnCounts) {
     const CKeywords set = SetOf({Keyword(L"a", L"1", 1), Keyword(L"b", L"2", 2)});
     const CKeywords reversed = SetOf({Keyword(L"b", L"2"), Keyword(L"a", L"1")});
-    EXPECT_TRUE(set == reversed);
+    EXPECT_EQ(set, reversed);
     EXPECT_NE(set.GetChecksum(), reversed.GetChecksum());
     EXPECT_EQ(set.GetChecksum(), SetOf({Keyword(L"a", L"1", 7), Keyword(L"b", L"2")}).GetChecksum());
     CRCChecksum checksum;
@@ -323,7 +331,7 @@ TEST(CKeywords, NamesThatDifferInCaseSurviveASection) {
     EXPECT_TRUE(set.Write(section));
     CKeywords read;
     EXPECT_TRUE(read.Read(section));
-    EXPECT_TRUE(set == read);
+    EXPECT_EQ(set, read);
 }
 
 TEST(CKeywords, ReadTakesEveryKey) {
@@ -544,7 +552,7 @@ TEST(CKeywords, ManyNamesTakeTimeInProportion) {
                   CKeywords other(set);
                   other.AddKeywords(set);
                   other.SetValues(set);
-                  EXPECT_TRUE(other == set);
+                  EXPECT_EQ(other, set);
                   CKeywords rest(set);
                   other.AddRefcountRemove(rest);
                   EXPECT_EQ(0, rest.GetSize());

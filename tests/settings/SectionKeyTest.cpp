@@ -3,6 +3,7 @@
 #include "UtilityDLL/settings/Section.h"
 #include "tests/support/CollidingNames.h"
 #include "tests/support/Random.h"
+#include "tests/support/SettingsPrinters.h"
 
 #include <cmath>
 #include <cstring>
@@ -348,22 +349,21 @@ TEST(SectionKey, EveryTypeComesBackFromItsText) {
 TEST(SectionKey, EqualityIsByNameWithoutLetterCase) {
     const SectionKey depth(HashedString<wchar_t>(L"Depth"), L"1", L"a");
     for (const wchar_t* name : {L"DEPTH", L"depth", L"dEpTh"}) {
-        EXPECT_TRUE(depth == SectionKey(name));
+        EXPECT_EQ(depth, SectionKey(name));
         EXPECT_FALSE(depth < SectionKey(name));
         EXPECT_FALSE(depth > SectionKey(name));
     }
-    EXPECT_FALSE(depth == SectionKey(L"Depths"));
-    EXPECT_FALSE(depth == SectionKey(L""));
-    EXPECT_TRUE(SectionKey() == SectionKey(L""));
+    EXPECT_NE(depth, SectionKey(L"Depths"));
+    EXPECT_NE(depth, SectionKey(L""));
+    EXPECT_EQ(SectionKey(), SectionKey(L""));
 }
 
 TEST(SectionKey, LetterCaseIsThatOfLatin1) {
-    EXPECT_TRUE(SectionKey(L"gr\u00FC\u00DF\u00E9") == SectionKey(L"GR\u00DC\u00DF\u00C9"));
-    EXPECT_FALSE(SectionKey(L"\u00FF") == SectionKey(L"\u0178"));
-    EXPECT_FALSE(SectionKey(L"\u00B5") == SectionKey(L"\u039C"));
-    EXPECT_FALSE(SectionKey(L"\u00F7") ==
-                 SectionKey(L"\u00D7")); // division and multiplication are no letters
-    EXPECT_FALSE(SectionKey(L"\u03C9") == SectionKey(L"\u03A9")); // beyond Latin-1 every character is itself
+    EXPECT_EQ(SectionKey(L"gr\u00FC\u00DF\u00E9"), SectionKey(L"GR\u00DC\u00DF\u00C9"));
+    EXPECT_NE(SectionKey(L"\u00FF"), SectionKey(L"\u0178"));
+    EXPECT_NE(SectionKey(L"\u00B5"), SectionKey(L"\u039C"));
+    EXPECT_NE(SectionKey(L"\u00F7"), SectionKey(L"\u00D7")); // division and multiplication are no letters
+    EXPECT_NE(SectionKey(L"\u03C9"), SectionKey(L"\u03A9")); // beyond Latin-1 every character is itself
 }
 
 TEST(SectionKey, OrderIsByHashWhateverTheSpelling) {
@@ -382,7 +382,7 @@ TEST(SectionKey, EqualHashesAreOrderedByName) {
     ASSERT_FALSE(CollidingNames().empty());
     for (const auto& [first, second] : CollidingNames()) {
         ASSERT_EQ(SectionKey(first).GetName().Hash(), SectionKey(second).GetName().Hash());
-        EXPECT_FALSE(SectionKey(first) == SectionKey(second));
+        EXPECT_NE(SectionKey(first), SectionKey(second));
         EXPECT_EQ(first < second, SectionKey(first) < SectionKey(second));
         EXPECT_EQ(first > second, SectionKey(first) > SectionKey(second));
         EXPECT_EQ(first > second, SectionKey(second) < SectionKey(first));

@@ -3,6 +3,7 @@
 #include "VelmBase/CRCChecksum.h"
 #include "tests/support/CollidingNames.h"
 #include "tests/support/Random.h"
+#include "tests/support/SettingsPrinters.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -309,12 +310,12 @@ TEST(Section, EveryOperationTakesWhatLivesInTheSection) {
 
 TEST(Section, ComparisonIsByNameOnly) {
     Section a = SectionWith({{L"a", L"1"}});
-    EXPECT_TRUE(a == Section(L"SECTION"));
+    EXPECT_EQ(a, Section(L"SECTION"));
     EXPECT_FALSE(a != Section(L"sEction"));
     EXPECT_FALSE(a < Section(L"SECTION"));
     EXPECT_FALSE(a > Section(L"SECTION"));
     EXPECT_FALSE(a == Section(L"Sections"));
-    EXPECT_TRUE(a != Section(L"Sections"));
+    EXPECT_NE(a, Section(L"Sections"));
     Random random(4);
     for (int i = 0; i < 1000; ++i) {
         const Section l(std::to_wstring(random.Bits())), r(std::to_wstring(random.Bits()));
@@ -323,7 +324,7 @@ TEST(Section, ComparisonIsByNameOnly) {
         ASSERT_EQ(left > right, l > r);
     }
     for (const auto& [first, second] : CollidingNames()) {
-        EXPECT_TRUE(Section(first) != Section(second));
+        EXPECT_NE(Section(first), Section(second));
         EXPECT_EQ(first < second, Section(first) < Section(second));
         EXPECT_EQ(first > second, Section(first) > Section(second));
     }

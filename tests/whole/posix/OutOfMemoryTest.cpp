@@ -174,7 +174,7 @@ TEST(OutOfMemory, Open) {
             ASSERT_EQ(expected.size(), static_cast<std::size_t>(file.NumSections()));
         }
         ASSERT_TRUE(file.Open(path));
-        ASSERT_TRUE(expected == Plain(file));
+        ASSERT_EQ(expected, Plain(file));
     });
 }
 
@@ -350,6 +350,27 @@ TEST(OutOfMemory, RenamesThroughHeldReferences) {
         section[8] = SectionKey(LongName(501));
         ASSERT_EQ(&section[8], &section[LongName(501)]);
         ExpectConsistent(section);
+    });
+}
+
+TEST(OutOfMemory, RemovingAndRenamingOneByOne) {
+    ExpectSurvival([&](const Faulty& faulty) {
+        Section section = LongSection(L"s", 70);
+        int removed = 0;
+        faulty([&] {
+            for (int i = 0; i < 60; i += 2) {
+                removed += section.RemoveKey(LongName(i));
+                section[i / 2] = SectionKey(LongName(100 + i));
+            }
+        });
+        ASSERT_EQ(70 - removed, section.NumKeys());
+        ExpectConsistent(section);
+        section[1] = SectionKey(LongName(500));
+        ASSERT_EQ(&section[1], &section[LongName(500)]);
+        while (section.NumKeys() > 0) {
+            ASSERT_TRUE(section.RemoveKey(section[section.NumKeys() / 2]));
+            if (section.NumKeys() % 16 == 0) ExpectConsistent(section);
+        }
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "UtilityDLL/colors/DXFColorTable.h"
 #include "UtilityDLL/colors/HSVColor.h"
+#include "tests/support/Random.h"
 
 #include <benchmark/benchmark.h>
 
@@ -14,7 +15,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <random>
 #include <vector>
 
 namespace {
@@ -23,7 +23,7 @@ constexpr std::size_t kInputs = 1 << 16;
 
 const std::vector<RGBColor>& Colors() {
     static const std::vector<RGBColor> colors = [] {
-        std::mt19937 random(1);
+        Random random(1);
         std::vector<RGBColor> all;
         for (std::size_t i = 0; i < kInputs; ++i) all.emplace_back(random());
         return all;
@@ -120,10 +120,9 @@ void HsvToRgbQColor(benchmark::State& state) {
 
 const std::vector<double>& Values() {
     static const std::vector<double> values = [] {
-        std::mt19937 random(2);
+        Random random(2);
         std::vector<double> all;
-        for (std::size_t i = 0; i < kInputs; ++i)
-            all.push_back(std::uniform_real_distribution(0.0, 256.0)(random));
+        for (std::size_t i = 0; i < kInputs; ++i) all.push_back(random.Real(0.0, 256.0));
         return all;
     }();
     return values;

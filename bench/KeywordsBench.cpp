@@ -2,12 +2,12 @@
 // The peer does the same job with GLib: strchr for the percent signs and a GHashTable for the counts.
 
 #include "UtilityDLL/keywords/Keywords.h"
+#include "tests/support/Random.h"
 
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <cstring>
 #include <glib.h>
-#include <random>
 #include <string>
 
 namespace {
@@ -17,7 +17,7 @@ constexpr int kNames = 1000;
 
 // Lines of a title block: some words, then a placeholder.
 std::string LayoutText(std::size_t size) {
-    std::mt19937 random(1);
+    Random random(1);
     std::string text;
     while (text.size() < size) {
         text.append(8 + random() % 40, static_cast<char>('a' + random() % 26));

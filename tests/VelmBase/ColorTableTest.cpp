@@ -1,13 +1,13 @@
 #include "VelmBase/ColorTable.h"
 
 #include "tests/support/ColorPrinters.h"
+#include "tests/support/Random.h"
 #include "tests/support/TestFiles.h"
 
 #include <bit>
 #include <cmath>
 #include <gmock/gmock.h>
 #include <limits>
-#include <random>
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -169,14 +169,14 @@ TEST(ColorTable_FileSave, LeavesAFileAloneThatHasATable) {
 }
 
 TEST(ColorTable_FileOpen, ReadsBackExactlyWhatWasSaved) {
-    std::mt19937_64 random(7);
+    Random random(7);
     ColorTable table;
     table.SetDefaultColor(0x010203);
     for (const double value : {0.1, 1.0 / 3, -0.0, 5e-324, 1.7976931348623157e308, -1e-7, kInf, -kInf})
-        table.AddEntry(value, static_cast<std::uint32_t>(random()));
+        table.AddEntry(value, static_cast<std::uint32_t>(random.Bits()));
     for (int i = 0; i < 2000; ++i) {
-        const auto value = std::bit_cast<double>(static_cast<std::uint64_t>(random()));
-        if (!std::isnan(value)) table.AddEntry(value, static_cast<std::uint32_t>(random()));
+        const auto value = std::bit_cast<double>(static_cast<std::uint64_t>(random.Bits()));
+        if (!std::isnan(value)) table.AddEntry(value, static_cast<std::uint32_t>(random.Bits()));
     }
     const ColorTable back = ThroughAFile(table);
     EXPECT_EQ(table, back);

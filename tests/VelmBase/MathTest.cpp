@@ -9,9 +9,6 @@
 
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
 double AnyDouble(Random& random) {
     const std::uint64_t bits = random.Bits();
     double value;

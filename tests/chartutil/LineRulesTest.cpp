@@ -2,10 +2,10 @@
 
 #include "UtilityDLL/settings/IniFile.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "tests/support/Random.h"
 #include "tests/support/TestFiles.h"
 
 #include <gmock/gmock.h>
-#include <random>
 #include <vector>
 
 namespace {
@@ -26,7 +26,7 @@ private:
         for (wchar_t& c : text) c = alphabet[m_random() % alphabet.size()];
         return text;
     }
-    std::mt19937 m_random{20260314};
+    Random m_random{20260314};
 };
 
 bool IsAccepted(const Line& line) {

@@ -1,11 +1,11 @@
 #include "UtilityDLL/colors/DXFColorTable.h"
 
 #include "tests/support/ColorPrinters.h"
+#include "tests/support/Random.h"
 #include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
 #include <limits>
-#include <random>
 
 namespace {
 
@@ -147,7 +147,7 @@ TEST(DXFColorTable, CopiesKeepBothColoursOfEveryEntry) {
 }
 
 TEST(DXFColorTable, SearchAgreesWithAWalkOverTheEntries) {
-    std::mt19937 random(11);
+    Random random(11);
     for (int round = 0; round < 300; ++round) {
         Opened table;
         const int count = 1 + static_cast<int>(random() % 40);

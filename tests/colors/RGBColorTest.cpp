@@ -1,9 +1,9 @@
 #include "UtilityDLL/colors/RGBColor.h"
 
 #include "tests/support/ColorPrinters.h"
+#include "tests/support/Random.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 TEST(RGBColor, IsBlackByDefault) { EXPECT_EQ(RGBColor(0, 0, 0), RGBColor()); }
 
@@ -77,7 +77,7 @@ TEST(RGBColor, GrayScaleKeepsEveryGrey) {
 
 TEST(RGBColor, GrayScaleIsTheWeightedSumInHundredthsTruncated) {
     // In whole hundredths; where the sum is a whole number, doubles may lie just below it.
-    std::mt19937 random(41);
+    Random random(41);
     for (int i = 0; i < 200'000; ++i) {
         const RGBColor color(random());
         if (color.Red() == color.Green() && color.Green() == color.Blue()) continue;

@@ -2,6 +2,7 @@
 
 #include "UtilityDLL/colors/DXFColor.h"
 #include "UtilityDLL/settings/IniFile.h"
+#include "tests/support/Random.h"
 #include "tests/support/RecordPrinters.h"
 #include "tests/support/TestFiles.h"
 
@@ -13,7 +14,6 @@
 #include <limits>
 #include <map>
 #include <optional>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -21,7 +21,6 @@ using Info = ContourDefinitionList::ContourDefInfo;
 
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kLargest = std::numeric_limits<double>::max();
 
@@ -168,7 +167,7 @@ TEST(ContourDefinitionList, EqualityComparesEveryFieldOfEveryLevel) {
 }
 
 TEST(ContourDefinitionList, RandomEditsAgreeWithASortedMap) {
-    std::mt19937 random(61);
+    Random random(61);
     for (int round = 0; round < 400; ++round) {
         ContourDefinitionList list;
         std::map<double, Info> expected;
@@ -277,7 +276,7 @@ TEST(ContourDefinitionList, GenerateAddsTheStepAgainAndAgain) {
 }
 
 TEST(ContourDefinitionList, GenerateAgreesWithWholeNumbersOnRandomRanges) {
-    std::mt19937 random(62);
+    Random random(62);
     const auto between = [&](int low, int high) {
         return low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1));
     };
@@ -350,7 +349,7 @@ ContourDefinitionList UnsortedList(const Levels& levels) {
 }
 
 TEST(ContourDefinitionList, EditsOfAnUnsortedListStayWithinIt) {
-    std::mt19937 random(63);
+    Random random(63);
     for (int round = 0; round < 200; ++round) {
         Levels levels;
         for (unsigned i = 0; i < 1 + random() % 20; ++i) levels.push_back(static_cast<double>(random() % 10));
@@ -488,15 +487,15 @@ std::optional<std::vector<Info>> RecordsByIniFile(const std::wstring& path) {
 }
 
 TEST(ContourDefinitionList_Save, GivesTheBytesThatTheSettingsStoreGives) {
-    std::mt19937_64 random(64);
+    Random random(64);
     ContourDefinitionList list;
     while (list.NumContours() < 2000) {
-        const auto bits = random();
+        const auto bits = random.Bits();
         list.Add({.lineWidth = static_cast<float>(bits % 1000) / 7,
                   .lineType = static_cast<int>(bits % 3),
-                  .level = static_cast<double>(static_cast<std::int64_t>(random())) *
+                  .level = static_cast<double>(static_cast<std::int64_t>(random.Bits())) *
                            std::pow(10, -static_cast<int>(bits % 30)),
-                  .trueColor = static_cast<std::uint32_t>(random()),
+                  .trueColor = static_cast<std::uint32_t>(random.Bits()),
                   .annotate = bits % 2 == 0});
     }
     const TemporaryFolder folder;
@@ -634,7 +633,7 @@ TEST(ContourDefinitionList_Load, ReadsEachKeyAsAStreamWould) {
 }
 
 TEST(ContourDefinitionList_Load, AgreesWithTheSettingsStoreOnRandomFiles) {
-    std::mt19937 random(65);
+    Random random(65);
     const auto pick = [&](const auto& texts) { return std::string(texts[random() % std::size(texts)]); };
     const char* const headers[] = {
         "[Contour(0)]", "[Contour(1)]",  "[contour(2)]", "[Contour(3)]", "[Contour(4)] ;c",

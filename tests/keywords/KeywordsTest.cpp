@@ -6,7 +6,6 @@
 #include <chrono>
 #include <gmock/gmock.h>
 #include <limits>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -460,7 +459,7 @@ public:
 };
 
 TEST(CKeywords, RandomOperationsAgreeWithThePlainSet) {
-    std::mt19937 random(42);
+    Random random(42);
     const auto anyName = [&] {
         return std::wstring(1 + random() % 2, static_cast<wchar_t>(L'a' + random() % 12));
     };

@@ -1,7 +1,8 @@
 #include "UtilityDLL/keywords/Placeholders.h"
 
+#include "tests/support/Random.h"
+
 #include <gmock/gmock.h>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -82,7 +83,7 @@ TEST(Placeholders, NamesOfAText) {
 }
 
 TEST(Placeholders, AgreeWithTheStateMachineOnRandomTexts) {
-    std::mt19937 random(6);
+    Random random(6);
     const std::wstring alphabet(L"%%%ab\n\r\0 ", 9);
     std::wstring text;
     for (int i = 0; i < 200000; ++i) {

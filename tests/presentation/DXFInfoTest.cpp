@@ -1,9 +1,9 @@
 #include "UtilityDLL/presentation/DXFInfo.h"
 
+#include "tests/support/Random.h"
 #include "tests/support/Records.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace {
 
@@ -93,7 +93,7 @@ TEST(DXFInfo_FromString, ItemsByPosition) {
 TEST(DXFInfo, NamesTheItemsOfItsLine) { ExpectItemsAreKeys(Info(2, 0x0000FF, 3)); }
 
 TEST(DXFInfo_FromString, ReadsBackWhatToStringWrote) {
-    std::mt19937 random(4);
+    Random random(4);
     for (int i = 0; i < 100'000; ++i) {
         const DXFInfo info =
             Info(static_cast<float>(random() % 1000) / 8.0f, random() & 0xFFFFFF, static_cast<int>(random()));

@@ -2,9 +2,10 @@
 
 #include "tests/support/RecordPrinters.h"
 
+#include "tests/support/Random.h"
 #include <functional>
+
 #include <gtest/gtest.h>
-#include <random>
 #include <type_traits>
 
 namespace {
@@ -197,7 +198,7 @@ TEST(DepthLabelInfo_FromString, ItemsByPosition) {
 }
 
 TEST(DepthLabelInfo_FromString, ReadsBackWhatToStringWrote) {
-    std::mt19937 random(8);
+    Random random(8);
     const auto number = [&](unsigned range) { return static_cast<int>(random() % range); };
     for (int i = 0; i < 100'000; ++i) {
         DepthLabelInfo label;

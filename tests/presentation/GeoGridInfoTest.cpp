@@ -1,13 +1,13 @@
 #include "UtilityDLL/presentation/GeoGridInfo.h"
 
 #include "VelmBase/Math.h"
+#include "tests/support/Random.h"
 #include "tests/support/Records.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
 #include <iomanip>
 #include <locale>
-#include <random>
 #include <sstream>
 
 TEST(GeoGridInfo, Defaults) {
@@ -60,11 +60,12 @@ TEST(GeoGridInfo_Write, IntervalsHaveTwoDigitsMoreThanTheyNeed) {
 }
 
 TEST(GeoGridInfo, IntervalsComeBackExactly) {
-    std::mt19937_64 random(17);
+    Random random(17);
     for (int i = 0; i < 100'000; ++i) {
         GeoGridInfo grid;
-        grid.LatInterval(std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 100) - 100));
-        grid.LonInterval(1.0 / static_cast<double>(1 + random() % 100'000));
+        grid.LatInterval(
+            std::ldexp(static_cast<double>(random.Bits()), static_cast<int>(random.Bits() % 100) - 100));
+        grid.LonInterval(1.0 / static_cast<double>(1 + random.Bits() % 100'000));
         const GeoGridInfo back = ReadFrom<GeoGridInfo>(Written(grid));
         ASSERT_EQ(grid.LatInterval(), back.LatInterval());
         ASSERT_EQ(grid.LonInterval(), back.LonInterval());

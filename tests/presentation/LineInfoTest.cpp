@@ -1,9 +1,9 @@
 #include "UtilityDLL/presentation/LineInfo.h"
 
+#include "tests/support/Random.h"
 #include "tests/support/Records.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace {
 
@@ -155,7 +155,7 @@ TEST(LineInfo_FromString, ItemsByPosition) {
 TEST(LineInfo, NamesTheItemsOfItsLine) { ExpectItemsAreKeys(Line(0.5f, 0x0000FF, 3, false)); }
 
 TEST(LineInfo_FromString, ReadsBackWhatToStringWrote) {
-    std::mt19937 random(3);
+    Random random(3);
     for (int i = 0; i < 100'000; ++i) {
         const LineInfo line = Line(static_cast<float>(random() % 100'000) / 16.0f / 64.0f,
                                    random() & 0xFFFFFF, static_cast<int>(random() % 4), random() % 2 == 0);

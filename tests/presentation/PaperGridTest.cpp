@@ -1,11 +1,11 @@
 #include "UtilityDLL/presentation/PaperGrid.h"
 
+#include "tests/support/Random.h"
 #include "tests/support/Records.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
-#include <random>
 
 using Origin = GTL::Point2D<float>;
 using Place = GTL::Point2D<double>;
@@ -108,7 +108,7 @@ TEST(PaperGrid_SnapToGrid, WithoutAStepTheCoordinateStays) {
 }
 
 TEST(PaperGrid_SnapToGrid, FindsTheNearestLineOfAWalkOverThem) {
-    std::mt19937 random(9);
+    Random random(9);
     const auto number = [&](int range) { return static_cast<int>(random() % static_cast<unsigned>(range)); };
     for (int i = 0; i < 100'000; ++i) {
         const double step = (1 + number(40)) / 4.0;

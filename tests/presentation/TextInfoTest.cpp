@@ -1,13 +1,13 @@
 #include "UtilityDLL/presentation/TextInfo.h"
 
 #include "UtilityDLL/colors/DXFColor.h"
+#include "tests/support/Random.h"
 #include "tests/support/Records.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <map>
-#include <random>
 
 namespace {
 
@@ -280,7 +280,7 @@ TEST(TextInfo_FromString, TellsADerivedRecordWhereToGoOn) {
 }
 
 TEST(TextInfo_FromString, ReadsBackWhatToStringWroteButBaselines) {
-    std::mt19937 random(5);
+    Random random(5);
     const auto number = [&](unsigned range) { return static_cast<int>(random() % range); };
     for (int i = 0; i < 100'000; ++i) {
         TextInfo text;
@@ -393,7 +393,7 @@ TEST(TextInfo_OptTextAngle, TurnsWhatWouldReadUpsideDown) {
 }
 
 TEST(TextInfo_OptTextAngle, TextNeverReadsUpsideDownAfterwards) {
-    std::mt19937 random(6);
+    Random random(6);
     for (int i = 0; i < 100'000; ++i) {
         const double rotation = static_cast<double>(random() % 36'000) / 100;
         const double reference = static_cast<double>(random() % 36'000) / 100;

@@ -1,6 +1,6 @@
 #include "UtilityDLL/runtime/DropObject.h"
 
-#include "tests/support/Numbers.h"
+#include "tests/support/Random.h"
 
 #include <cwchar>
 #include <gtest/gtest.h>
@@ -87,13 +87,13 @@ TEST(DropObject, DataMayHoldAnyCharacter) {
 }
 
 TEST(DropObject, ReadingAgreesWithTheRuleOnRandomTexts) {
-    Numbers numbers(1);
+    Random random(1);
     const std::vector<wchar_t> characters = {L'1', L'2', L'3', L'5', L'0', L',',
                                              L',', L' ', L'-', L'+', L'x', L'\t'};
     int objects = 0;
     for (int i = 0; i < kPropertyRuns; ++i) {
         std::wstring text;
-        for (int n = numbers.Integer(0, 8); n > 0; --n) text += numbers.OneOf(characters);
+        for (int n = random.Integer(0, 8); n > 0; --n) text += random.OneOf(characters);
         const long number = std::wcstol(text.c_str(), nullptr, 10);
         const std::size_t comma = text.find(L',');
         const bool isObject =

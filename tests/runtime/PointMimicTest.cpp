@@ -1,6 +1,6 @@
 #include "UtilityDLL/runtime/PointMimic.h"
 
-#include "tests/support/Numbers.h"
+#include "tests/support/Random.h"
 
 #include <array>
 #include <bit>
@@ -69,9 +69,9 @@ TEST(PointMimic, WhatNoIntHoldsIsTheIntegerIndefiniteValue) {
 }
 
 TEST(PointMimic, RoundedCoordinateIsTheIntegerWithinAHalf) {
-    Numbers numbers(1);
+    Random random(1);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const Point2D<double> point(numbers.Real(-1e6, 1e6), numbers.Integer(-1000000, 1000000) / 2.0);
+        const Point2D<double> point(random.Real(-1e6, 1e6), random.Integer(-1000000, 1000000) / 2.0);
         const CPointMimic mimic(point);
         ASSERT_LE(mimic.X() - 0.5, point.X());
         ASSERT_GT(mimic.X() + 0.5, point.X());

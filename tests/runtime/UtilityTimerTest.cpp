@@ -1,7 +1,7 @@
 #include "UtilityDLL/runtime/UtilityTimer.h"
 
 #include "VelmBase/Clock.h"
-#include "tests/support/Numbers.h"
+#include "tests/support/Random.h"
 
 #include <array>
 #include <bit>
@@ -51,10 +51,10 @@ TEST(UtilityTimer, StartLeavesTheStopTimeAndStopTheStartTime) {
 TEST(UtilityTimer, ElapsedTimeIsRightAcrossAWrapOfTheCounter) {
     EXPECT_EQ(496u, Stopped(4294967000u, 200u).Elapse());
     EXPECT_EQ(4294967295u, Stopped(1, 0).Elapse());
-    Numbers numbers(1);
+    Random random(1);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const auto start = static_cast<std::uint32_t>(numbers.AnyInteger());
-        const auto duration = static_cast<std::uint32_t>(numbers.AnyInteger());
+        const auto start = static_cast<std::uint32_t>(random.AnyInteger());
+        const auto duration = static_cast<std::uint32_t>(random.AnyInteger());
         ASSERT_EQ(duration,
                   Stopped(start, static_cast<std::uint32_t>(std::uint64_t{start} + duration)).Elapse());
     }

@@ -2,6 +2,7 @@
 
 #include "VelmBase/WideString.h"
 
+#include <compare>
 #include <string>
 #include <utility>
 
@@ -25,8 +26,14 @@ public:
     bool IsEmpty() const { return m_text.empty(); }
     void Empty() { m_text.clear(); }
 
+    /// By text, character by character, from either side; a null pointer is an empty text. Without these, the
+    /// conversion to a pointer would have the addresses compared.
     friend bool operator==(const CString& a, const CString& b) { return a.m_text == b.m_text; }
+    friend bool operator==(const CString& a, const std::wstring& b) { return a.m_text == b; }
     friend bool operator==(const CString& a, const wchar_t* b) { return a.m_text == (b ? b : L""); }
+    friend auto operator<=>(const CString& a, const CString& b) { return a.m_text <=> b.m_text; }
+    friend auto operator<=>(const CString& a, const std::wstring& b) { return a.m_text <=> b; }
+    friend auto operator<=>(const CString& a, const wchar_t* b) { return a.m_text <=> (b ? b : L""); }
 
 private:
     std::wstring m_text;

@@ -1,6 +1,12 @@
 #include "Framework/Values.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <set>
+#include <string>
+#include <vector>
+
+using namespace std::string_literals;
 
 TEST(CString, HoldsWideText) {
     EXPECT_TRUE(CString().IsEmpty());
@@ -17,7 +23,7 @@ TEST(CString, HoldsWideText) {
 TEST(CString, NullPointersAreEmpty) {
     EXPECT_TRUE(CString(static_cast<const wchar_t*>(nullptr)).IsEmpty());
     EXPECT_TRUE(CString(static_cast<const char*>(nullptr)).IsEmpty());
-    EXPECT_TRUE(CString() == static_cast<const wchar_t*>(nullptr));
+    EXPECT_EQ(CString(), static_cast<const wchar_t*>(nullptr));
 }
 
 TEST(CString, NarrowTextIsThatOfThePlatform) {
@@ -27,14 +33,76 @@ TEST(CString, NarrowTextIsThatOfThePlatform) {
 
 TEST(CString, EmptyAndCompare) {
     CString text(L"a");
-    EXPECT_TRUE(text == CString(L"a"));
-    EXPECT_TRUE(text == L"a");
-    EXPECT_FALSE(text == CString(L"A"));
-    EXPECT_TRUE(text != L"b");
+    EXPECT_EQ(text, CString(L"a"));
+    EXPECT_EQ(text, L"a");
+    EXPECT_NE(text, CString(L"A"));
+    EXPECT_NE(text, L"b");
     text.Empty();
     EXPECT_TRUE(text.IsEmpty());
     text = L"new";
     EXPECT_EQ(L"new", text.String());
+}
+
+// Words in a row, each in memory of its own: addresses in no order that the words have.
+TEST(CString, ComparesByTextWithTextOfEveryKind) {
+    const std::wstring texts[] = {L"b", L"", L"a", L"ab", L"B", L"a\0b"s, L"\u03A9", L"ba", L"a"};
+    for (const std::wstring& left : texts) {
+        for (const std::wstring& right : texts) {
+            const CString a(left), b(right);
+            EXPECT_EQ(left == right, a == b);
+            EXPECT_EQ(left != right, a != b);
+            EXPECT_EQ(left < right, a < b);
+            EXPECT_EQ(left <= right, a <= b);
+            EXPECT_EQ(left > right, a > b);
+            EXPECT_EQ(left >= right, a >= b);
+
+            EXPECT_EQ(left == right, a == right);
+            EXPECT_EQ(left != right, a != right);
+            EXPECT_EQ(left < right, a < right);
+            EXPECT_EQ(left <= right, a <= right);
+            EXPECT_EQ(left > right, a > right);
+            EXPECT_EQ(left >= right, a >= right);
+
+            EXPECT_EQ(left == right, left == b);
+            EXPECT_EQ(left != right, left != b);
+            EXPECT_EQ(left < right, left < b);
+            EXPECT_EQ(left <= right, left <= b);
+            EXPECT_EQ(left > right, left > b);
+            EXPECT_EQ(left >= right, left >= b);
+
+            const wchar_t* const pointer = right.c_str(); // to the first NUL
+            const std::wstring cut = pointer;
+            EXPECT_EQ(left == cut, a == pointer);
+            EXPECT_EQ(left != cut, a != pointer);
+            EXPECT_EQ(left < cut, a < pointer);
+            EXPECT_EQ(left <= cut, a <= pointer);
+            EXPECT_EQ(left > cut, a > pointer);
+            EXPECT_EQ(left >= cut, a >= pointer);
+
+            EXPECT_EQ(cut == left, pointer == a);
+            EXPECT_EQ(cut != left, pointer != a);
+            EXPECT_EQ(cut < left, pointer < a);
+            EXPECT_EQ(cut <= left, pointer <= a);
+            EXPECT_EQ(cut > left, pointer > a);
+            EXPECT_EQ(cut >= left, pointer >= a);
+        }
+    }
+}
+
+TEST(CString, NullPointerComparesAsAnEmptyText) {
+    const wchar_t* const null = nullptr;
+    EXPECT_EQ(CString(), null);
+    EXPECT_NE(CString(L"a"), null);
+    EXPECT_GE(CString(), null);
+    EXPECT_GT(CString(L"a"), null);
+    EXPECT_LT(null, CString(L"a"));
+}
+
+TEST(CString, IsSortedByText) {
+    std::vector<CString> texts = {L"c", L"a", L"d", L"b"};
+    std::sort(texts.begin(), texts.end());
+    EXPECT_EQ((std::vector<CString>{L"a", L"b", L"c", L"d"}), texts);
+    EXPECT_EQ(1u, (std::set<CString>{CString(L"x"), CString(L"x")}.size()));
 }
 
 TEST(Values, PointsSizesAndRectangles) {

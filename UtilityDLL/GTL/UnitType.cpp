@@ -10,34 +10,16 @@ constexpr std::int64_t kNumUnits = std::size(kNames);
 
 // A length in the unit of the row times the entry is the length in the unit of the column. Stored as doubles
 // to the last bit: 12 * 25.4 is 304.79999999999995 there, and results must match.
+// clang-format off
 constexpr double kFactors[] = {
-    // mm, cm, m, inches, feet
-    1.0,
-    0.1,
-    0.001,
-    0.03937007874015748,
-    0.0032808398950131237, // mm
-    10.0,
-    1.0,
-    0.01,
-    0.39370078740157477,
-    0.03280839895013123, // cm
-    1000.0,
-    100.0,
-    1.0,
-    39.37007874015748,
-    3.2808398950131235, // m
-    25.4,
-    2.54,
-    0.0254,
-    1.0,
-    0.08333333333333333, // inches
-    304.79999999999995,
-    30.48,
-    0.3048,
-    12.0,
-    1.0, // feet
+    // mm                cm       m        inches                feet
+    1.0,                 0.1,     0.001,   0.03937007874015748,  0.0032808398950131237, // mm
+    10.0,                1.0,     0.01,    0.39370078740157477,  0.03280839895013123,   // cm
+    1000.0,              100.0,   1.0,     39.37007874015748,    3.2808398950131235,    // m
+    25.4,                2.54,    0.0254,  1.0,                  0.08333333333333333,   // inches
+    304.79999999999995,  30.48,   0.3048,  12.0,                 1.0,                   // feet
 };
+// clang-format on
 static_assert(std::size(kFactors) == kNumUnits * kNumUnits);
 
 constexpr std::wstring_view kCategoryNames[] = {

@@ -1,6 +1,6 @@
 #include "UtilityDLL/GTL/UnitType.h"
 
-#include "tests/support/Numbers.h"
+#include "tests/support/Random.h"
 
 #include <array>
 #include <cmath>
@@ -68,11 +68,11 @@ TEST(UnitType, FootHoldsTheProductOfItsInchesAndNotTheNearestDouble) {
 TEST(UnitType, ConversionAgreesWithTheDefinitionOfTheUnits) {
     // Millimetres exactly, as a fraction of whole numbers.
     constexpr double kTenthsOfMillimetre[] = {10, 100, 10000, 254, 3048};
-    Numbers numbers(1);
+    Random random(1);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const auto from = static_cast<std::size_t>(numbers.Integer(0, 4));
-        const auto to = static_cast<std::size_t>(numbers.Integer(0, 4));
-        const double value = numbers.Real(-1e6, 1e6);
+        const auto from = static_cast<std::size_t>(random.Integer(0, 4));
+        const auto to = static_cast<std::size_t>(random.Integer(0, 4));
+        const double value = random.Real(-1e6, 1e6);
         const double expected = value * kTenthsOfMillimetre[from] / kTenthsOfMillimetre[to];
         const double converted = UnitType::Convert(kUnits[from], kUnits[to], value);
         ASSERT_NEAR(expected, converted, 1e-15 * 4 * std::fabs(expected));

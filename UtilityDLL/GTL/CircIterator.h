@@ -3,11 +3,13 @@
 #include "UtilityDLL/Export.h"
 #include "UtilityDLL/GTL/Element.h"
 
+#include <cstdlib>
+
 /// A cursor on a ring of consecutive integers start, start + 1, ..., start + range - 1, such as the vertices
 /// of a closed polygon. The position is one of these integers, not an offset.
 ///
-/// All arithmetic wraps at 32 bits. A range of 0 has no ring: normalising a position then divides by zero,
-/// which ends the process. Only construction from two values and single steps do not normalise.
+/// All arithmetic wraps at 32 bits. A range of 0 has no ring: bringing a position into it ends the process
+/// (std::abort). Only construction from two values and single steps do not bring the position in.
 class UTILITYDLL_API CircIterator {
 public:
     /// At `start`.
@@ -83,7 +85,10 @@ private:
     }
 
     // Of the division toward zero. The quotient of the lowest int and -1 would not fit; its remainder is 0.
-    constexpr int Remainder(int offset) const noexcept { return m_range == -1 ? 0 : offset % m_range; }
+    constexpr int Remainder(int offset) const noexcept {
+        if (m_range == 0) std::abort(); // a compiler may do anything with a division by zero, even nothing
+        return m_range == -1 ? 0 : offset % m_range;
+    }
 
     int m_start;
     int m_range;

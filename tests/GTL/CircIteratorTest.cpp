@@ -1,6 +1,7 @@
 #include "UtilityDLL/GTL/CircIterator.h"
 
-#include "tests/support/Numbers.h"
+#include "tests/support/GeometryPrinters.h"
+#include "tests/support/Random.h"
 
 #include <array>
 #include <bit>
@@ -56,11 +57,11 @@ int Walked(int start, int range, int from, int steps) {
 }
 
 TEST(CircIterator, MovingIsWalkingTheRing) {
-    Numbers numbers(1);
+    Random random(1);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const int start = numbers.Integer(-20, 20), range = numbers.Integer(1, 12);
-        const int position = start + numbers.Integer(0, range - 1);
-        const int n = numbers.Integer(-40, 40);
+        const int start = random.Integer(-20, 20), range = random.Integer(1, 12);
+        const int position = start + random.Integer(0, range - 1);
+        const int n = random.Integer(-40, 40);
         SCOPED_TRACE(::testing::Message() << start << ' ' << range << ' ' << position << ' ' << n);
         const CircIterator iterator(start, range, position);
         ASSERT_EQ(position, *iterator);
@@ -124,11 +125,13 @@ TEST(CircIterator, StepBackwardComparesTheOffsetWithTheStart) {
 
 TEST(CircIterator, ComparesWithAPositionBroughtIntoTheRing) {
     const CircIterator iterator(0, 5, 3);
-    EXPECT_TRUE(iterator == 3);
-    EXPECT_TRUE(iterator == 8);
-    EXPECT_FALSE(iterator != -2);
-    EXPECT_TRUE(iterator != 4);
-    EXPECT_FALSE(iterator == -1);
+    EXPECT_EQ(iterator, 3);
+    EXPECT_EQ(iterator, 8);
+    EXPECT_EQ(iterator, -2);
+    EXPECT_NE(iterator, 4);
+    EXPECT_NE(iterator, -1);
+    EXPECT_EQ(8, iterator);
+    EXPECT_NE(4, iterator);
 }
 
 // The rule of the positions with room to spare: 64 bits, brought back to 32 after each step.
@@ -149,11 +152,9 @@ TEST(CircIterator, ArithmeticWrapsAt32Bits) {
     EXPECT_EQ(0, *CircIterator(0, -1, kMin)); // the quotient of the lowest int and -1 does not fit
 
     const std::vector<int> extremes = {kMin, kMin + 1, -7, -1, 1, 2, kMax - 1, kMax};
-    Numbers numbers(2);
+    Random random(2);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const auto any = [&] {
-            return numbers.Integer(0, 1) ? numbers.OneOf(extremes) : numbers.AnyInteger();
-        };
+        const auto any = [&] { return random.Integer(0, 1) ? random.OneOf(extremes) : random.AnyInteger(); };
         const int start = any(), position = any(), n = any();
         const int range = any() | 1; // not 0
         SCOPED_TRACE(::testing::Message() << start << ' ' << range << ' ' << position << ' ' << n);
@@ -166,14 +167,18 @@ TEST(CircIterator, ArithmeticWrapsAt32Bits) {
     }
 }
 
-TEST(CircIteratorDeathTest, NormalisingInARingOfNoneEndsTheProcess) {
+// Whether the result is used or not, and whatever the compiler knows of the range.
+TEST(CircIteratorDeathTest, BringingAPositionIntoARingOfNoneEndsTheProcess) {
     volatile int none = 0;
-    EXPECT_DEATH(
-        {
-            const CircIterator iterator(0, none, 3);
-            std::exit(*iterator); // so that the division is needed
-        },
-        "");
+    const CircIterator ring(0, none);
+    EXPECT_DEATH(CircIterator(0, 0, 0), "");
+    EXPECT_DEATH(CircIterator(0, none, 3), "");
+    EXPECT_DEATH(CircIterator{ring} = -3, "");
+    EXPECT_DEATH(CircIterator{ring} += 3, "");
+    EXPECT_DEATH(CircIterator{ring} -= 3, "");
+    EXPECT_DEATH(CircIterator{ring}.SetStart(3), "");
+    EXPECT_DEATH(CircIterator(0, 5, 3).SetRange(none), "");
+    EXPECT_DEATH(static_cast<void>(ring == 3), "");
 }
 
 } // namespace
@@ -187,10 +192,10 @@ TEST(CircIterator, StepsDoNotDivideEvenInARingOfNone) {
 }
 
 TEST(CircIterator, AnyStepBackwardFollowsTheRuleOfTheOffset) {
-    Numbers numbers(3);
+    Random random(3);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const int start = numbers.Integer(-20, 20), range = numbers.Integer(1, 12);
-        const int position = start + numbers.Integer(0, range - 1);
+        const int start = random.Integer(-20, 20), range = random.Integer(1, 12);
+        const int position = start + random.Integer(0, range - 1);
         CircIterator iterator(start, range, position);
         const bool jumps = position < 2 * start + 1;
         const CircIterator before = iterator--;

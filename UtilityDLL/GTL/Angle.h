@@ -5,6 +5,8 @@
 
 /// A direction or rotation in degrees, kept on one turn: 0 <= Get() < 360. At the seam, -360 is kept as -0,
 /// and a negative angle too small to count (-1e-20) as 360 exactly. What is not finite becomes NaN.
+///
+/// A number stands for the angle of so many degrees, in comparisons too and on either side.
 class UTILITYDLL_API Angle {
 public:
     Angle(double degrees = 0.0) noexcept { Set(degrees); }
@@ -39,17 +41,19 @@ public:
     Angle& operator/=(double divisor) noexcept { return *this = *this / divisor; }
 
     /// Tolerant (MATH::equal).
-    bool operator==(const Angle& other) const noexcept { return MATH::equal(other.m_degrees, m_degrees); }
+    friend bool operator==(const Angle& a, const Angle& b) noexcept {
+        return MATH::equal(b.m_degrees, a.m_degrees);
+    }
 
     /// Exact, so it is not the negation of ==: angles closer than the tolerance are both == and !=. Written
     /// out, because the language would derive one from the other.
-    bool operator!=(const Angle& other) const noexcept { return other.m_degrees != m_degrees; }
+    friend bool operator!=(const Angle& a, const Angle& b) noexcept { return b.m_degrees != a.m_degrees; }
 
     /// Exact. Beside NaN < and > are false, <= and >= true.
-    bool operator<(const Angle& other) const noexcept { return m_degrees < other.m_degrees; }
-    bool operator>(const Angle& other) const noexcept { return m_degrees > other.m_degrees; }
-    bool operator<=(const Angle& other) const noexcept { return !(m_degrees > other.m_degrees); }
-    bool operator>=(const Angle& other) const noexcept { return !(other.m_degrees > m_degrees); }
+    friend bool operator<(const Angle& a, const Angle& b) noexcept { return a.m_degrees < b.m_degrees; }
+    friend bool operator>(const Angle& a, const Angle& b) noexcept { return a.m_degrees > b.m_degrees; }
+    friend bool operator<=(const Angle& a, const Angle& b) noexcept { return !(a.m_degrees > b.m_degrees); }
+    friend bool operator>=(const Angle& a, const Angle& b) noexcept { return !(b.m_degrees > a.m_degrees); }
 
 private:
     void Set(double degrees) noexcept;

@@ -1,8 +1,10 @@
 #include "UtilityDLL/GTL/Angle.h"
 
-#include "tests/support/Numbers.h"
+#include "tests/support/GeometryPrinters.h"
+#include "tests/support/Random.h"
 
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 #include <type_traits>
 
@@ -40,9 +42,9 @@ TEST(Angle, WhatIsNotFiniteIsNaN) {
 }
 
 TEST(Angle, AnyAngleIsOnOneTurnAndAWholeNumberOfTurnsAway) {
-    Numbers numbers(1);
+    Random random(1);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const double degrees = numbers.Real(-1e6, 1e6);
+        const double degrees = random.Real(-1e6, 1e6);
         const double kept = DegreesOf(degrees);
         ASSERT_GE(kept, 0.0);
         ASSERT_LT(kept, 360.0) << degrees;
@@ -52,10 +54,10 @@ TEST(Angle, AnyAngleIsOnOneTurnAndAWholeNumberOfTurnsAway) {
 }
 
 TEST(Angle, RadiansAndFunctionsAreThoseOfTheDegrees) {
-    Numbers numbers(2);
+    Random random(2);
     const long double radiansPerDegree = std::acos(-1.0L) / 180.0L;
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const Angle angle(numbers.Real(-720, 720));
+        const Angle angle(random.Real(-720, 720));
         const long double radians = angle.Get() * radiansPerDegree;
         ASSERT_NEAR(static_cast<double>(radians), angle.Rad(), 1e-14);
         ASSERT_NEAR(static_cast<double>(std::sin(radians)), angle.Sin(), 1e-14);
@@ -88,10 +90,10 @@ TEST(Angle, DifferenceTurnsForwardToTheOther) {
         EXPECT_EQ(row.difference, Angle(row.from).Difference(Angle(row.to)).Get())
             << row.from << ' ' << row.to;
     }
-    Numbers numbers(3);
+    Random random(3);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const Angle from(numbers.Real(0, 360));
-        const Angle to(numbers.Real(0, 360));
+        const Angle from(random.Real(0, 360));
+        const Angle to(random.Real(0, 360));
         const double distance = std::fabs((from + from.Difference(to)).Get() - to.Get());
         ASSERT_LT(std::min(distance, 360.0 - distance), 1e-12) << from.Get() << ' ' << to.Get();
     }
@@ -107,11 +109,11 @@ TEST(Angle, ArithmeticIsThatOfTheDegrees) {
     EXPECT_EQ(100.0, (Angle(200) / 2).Get());
     EXPECT_EQ(260.0, (Angle(200) / -2).Get());
 
-    Numbers numbers(4);
+    Random random(4);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const Angle a(numbers.Real(0, 360));
-        const Angle b(numbers.Real(0, 360));
-        const double factor = numbers.Real(-10, 10);
+        const Angle a(random.Real(0, 360));
+        const Angle b(random.Real(0, 360));
+        const double factor = random.Real(-10, 10);
         ASSERT_EQ(DegreesOf(a.Get() + b.Get()), (a + b).Get());
         ASSERT_EQ(DegreesOf(a.Get() - b.Get()), (a - b).Get());
         ASSERT_EQ(DegreesOf(a.Get() * factor), (a * factor).Get());
@@ -144,15 +146,32 @@ TEST(Angle, DivisionByZeroIsNaN) {
 TEST(Angle, EqualityIsTolerantAndInequalityExact) {
     const Angle angle(10);
     const Angle near(10 + 1e-10);
-    EXPECT_TRUE(angle == near);
-    EXPECT_TRUE(angle != near); // both at once
-    EXPECT_TRUE(angle == Angle(10));
-    EXPECT_FALSE(angle != Angle(10));
-    EXPECT_FALSE(angle == Angle(10.001));
-    EXPECT_TRUE(angle != Angle(10.001));
-    EXPECT_FALSE(Angle(0) == Angle(-1e-20)); // 0 and 360 are a turn apart
-    EXPECT_FALSE(Angle(kNaN) == Angle(kNaN));
-    EXPECT_TRUE(Angle(kNaN) != Angle(kNaN));
+    EXPECT_EQ(angle, near);
+    EXPECT_NE(angle, near); // both at once
+    EXPECT_EQ(angle, Angle(10));
+    EXPECT_PRED2(std::not_fn(std::not_equal_to<>()), angle, Angle(10));
+    EXPECT_PRED2(std::not_fn(std::equal_to<>()), angle, Angle(10.001));
+    EXPECT_NE(angle, Angle(10.001));
+    EXPECT_PRED2(std::not_fn(std::equal_to<>()), Angle(0), Angle(-1e-20)); // 0 and 360 are a turn apart
+    EXPECT_PRED2(std::not_fn(std::equal_to<>()), Angle(kNaN), Angle(kNaN));
+    EXPECT_NE(Angle(kNaN), Angle(kNaN));
+}
+
+// C++20 would make the missing form of a comparison from another one: != from the tolerant ==.
+TEST(Angle, ComparesWithDegreesOnEitherSide) {
+    const Angle angle(10);
+    const double near = 10 + 1e-10;
+    EXPECT_EQ(angle, near);
+    EXPECT_EQ(near, angle);
+    EXPECT_NE(angle, near);
+    EXPECT_NE(near, angle);
+    EXPECT_PRED2(std::not_fn(std::not_equal_to<>()), angle, 10.0);
+    EXPECT_PRED2(std::not_fn(std::not_equal_to<>()), 10.0, angle);
+    EXPECT_EQ(370.0, angle); // the number is an angle, kept on one turn
+    EXPECT_LT(angle, near);
+    EXPECT_GT(near, angle);
+    EXPECT_LE(10.0, angle);
+    EXPECT_GE(370.0, angle);
 }
 
 TEST(Angle, OrderIsExact) {

@@ -1,4 +1,4 @@
 #include "UtilityDLL/GTL/Extents2D.h"
 
-template class GTL::Extents2D<float>;
-template class GTL::Extents2D<double>;
+GTL_TEMPLATE(GTL::Extents2D<float>);
+GTL_TEMPLATE(GTL::Extents2D<double>);

@@ -1,4 +1,4 @@
 #include "UtilityDLL/GTL/Extents3D.h"
 
-template class GTL::Extents3D<float>;
-template class GTL::Extents3D<double>;
+GTL_TEMPLATE(GTL::Extents3D<float>);
+GTL_TEMPLATE(GTL::Extents3D<double>);

@@ -1,5 +1,14 @@
 #include "UtilityDLL/GTL/Point2D.h"
 
-template class GTL::Point2D<int>;
-template class GTL::Point2D<float>;
-template class GTL::Point2D<double>;
+#include <cmath>
+
+template <typename T> double GTL::Point2D<T>::Dist2D(const Point2D& other, bool squared) const noexcept {
+    const T dx = ELEMENT::Difference(m_x, other.m_x);
+    const T dy = ELEMENT::Difference(m_y, other.m_y);
+    const double square = ELEMENT::Sum(ELEMENT::Product(dx, dx), ELEMENT::Product(dy, dy));
+    return squared ? square : std::sqrt(square);
+}
+
+GTL_TEMPLATE(GTL::Point2D<int>);
+GTL_TEMPLATE(GTL::Point2D<float>);
+GTL_TEMPLATE(GTL::Point2D<double>);

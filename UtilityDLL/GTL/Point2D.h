@@ -6,7 +6,6 @@
 #include "UtilityDLL/GTL/Vector2D.h"
 #include "VelmBase/Math.h"
 
-#include <cmath>
 #include <concepts>
 
 namespace GTL {
@@ -77,12 +76,7 @@ public:
 
     /// The distance, or its square. The square is computed in the element type (for int it wraps at 32 bits),
     /// the root in double precision.
-    double Dist2D(const Point2D& other, bool squared = false) const noexcept {
-        const T dx = ELEMENT::Difference(m_x, other.m_x);
-        const T dy = ELEMENT::Difference(m_y, other.m_y);
-        const double square = ELEMENT::Sum(ELEMENT::Product(dx, dx), ELEMENT::Product(dy, dy));
-        return squared ? square : std::sqrt(square);
-    }
+    double Dist2D(const Point2D& other, bool squared = false) const noexcept;
 
     void Transform(const Transformation<Point2D>& transformation) { transformation.Apply(*this); }
 

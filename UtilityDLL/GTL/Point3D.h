@@ -3,46 +3,34 @@
 #include "UtilityDLL/GTL/ExternTemplate.h"
 #include "UtilityDLL/GTL/Point2D.h"
 #include "UtilityDLL/GTL/Transformation.h"
-#include "UtilityDLL/GTL/Vector2D.h"
 #include "UtilityDLL/GTL/Vector3D.h"
-
-#include <cmath>
 
 namespace GTL {
 
 /// A point in space with an attribute value `b`; exported for float and double. The attribute is carried, but
 /// takes no part in distances, comparisons or arithmetic, and operators that build a new point set it to 0.
-template <typename T> class Point3D {
+///
+/// Its planar part is its base: where a planar point is wanted, that part of this very point is taken, and a
+/// change of the one is a change of the other. A spatial and a planar point are compared as planar ones.
+template <typename T> class Point3D : public Point2D<T> {
 public:
-    using ElementType = T;
-
     /// (0, 0, 0) with the attribute 0
     constexpr Point3D() noexcept = default;
-    constexpr Point3D(T x, T y, T z, T b = T{}) noexcept : m_planar(x, y), m_z(z), m_b(b) {}
-    constexpr Point3D(const Point2D<T>& p, T z, T b = T{}) noexcept : m_planar(p), m_z(z), m_b(b) {}
+    constexpr Point3D(T x, T y, T z, T b = T{}) noexcept : Point2D<T>(x, y), m_z(z), m_b(b) {}
+    constexpr Point3D(const Point2D<T>& p, T z, T b = T{}) noexcept : Point2D<T>(p), m_z(z), m_b(b) {}
 
     /// All four values: the vector's w becomes the attribute.
     constexpr Point3D(const Vector3D<T>& v) noexcept : Point3D(v.X(), v.Y(), v.Z(), v.W()) {}
     constexpr Point3D& operator=(const Vector3D<T>& v) noexcept { return *this = Point3D(v); }
 
-    constexpr T X() const noexcept { return m_planar.X(); }
-    constexpr T Y() const noexcept { return m_planar.Y(); }
+    using Point2D<T>::X;
+    using Point2D<T>::Y;
     constexpr T Z() const noexcept { return m_z; }
     constexpr T B() const noexcept { return m_b; }
-    constexpr T& X() noexcept { return m_planar.X(); }
-    constexpr T& Y() noexcept { return m_planar.Y(); }
     constexpr T& Z() noexcept { return m_z; }
     constexpr T& B() noexcept { return m_b; }
-    constexpr void X(T x) noexcept { m_planar.X(x); }
-    constexpr void Y(T y) noexcept { m_planar.Y(y); }
     constexpr void Z(T z) noexcept { m_z = z; }
     constexpr void B(T b) noexcept { m_b = b; }
-
-    /// The planar part of this very point: a change of the one is a change of the other.
-    constexpr operator Point2D<T>&() noexcept { return m_planar; }
-    constexpr operator const Point2D<T>&() const noexcept { return m_planar; }
-
-    constexpr operator Vector2D<T>() const noexcept { return {X(), Y()}; }
 
     /// (x, y, z) with w = 0
     constexpr operator Vector3D<T>() const noexcept { return {X(), Y(), m_z}; }
@@ -84,23 +72,11 @@ public:
     constexpr bool operator>=(const Point3D& other) const noexcept { return !(*this < other); }
 
     /// The distance in space, or its square; for float computed in single precision altogether.
-    double Dist3D(const Point3D& other, bool squared = false) const noexcept {
-        const T dx = X() - other.X();
-        const T dy = Y() - other.Y();
-        const T dz = m_z - other.m_z;
-        const T square = dx * dx + dy * dy + dz * dz;
-        return squared ? square : std::sqrt(square);
-    }
-
-    /// The distance in the plane; see Point2D.
-    double Dist2D(const Point2D<T>& other, bool squared = false) const noexcept {
-        return m_planar.Dist2D(other, squared);
-    }
+    double Dist3D(const Point3D& other, bool squared = false) const noexcept;
 
     void Transform(const Transformation<Point3D>& transformation) { transformation.Apply(*this); }
 
 private:
-    Point2D<T> m_planar; // a member, so that it can be given out by reference
     T m_z{};
     T m_b{};
 };

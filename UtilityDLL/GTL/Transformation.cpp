@@ -3,8 +3,8 @@
 #include "UtilityDLL/GTL/Point2D.h"
 #include "UtilityDLL/GTL/Point3D.h"
 
-template class GTL::Transformation<GTL::Point2D<int>>;
-template class GTL::Transformation<GTL::Point2D<float>>;
-template class GTL::Transformation<GTL::Point2D<double>>;
-template class GTL::Transformation<GTL::Point3D<float>>;
-template class GTL::Transformation<GTL::Point3D<double>>;
+GTL_TEMPLATE(GTL::Transformation<GTL::Point2D<int>>);
+GTL_TEMPLATE(GTL::Transformation<GTL::Point2D<float>>);
+GTL_TEMPLATE(GTL::Transformation<GTL::Point2D<double>>);
+GTL_TEMPLATE(GTL::Transformation<GTL::Point3D<float>>);
+GTL_TEMPLATE(GTL::Transformation<GTL::Point3D<double>>);

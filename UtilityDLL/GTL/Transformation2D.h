@@ -1,7 +1,6 @@
 #pragma once
 
 #include "UtilityDLL/GTL/Angle.h"
-#include "UtilityDLL/GTL/Element.h"
 #include "UtilityDLL/GTL/ExternTemplate.h"
 #include "UtilityDLL/GTL/Point2D.h"
 #include "UtilityDLL/GTL/Transformation.h"
@@ -25,52 +24,19 @@ public:
         return m_rows[row - 1][column - 1];
     }
 
-    void Apply(P& point) const override { Map(point, Planar(*this)); }
+    void Apply(P& point) const override;
 
-    void ApplyAll(std::span<P> points) const override {
-        const Planar planar(*this); // a copy: for all the compiler knows, a point could overlap the matrix
-        for (P& point : points) Map(point, planar);
-    }
+    /// Faster than one by one, unless a derived class has an Apply() of its own: then that is called for
+    /// each.
+    void ApplyAll(std::span<P> points) const override;
 
     /// Then moves by (dx, dy).
-    void Translate(double dx, double dy) noexcept {
-        m_rows[0][2] += dx;
-        m_rows[1][2] += dy;
-    }
+    void Translate(double dx, double dy) noexcept;
 
     /// Then turns about `centre`, clockwise when y points up.
-    void Rotate(const Angle& angle, const P& centre) noexcept {
-        const auto x = static_cast<double>(centre.X());
-        const auto y = static_cast<double>(centre.Y());
-        Translate(-x, -y);
-        const double sine = angle.Sin();
-        const double cosine = angle.Cos();
-        for (int column = 0; column < 3; ++column) {
-            const double first = m_rows[0][column];
-            const double second = m_rows[1][column];
-            m_rows[0][column] = cosine * first + sine * second;
-            m_rows[1][column] = cosine * second - sine * first;
-        }
-        Translate(x, y);
-    }
+    void Rotate(const Angle& angle, const P& centre) noexcept;
 
 private:
-    // The rows that map a point; the third is always (0, 0, 1), since every step is affine.
-    struct Planar {
-        explicit Planar(const Transformation2D& t) noexcept
-            : m11(t.m_rows[0][0]), m12(t.m_rows[0][1]), m13(t.m_rows[0][2]), m21(t.m_rows[1][0]),
-              m22(t.m_rows[1][1]), m23(t.m_rows[1][2]) {}
-        double m11, m12, m13, m21, m22, m23;
-    };
-
-    static void Map(P& point, const Planar& m) noexcept {
-        using T = typename P::ElementType;
-        const auto x = static_cast<double>(point.X());
-        const auto y = static_cast<double>(point.Y());
-        point.X(ELEMENT::FromDouble<T>(m.m11 * x + m.m12 * y + m.m13));
-        point.Y(ELEMENT::FromDouble<T>(m.m21 * x + m.m22 * y + m.m23));
-    }
-
     double m_rows[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 };
 

@@ -1,5 +1,5 @@
 #include "UtilityDLL/GTL/Vector2D.h"
 
-template class GTL::Vector2D<int>;
-template class GTL::Vector2D<float>;
-template class GTL::Vector2D<double>;
+GTL_TEMPLATE(GTL::Vector2D<int>);
+GTL_TEMPLATE(GTL::Vector2D<float>);
+GTL_TEMPLATE(GTL::Vector2D<double>);

@@ -2,10 +2,6 @@
 
 #include "UtilityDLL/GTL/Angle.h"
 #include "UtilityDLL/GTL/ExternTemplate.h"
-#include "VelmBase/Math.h"
-
-#include <algorithm>
-#include <cmath>
 
 namespace GTL {
 
@@ -29,26 +25,21 @@ public:
 
     /// The direction of (x, y) from the +y axis toward the +x axis: clockwise on a map with north up. 0 for a
     /// vector without a planar part.
-    Angle Bearing() const noexcept {
-        const double degrees = std::atan2(static_cast<double>(m_x), static_cast<double>(m_y)) * MATH::RTD;
-        return degrees < 0.0 ? degrees + 360.0 : degrees;
-    }
+    Angle Bearing() const noexcept;
 
     /// The angle between the two directions, 0 to 180 degrees; NaN when one of them has no length. A cosine
     /// that rounding carried beyond 1 counts as 1, so parallel vectors have an angle.
-    Angle AngleTo(const Vector3D& other) const noexcept {
-        const double cosine = static_cast<double>(Dot(other)) /
-                              (static_cast<double>(Length()) * static_cast<double>(other.Length()));
-        return std::acos(std::clamp(cosine, -1.0, 1.0)) * MATH::RTD;
-    }
+    Angle AngleTo(const Vector3D& other) const noexcept;
+
+    /// Of (x, y, z), in the vector's unit; for float computed in single precision altogether. Infinite where
+    /// the square of a component is.
+    T Length() const noexcept;
 
     /// Divides x, y and z by the length; NaN for a vector without length.
     void Normalize() noexcept { *this /= Length(); }
 
-    constexpr Vector3D Cross(const Vector3D& o) const noexcept {
-        return {m_y * o.m_z - m_z * o.m_y, m_z * o.m_x - m_x * o.m_z, m_x * o.m_y - m_y * o.m_x};
-    }
-    constexpr T Dot(const Vector3D& o) const noexcept { return m_x * o.m_x + m_y * o.m_y + m_z * o.m_z; }
+    Vector3D Cross(const Vector3D& other) const noexcept;
+    T Dot(const Vector3D& other) const noexcept;
 
     /// A scalar on each of x, y and z, in place; w is kept.
     constexpr Vector3D& operator+=(T scalar) noexcept { return Assign(*this + scalar); }
@@ -71,8 +62,6 @@ public:
     }
 
 private:
-    T Length() const noexcept { return std::sqrt(Dot(*this)); }
-
     constexpr Vector3D& Assign(const Vector3D& xyz) noexcept {
         m_x = xyz.m_x;
         m_y = xyz.m_y;

@@ -1,7 +1,8 @@
 #include "UtilityDLL/GTL/Extents2D.h"
 
 #include "UtilityDLL/GTL/Transformation2D.h"
-#include "tests/support/Numbers.h"
+#include "tests/support/GeometryPrinters.h"
+#include "tests/support/Random.h"
 
 #include <array>
 #include <bit>
@@ -18,7 +19,7 @@ namespace {
 
 template <typename T> class Extents2DOf : public ::testing::Test {
 protected:
-    static T Random(Numbers& numbers) { return static_cast<T>(numbers.Integer(-10, 10)); }
+    static T Any(Random& random) { return static_cast<T>(random.Integer(-10, 10)); }
 };
 using ElementTypes = ::testing::Types<float, double>;
 TYPED_TEST_SUITE(Extents2DOf, ElementTypes);
@@ -86,13 +87,13 @@ TYPED_TEST(Extents2DOf, FirstPointIsTheWholeBox) {
 }
 
 TYPED_TEST(Extents2DOf, GrowsToTheRangesOfThePoints) {
-    Numbers numbers(1);
+    Random random(1);
     for (int i = 0; i < kPropertyRuns / 10; ++i) {
         Extents2D<TypeParam> box;
         std::vector<TypeParam> xs, ys;
         for (int n = 0; n < 10; ++n) {
-            xs.push_back(this->Random(numbers));
-            ys.push_back(this->Random(numbers));
+            xs.push_back(this->Any(random));
+            ys.push_back(this->Any(random));
             if (n % 2)
                 box.Update(xs.back(), ys.back());
             else
@@ -110,15 +111,15 @@ TYPED_TEST(Extents2DOf, GrowsToTheRangesOfThePoints) {
 }
 
 TYPED_TEST(Extents2DOf, GrowsByARunOfPointsAsByEachOfThem) {
-    Numbers numbers(4);
-    const auto random = [&] {
-        return static_cast<TypeParam>(numbers.Integer(0, 9) ? numbers.Integer(-9, 9) : kNaN);
+    Random random(4);
+    const auto any = [&] {
+        return static_cast<TypeParam>(random.Integer(0, 9) ? random.Integer(-9, 9) : kNaN);
     };
     for (int i = 0; i < kPropertyRuns; ++i) {
-        std::vector<Point2D<TypeParam>> points(static_cast<std::size_t>(numbers.Integer(0, 7)));
-        for (auto& point : points) point = Point2D<TypeParam>(random(), random());
+        std::vector<Point2D<TypeParam>> points(static_cast<std::size_t>(random.Integer(0, 7)));
+        for (auto& point : points) point = Point2D<TypeParam>(any(), any());
         Extents2D<TypeParam> box, expected;
-        if (numbers.Integer(0, 1)) box = expected = Box<TypeParam>(-2, -2, 2, 2);
+        if (random.Integer(0, 1)) box = expected = Box<TypeParam>(-2, -2, 2, 2);
         for (const auto& point : points) expected.Update(point);
         box.Update(points);
         ASSERT_EQ(expected.IsValid(), box.IsValid());
@@ -190,8 +191,8 @@ TYPED_TEST(Extents2DOf, ClassifiesBoxes) {
 // Boxes with whole corners, compared through all the half-integer points that they hold.
 TYPED_TEST(Extents2DOf, ClassificationAgreesWithThePointsHeld) {
     using E = Extents2D<TypeParam>;
-    Numbers numbers(2);
-    const auto small = [&] { return static_cast<TypeParam>(numbers.Integer(0, 5)); };
+    Random random(2);
+    const auto small = [&] { return static_cast<TypeParam>(random.Integer(0, 5)); };
     const auto holds = [](const E& box, double x, double y) {
         return box.MinX() <= x && x <= box.MaxX() && box.MinY() <= y && y <= box.MaxY();
     };
@@ -235,11 +236,10 @@ TEST(Extents2D, TransformLeavesAnInvalidBoxAlone) {
 }
 
 TEST(Extents2D, RotatedBoxAgreesWithItsCornersTurnedOneByOne) {
-    Numbers numbers(3);
+    Random random(3);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const double x = numbers.Real(-100, 100), y = numbers.Real(-100, 100);
-        const double width = numbers.Real(0, 50), height = numbers.Real(0, 50),
-                     degrees = numbers.Real(0, 360);
+        const double x = random.Real(-100, 100), y = random.Real(-100, 100);
+        const double width = random.Real(0, 50), height = random.Real(0, 50), degrees = random.Real(0, 360);
         GTL::Transformation2D<Point2D<double>> rotation;
         rotation.Rotate(degrees, {0, 0});
         Extents2D<double> box = Box<double>(x, y, x + width, y + height);
@@ -266,12 +266,10 @@ TYPED_TEST(Extents2DOf, EqualityIsTolerantOnEachOfTheFourValues) {
     using E = Extents2D<TypeParam>;
     const auto tiny = TypeParam(1e-12), much = TypeParam(1e-3);
     const E box = Stored<TypeParam>(0, 0, 0, 0);
-    EXPECT_TRUE(box == Stored<TypeParam>(tiny, -tiny, tiny, -tiny));
-    EXPECT_FALSE(box != Stored<TypeParam>(tiny, -tiny, tiny, -tiny));
+    EXPECT_EQ(box, Stored<TypeParam>(tiny, -tiny, tiny, -tiny));
     for (const E& other : {Stored<TypeParam>(much, 0, 0, 0), Stored<TypeParam>(0, much, 0, 0),
                            Stored<TypeParam>(0, 0, much, 0), Stored<TypeParam>(0, 0, 0, much)}) {
-        EXPECT_FALSE(box == other);
-        EXPECT_TRUE(box != other);
+        EXPECT_NE(box, other);
     }
 }
 

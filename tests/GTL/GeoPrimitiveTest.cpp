@@ -1,6 +1,7 @@
 #include "UtilityDLL/GTL/GeoPrimitive.h"
 
 #include "UtilityDLL/GTL/Transformation2D.h"
+#include "tests/support/GeometryPrinters.h"
 
 #include <array>
 #include <bit>
@@ -84,8 +85,8 @@ TYPED_TEST(GeoPrimitiveOf, UpdateMakesAnEmptyBoxTheBoxOfTheCornersAtHeightZero) 
     Extents3D<double> extents =
         std::bit_cast<Extents3D<double>>(std::array<double, 8>{1, 1, 5, 7, 0, 0, 5, 7});
     this->m_shape->Update(extents);
-    EXPECT_TRUE(extents.MinPnt() == Point3D<double>(-7, -4, 0));
-    EXPECT_TRUE(extents.MaxPnt() == Point3D<double>(5, 8, 0));
+    EXPECT_EQ(Point3D<double>(-7, -4, 0), extents.MinPnt());
+    EXPECT_EQ(Point3D<double>(5, 8, 0), extents.MaxPnt());
     EXPECT_EQ(0.0, extents.MinPnt().B());
     EXPECT_EQ(0.0, extents.MaxPnt().B());
 }
@@ -94,8 +95,8 @@ TYPED_TEST(GeoPrimitiveOf, UpdateGrowsAValidBox) {
     Extents3D<double> extents;
     extents.Update(100, 0, 30);
     this->m_shape->Update(extents);
-    EXPECT_TRUE(extents.MinPnt() == Point3D<double>(-7, -4, 0));
-    EXPECT_TRUE(extents.MaxPnt() == Point3D<double>(100, 8, 30));
+    EXPECT_EQ(Point3D<double>(-7, -4, 0), extents.MinPnt());
+    EXPECT_EQ(Point3D<double>(100, 8, 30), extents.MaxPnt());
 }
 
 } // namespace

@@ -1,10 +1,12 @@
 #include "UtilityDLL/GTL/Point3D.h"
 
-#include "tests/support/Numbers.h"
+#include "tests/support/GeometryPrinters.h"
+#include "tests/support/Random.h"
 
 #include <array>
 #include <bit>
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 #include <tuple>
 #include <type_traits>
@@ -18,7 +20,7 @@ namespace {
 
 template <typename T> class Point3DOf : public ::testing::Test {
 protected:
-    static T Random(Numbers& numbers) { return static_cast<T>(numbers.Integer(-1000, 1000)); }
+    static T Any(Random& random) { return static_cast<T>(random.Integer(-1000, 1000)); }
 };
 using ElementTypes = ::testing::Types<float, double>;
 TYPED_TEST_SUITE(Point3DOf, ElementTypes);
@@ -32,7 +34,7 @@ template <typename T> void ExpectXYZB(T x, T y, T z, T b, const Point3D<T>& poin
 
 TYPED_TEST(Point3DOf, IsAPlainValueOfFourElementsInOrder) {
     using P = Point3D<TypeParam>;
-    static_assert(std::is_trivially_copyable_v<P> && std::is_standard_layout_v<P>);
+    static_assert(std::is_trivially_copyable_v<P>);
     static_assert(sizeof(P) == 4 * sizeof(TypeParam));
     constexpr P point(1, 2, 3, 4);
     static_assert(point.Z() == 3 && (point + Vector3D<TypeParam>(1, 1, 1)).B() == 0 && point < P(1, 2, 4));
@@ -94,10 +96,10 @@ TYPED_TEST(Point3DOf, NewPointsOfArithmeticHaveNoAttribute) {
     ExpectXYZB<TypeParam>(0, 1, 2, 0, P(1, 2, 3, 7) - V(1, 1, 1, 5));
     ExpectXYZB<TypeParam>(1, 2, 3, 0, P(2, 4, 6, 7) / TypeParam{2});
     static_assert(std::is_same_v<V, decltype(P() - P())>);
-    Numbers numbers(1);
+    Random random(1);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const TypeParam x = this->Random(numbers), y = this->Random(numbers), z = this->Random(numbers);
-        const TypeParam dx = this->Random(numbers), dy = this->Random(numbers), dz = this->Random(numbers);
+        const TypeParam x = this->Any(random), y = this->Any(random), z = this->Any(random);
+        const TypeParam dx = this->Any(random), dy = this->Any(random), dz = this->Any(random);
         const P point(x, y, z, 7);
         const V moves(dx, dy, dz, 5);
         ExpectXYZB<TypeParam>(x + dx, y + dy, z + dz, 0, point + moves);
@@ -114,19 +116,19 @@ TYPED_TEST(Point3DOf, NewPointsOfArithmeticHaveNoAttribute) {
 }
 
 TYPED_TEST(Point3DOf, OrderAndEqualityAreThoseOfTheThreeCoordinates) {
-    Numbers numbers(2);
-    const auto random = [&] {
-        const int x = numbers.Integer(0, 2), y = numbers.Integer(0, 2);
-        return std::tuple(x, y, numbers.Integer(0, 2));
+    Random random(2);
+    const auto any = [&] {
+        const int x = random.Integer(0, 2), y = random.Integer(0, 2);
+        return std::tuple(x, y, random.Integer(0, 2));
     };
     const auto point = [&](const std::tuple<int, int, int>& t) {
         return Point3D<TypeParam>(static_cast<TypeParam>(std::get<0>(t)),
                                   static_cast<TypeParam>(std::get<1>(t)),
-                                  static_cast<TypeParam>(std::get<2>(t)), this->Random(numbers));
+                                  static_cast<TypeParam>(std::get<2>(t)), this->Any(random));
     };
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const auto a = random();
-        const auto b = random();
+        const auto a = any();
+        const auto b = any();
         const Point3D<TypeParam> p = point(a);
         const Point3D<TypeParam> q = point(b);
         ASSERT_EQ(a < b, p < q);
@@ -145,10 +147,10 @@ TYPED_TEST(Point3DOf, DistanceInSpaceAndInThePlane) {
     EXPECT_EQ(5.0, P(1, 1, 1, 5).Dist2D(Point2D<TypeParam>(4, 5), false));
     EXPECT_EQ(25.0, P(1, 1, 1, 5).Dist2D(Point2D<TypeParam>(4, 5), true));
     EXPECT_EQ(25.0, P(1, 1, 1, 5).Dist2D(P(4, 5, 99, 99), true));
-    Numbers numbers(3);
+    Random random(3);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const P a(this->Random(numbers), this->Random(numbers), this->Random(numbers), this->Random(numbers));
-        const P b(this->Random(numbers), this->Random(numbers), this->Random(numbers), this->Random(numbers));
+        const P a(this->Any(random), this->Any(random), this->Any(random), this->Any(random));
+        const P b(this->Any(random), this->Any(random), this->Any(random), this->Any(random));
         const double dx = a.X() - b.X(), dy = a.Y() - b.Y(), dz = a.Z() - b.Z();
         ASSERT_EQ(dx * dx + dy * dy + dz * dz, a.Dist3D(b, true)); // whole numbers: exact
         ASSERT_NEAR(std::hypot(dx, dy, dz), a.Dist3D(b), (std::is_same_v<TypeParam, float> ? 3e-4 : 1e-9));
@@ -157,12 +159,12 @@ TYPED_TEST(Point3DOf, DistanceInSpaceAndInThePlane) {
 }
 
 TEST(Point3D, DistanceOfFloatsTakesItsRootInSinglePrecision) {
-    Numbers numbers(4);
+    Random random(4);
     int differing = 0;
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const auto x = static_cast<float>(numbers.Real(-1e4, 1e4));
-        const auto y = static_cast<float>(numbers.Real(-1e4, 1e4));
-        const auto z = static_cast<float>(numbers.Real(-1e4, 1e4));
+        const auto x = static_cast<float>(random.Real(-1e4, 1e4));
+        const auto y = static_cast<float>(random.Real(-1e4, 1e4));
+        const auto z = static_cast<float>(random.Real(-1e4, 1e4));
         const volatile float xx = x * x, yy = y * y, zz = z * z; // volatile: each step is rounded to float
         const volatile float xy = xx + yy;
         const volatile float square = xy + zz;
@@ -181,12 +183,38 @@ TEST(Point3D, PlanarDistanceOfFloatsTakesItsRootInDoublePrecision) {
     EXPECT_EQ(static_cast<double>(std::sqrt(2.0f)), origin.Dist3D(Point3D<float>(1, 1, 0)));
 }
 
+// Constant evaluation refuses to read a value whose life has ended.
+TYPED_TEST(Point3DOf, PlanarPartOfATemporaryLivesAsLongAsItsReference) {
+    using P = Point3D<TypeParam>;
+    constexpr auto sum = [] {
+        const Point2D<TypeParam>& planar = P(1, 2, 3, 4);
+        const Point2D<TypeParam>& moved = P(10, 20, 30) + Vector3D<TypeParam>(100, 200, 300);
+        return planar.X() + planar.Y() + moved.X() + moved.Y();
+    };
+    static_assert(sum() == 333);
+    EXPECT_EQ(333, sum());
+    static_assert(!std::is_convertible_v<P, Point2D<TypeParam>&>); // nor is it changed in vain
+}
+
+TYPED_TEST(Point3DOf, IsComparedWithAPlanarPointAsOne) {
+    using P = Point3D<TypeParam>;
+    using Planar = Point2D<TypeParam>;
+    EXPECT_EQ(P(1, 2, 3), Planar(1, 2));
+    EXPECT_EQ(Planar(1, 2), P(1, 2, 3));
+    EXPECT_NE(P(1, 2, 3), Planar(1, 3));
+    EXPECT_NE(Planar(2, 2), P(1, 2, 3));
+    const TypeParam tiny = TypeParam{1e-12f};
+    EXPECT_EQ(P(0, 0, 3), Planar(tiny, 0)); // with the tolerance of planar points
+    EXPECT_EQ(Planar(tiny, 0), P(0, 0, 3));
+    EXPECT_NE(P(0, 0, 3), P(tiny, 0, 3));
+}
+
 TEST(Point3D, EqualityIsExact) {
-    EXPECT_FALSE(Point3D<double>(0, 0, 0) == Point3D<double>(1e-12, 0, 0));
-    EXPECT_TRUE(Point3D<double>(0, 0, 0) != Point3D<double>(0, 0, 1e-300));
-    EXPECT_TRUE(Point3D<double>(1, 2, 3, 4) == Point3D<double>(1, 2, 3, 5));
-    EXPECT_FALSE(Point3D<double>(1, 2, 3, 4) != Point3D<double>(1, 2, 3, 5));
-    EXPECT_FALSE(Point3D<double>(kNaN, 0, 0) == Point3D<double>(kNaN, 0, 0));
+    EXPECT_NE(Point3D<double>(0, 0, 0), Point3D<double>(1e-12, 0, 0));
+    EXPECT_NE(Point3D<double>(0, 0, 0), Point3D<double>(0, 0, 1e-300));
+    EXPECT_EQ(Point3D<double>(1, 2, 3, 4), Point3D<double>(1, 2, 3, 5));
+    EXPECT_EQ(Point3D<double>(1, 2, 3, 4), Point3D<double>(1, 2, 3, 5));
+    EXPECT_NE(Point3D<double>(kNaN, 0, 0), Point3D<double>(kNaN, 0, 0));
 }
 
 TEST(Point3D, BesideNaNOnlyTheInclusiveComparisonsHold) {
@@ -196,12 +224,12 @@ TEST(Point3D, BesideNaNOnlyTheInclusiveComparisonsHold) {
     };
     for (const Row& row : {Row{P(kNaN, 1, 1), P(0, 2, 2)}, Row{P(0, kNaN, 1), P(0, 2, 2)},
                            Row{P(0, 0, 1), P(0, 0, kNaN)}, Row{P(0, 1, 1), P(kNaN, 2, 2)}}) {
-        EXPECT_FALSE(row.a < row.b);
-        EXPECT_FALSE(row.a > row.b);
-        EXPECT_TRUE(row.a <= row.b);
-        EXPECT_TRUE(row.a >= row.b);
+        EXPECT_PRED2(std::not_fn(std::less<>()), row.a, row.b);
+        EXPECT_PRED2(std::not_fn(std::greater<>()), row.a, row.b);
+        EXPECT_LE(row.a, row.b);
+        EXPECT_GE(row.a, row.b);
     }
-    EXPECT_TRUE(P(0, 1, kNaN) < P(0, 2, kNaN)); // y decides before the NaN is met
+    EXPECT_LT(P(0, 1, kNaN), P(0, 2, kNaN)); // y decides before the NaN is met
 }
 
 struct Raising : GTL::Transformation<Point3D<double>> {

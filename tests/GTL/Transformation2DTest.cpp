@@ -1,6 +1,7 @@
 #include "UtilityDLL/GTL/Transformation2D.h"
 
-#include "tests/support/Numbers.h"
+#include "tests/support/GeometryPrinters.h"
+#include "tests/support/Random.h"
 
 #include <array>
 #include <cmath>
@@ -62,10 +63,10 @@ TYPED_TEST(Transformation2DOf, IsATransformationWithAVirtualDestructor) {
 TYPED_TEST(Transformation2DOf, NewOneIsTheIdentity) {
     const Transformation2D<Point2D<TypeParam>> identity;
     ExpectMatrix({{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, identity);
-    Numbers numbers(1);
+    Random random(1);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const auto x = static_cast<TypeParam>(numbers.AnyInteger()),
-                   y = static_cast<TypeParam>(numbers.AnyInteger());
+        const auto x = static_cast<TypeParam>(random.AnyInteger()),
+                   y = static_cast<TypeParam>(random.AnyInteger());
         const auto point = Applied(identity, x, y);
         ASSERT_EQ(x, point.X());
         ASSERT_EQ(y, point.Y());
@@ -124,25 +125,25 @@ TYPED_TEST(Transformation2DOf, CentreOfARotationStays) {
 
 TYPED_TEST(Transformation2DOf, StepsMultiplyFromTheLeft) {
     using P = Point2D<TypeParam>;
-    Numbers numbers(2);
+    Random random(2);
     for (int i = 0; i < kPropertyRuns / 10; ++i) {
         Transformation2D<P> t;
         Matrix expected = Translation(0, 0);
-        for (int step = numbers.Integer(1, 10); step > 0; --step) {
-            const int x = numbers.Integer(-100, 100), y = numbers.Integer(-100, 100);
-            if (numbers.Integer(0, 1)) {
+        for (int step = random.Integer(1, 10); step > 0; --step) {
+            const int x = random.Integer(-100, 100), y = random.Integer(-100, 100);
+            if (random.Integer(0, 1)) {
                 t.Translate(x + 0.25, y - 0.75);
                 expected = Product(Translation(x + 0.25, y - 0.75), expected);
             } else {
-                const double degrees = numbers.Real(0, 360);
+                const double degrees = random.Real(0, 360);
                 t.Rotate(degrees, P(static_cast<TypeParam>(x), static_cast<TypeParam>(y)));
                 expected = Product(Translation(x, y),
                                    Product(Rotation(degrees), Product(Translation(-x, -y), expected)));
             }
         }
         ExpectMatrix(expected, t);
-        const auto px = static_cast<TypeParam>(numbers.Integer(-100, 100));
-        const auto py = static_cast<TypeParam>(numbers.Integer(-100, 100));
+        const auto px = static_cast<TypeParam>(random.Integer(-100, 100));
+        const auto py = static_cast<TypeParam>(random.Integer(-100, 100));
         const auto point = Applied(t, px, py);
         const double x = expected[0][0] * static_cast<double>(px) + expected[0][1] * static_cast<double>(py) +
                          expected[0][2];
@@ -159,11 +160,11 @@ TYPED_TEST(Transformation2DOf, StepsMultiplyFromTheLeft) {
 TYPED_TEST(Transformation2DOf, RotationKeepsDistancesAndTurnsBack) {
     using P = Point2D<TypeParam>;
     if (std::is_same_v<TypeParam, int>) return; // rounding moves the points
-    Numbers numbers(3);
-    const auto random = [&] { return static_cast<TypeParam>(numbers.Real(-100, 100)); };
+    Random random(3);
+    const auto any = [&] { return static_cast<TypeParam>(random.Real(-100, 100)); };
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const Angle angle(numbers.Real(0, 360));
-        const P centre(random(), random()), a(random(), random()), b(random(), random());
+        const Angle angle(random.Real(0, 360));
+        const P centre(any(), any()), a(any(), any()), b(any(), any());
         Transformation2D<P> t;
         t.Rotate(angle, centre);
         ASSERT_NEAR(a.Dist2D(b), Applied(t, a.X(), a.Y()).Dist2D(Applied(t, b.X(), b.Y())), 1e-3);
@@ -174,15 +175,15 @@ TYPED_TEST(Transformation2DOf, RotationKeepsDistancesAndTurnsBack) {
 
 TYPED_TEST(Transformation2DOf, SpanOfPointsIsTransformedAsOneByOne) {
     using P = Point2D<TypeParam>;
-    Numbers numbers(4);
+    Random random(4);
     Transformation2D<P> t;
     t.Translate(3, -8);
     t.Rotate(33, {5, 6});
     for (std::size_t count = 0; count < 50; ++count) {
         std::vector<P> points, expected;
         for (std::size_t n = 0; n < count; ++n) {
-            points.emplace_back(static_cast<TypeParam>(numbers.Integer(-1000, 1000)),
-                                static_cast<TypeParam>(numbers.Integer(-1000, 1000)));
+            points.emplace_back(static_cast<TypeParam>(random.Integer(-1000, 1000)),
+                                static_cast<TypeParam>(random.Integer(-1000, 1000)));
             expected.push_back(Applied(t, points[n].X(), points[n].Y()));
         }
         static_cast<const GTL::Transformation<P>&>(t).ApplyAll(points);
@@ -191,6 +192,36 @@ TYPED_TEST(Transformation2DOf, SpanOfPointsIsTransformedAsOneByOne) {
             ASSERT_EQ(expected[n].Y(), points[n].Y());
         }
     }
+}
+
+// A mapping with one more step of its own, as hosts derive it.
+template <typename P> struct Mirrored : Transformation2D<P> {
+    void Apply(P& point) const override {
+        Transformation2D<P>::Apply(point);
+        point.X(-point.X());
+    }
+};
+
+TYPED_TEST(Transformation2DOf, SpanOfPointsGoesThroughADerivedMapping) {
+    using P = Point2D<TypeParam>;
+    Mirrored<P> mirrored;
+    mirrored.Translate(10, 20);
+    const GTL::Transformation<P>& mapping = mirrored;
+    std::vector<P> points = {{1, 2}, {3, 4}, {-5, 6}};
+    mapping.ApplyAll(points);
+    EXPECT_EQ((std::vector<P>{{-11, 22}, {-13, 24}, {-5, 26}}), points);
+}
+
+// Deriving without an Apply() changes nothing.
+TYPED_TEST(Transformation2DOf, SpanOfPointsGoesThroughADerivedMappingThatAddsNothing) {
+    using P = Point2D<TypeParam>;
+    struct Named : Transformation2D<P> {
+        int name = 7;
+    } named;
+    named.Translate(10, 20);
+    std::vector<P> points = {{1, 2}, {3, 4}};
+    named.ApplyAll(points);
+    EXPECT_EQ((std::vector<P>{{11, 22}, {13, 24}}), points);
 }
 
 TEST(Transformation2D, IntegersAreRoundedToTheNearestHalvesUpward) {

@@ -1,5 +1,7 @@
 #include "UtilityDLL/GTL/Vector2D.h"
 
+#include "tests/support/GeometryPrinters.h"
+
 #include <array>
 #include <bit>
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "UtilityDLL/GTL/Vector3D.h"
 
-#include "tests/support/Numbers.h"
+#include "tests/support/GeometryPrinters.h"
+#include "tests/support/Random.h"
 
 #include <array>
 #include <bit>
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <type_traits>
 
+using GTL::Point3D;
 using GTL::Vector3D;
 
 namespace {
@@ -15,8 +17,8 @@ namespace {
 template <typename T> class Vector3DOf : public ::testing::Test {
 protected:
     static constexpr double kTolerance = std::is_same_v<T, float> ? 1e-5 : 1e-12;
-    static Vector3D<T> Random(Numbers& numbers) {
-        const auto coordinate = [&] { return static_cast<T>(numbers.Real(-100, 100)); };
+    static Vector3D<T> Any(Random& random) {
+        const auto coordinate = [&] { return static_cast<T>(random.Real(-100, 100)); };
         const T x = coordinate(), y = coordinate(), z = coordinate();
         return {x, y, z, coordinate()};
     }
@@ -35,7 +37,7 @@ TYPED_TEST(Vector3DOf, IsAPlainValueOfFourElements) {
     using V = Vector3D<TypeParam>;
     static_assert(std::is_trivially_copyable_v<V> && std::is_standard_layout_v<V>);
     static_assert(sizeof(V) == 4 * sizeof(TypeParam));
-    static_assert(V(1, 2, 3).Cross(V(4, 5, 6)).Y() == 6);
+    static_assert((V(1, 2, 3) * 2 + 1).Y() == 5);
     ExpectXYZW<TypeParam>(0, 0, 0, 0, V());
     ExpectXYZW<TypeParam>(1, 2, 3, 0, V(1, 2, 3));
     ExpectXYZW<TypeParam>(1, 2, 3, 4, V(1, 2, 3, 4));
@@ -60,9 +62,9 @@ TYPED_TEST(Vector3DOf, BearingRunsClockwiseFromNorth) {
 }
 
 TYPED_TEST(Vector3DOf, BearingLeadsBackToTheDirection) {
-    Numbers numbers(1);
+    Random random(1);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const Vector3D<TypeParam> vector = this->Random(numbers);
+        const Vector3D<TypeParam> vector = this->Any(random);
         const double length = std::hypot(static_cast<double>(vector.X()), static_cast<double>(vector.Y()));
         const Angle bearing = vector.Bearing();
         ASSERT_NEAR(static_cast<double>(vector.X()), length * bearing.Sin(), 1e-10);
@@ -76,10 +78,10 @@ TYPED_TEST(Vector3DOf, AngleToIsThatBetweenTheDirections) {
     EXPECT_NEAR(180.0, V(1, 0, 0).AngleTo(V(-3, 0, 0)).Get(), 1e-12);
     EXPECT_NEAR(45.0, V(0, 0, 2).AngleTo(V(0, 1, 1)).Get(), 1e-4);
     EXPECT_TRUE(std::isnan(V(0, 0, 0).AngleTo(V(1, 0, 0)).Get()));
-    Numbers numbers(2);
+    Random random(2);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const V a = this->Random(numbers);
-        const V b = this->Random(numbers);
+        const V a = this->Any(random);
+        const V b = this->Any(random);
         // The independent formula: the arc tangent of the lengths of the cross product and the dot product.
         const double ax = a.X(), ay = a.Y(), az = a.Z(), bx = b.X(), by = b.Y(), bz = b.Z();
         const double cross = std::hypot(ay * bz - az * by, az * bx - ax * bz, ax * by - ay * bx);
@@ -90,12 +92,29 @@ TYPED_TEST(Vector3DOf, AngleToIsThatBetweenTheDirections) {
 }
 
 TYPED_TEST(Vector3DOf, ParallelVectorsHaveAnAngle) {
-    Numbers numbers(3);
+    Random random(3);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const Vector3D<TypeParam> vector = this->Random(numbers);
+        const Vector3D<TypeParam> vector = this->Any(random);
         ASSERT_NEAR(0.0, vector.AngleTo(vector).Get(), 0.1);
         ASSERT_NEAR(180.0, vector.AngleTo(vector * -1).Get(), 0.1);
     }
+}
+
+TYPED_TEST(Vector3DOf, LengthIsThatOfThreeValues) {
+    using V = Vector3D<TypeParam>;
+    EXPECT_EQ(TypeParam{7}, V(2, -3, 6, 99).Length());
+    EXPECT_EQ(TypeParam{0}, V(0, 0, 0, 99).Length());
+    static_assert(std::is_same_v<TypeParam, decltype(V().Length())>);
+    Random random(7);
+    for (int i = 0; i < kPropertyRuns; ++i) {
+        const V v = this->Any(random);
+        const double x = v.X(), y = v.Y(), z = v.Z();
+        const auto length = static_cast<double>(v.Length());
+        ASSERT_NEAR(std::hypot(x, y, z), length, length * this->kTolerance);
+        ASSERT_EQ(Point3D<TypeParam>().Dist3D(Point3D<TypeParam>(v)), length);
+    }
+    EXPECT_TRUE(std::isnan(V(static_cast<TypeParam>(kNaN), 0, 0).Length()));
+    EXPECT_TRUE(std::isinf(V(std::numeric_limits<TypeParam>::max(), 0, 0).Length()));
 }
 
 TYPED_TEST(Vector3DOf, NormalizeKeepsTheDirectionAndTheFourthValue) {
@@ -106,9 +125,9 @@ TYPED_TEST(Vector3DOf, NormalizeKeepsTheDirectionAndTheFourthValue) {
     EXPECT_NEAR(0.8, static_cast<double>(known.Z()), 1e-7);
     EXPECT_EQ(9, known.W());
 
-    Numbers numbers(4);
+    Random random(4);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const Vector3D<TypeParam> vector = this->Random(numbers);
+        const Vector3D<TypeParam> vector = this->Any(random);
         const double length = std::hypot(static_cast<double>(vector.X()), static_cast<double>(vector.Y()),
                                          static_cast<double>(vector.Z()));
         Vector3D<TypeParam> unit = vector;
@@ -135,8 +154,8 @@ TYPED_TEST(Vector3DOf, CrossAndDotOfKnownVectors) {
 }
 
 TYPED_TEST(Vector3DOf, CrossIsPerpendicularAndObeysLagrange) {
-    Numbers numbers(5);
-    const auto whole = [&] { return static_cast<TypeParam>(numbers.Integer(-20, 20)); }; // exact products
+    Random random(5);
+    const auto whole = [&] { return static_cast<TypeParam>(random.Integer(-20, 20)); }; // exact products
     for (int i = 0; i < kPropertyRuns; ++i) {
         const Vector3D<TypeParam> a(whole(), whole(), whole()), b(whole(), whole(), whole());
         const Vector3D<TypeParam> cross = a.Cross(b);
@@ -148,10 +167,10 @@ TYPED_TEST(Vector3DOf, CrossIsPerpendicularAndObeysLagrange) {
 }
 
 TYPED_TEST(Vector3DOf, ScalarsActOnThreeValues) {
-    Numbers numbers(6);
+    Random random(6);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const Vector3D<TypeParam> v = this->Random(numbers);
-        const auto s = static_cast<TypeParam>(numbers.Real(0.5, 10));
+        const Vector3D<TypeParam> v = this->Any(random);
+        const auto s = static_cast<TypeParam>(random.Real(0.5, 10));
         ExpectXYZW<TypeParam>(v.X() + s, v.Y() + s, v.Z() + s, 0, v + s);
         ExpectXYZW<TypeParam>(v.X() - s, v.Y() - s, v.Z() - s, 0, v - s);
         ExpectXYZW<TypeParam>(v.X() * s, v.Y() * s, v.Z() * s, 0, v * s);

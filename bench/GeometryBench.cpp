@@ -1,9 +1,11 @@
-// Bounding boxes and transformations of planar and spatial points beside Eigen, glm and Boost.Geometry: over
-// 10 million points, which stream from memory, and over 16,000, which stay in the cache.
+// Bounding boxes, transformations and rectangles of planar and spatial points beside Eigen, glm and
+// Boost.Geometry: over 10 million points, which stream from memory, and over 16,000, which stay in the cache.
 
 #include "UtilityDLL/GTL/Extents2D.h"
 #include "UtilityDLL/GTL/Extents3D.h"
+#include "UtilityDLL/GTL/Rectangle.h"
 #include "UtilityDLL/GTL/Transformation2D.h"
+#include "tests/support/Random.h"
 
 #include <Eigen/Geometry>
 #include <benchmark/benchmark.h>
@@ -16,7 +18,6 @@
 #include <cmath>
 #include <cstddef>
 #include <memory>
-#include <random>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -37,13 +38,12 @@ constexpr double kDegrees = 30, kMoveX = 100, kMoveY = -50;
 
 // The same soundings for everyone: metres around a bay.
 template <typename Make> auto Points(int count, Make make) {
-    std::mt19937_64 random(42);
-    std::uniform_real_distribution<double> x(480000, 520000), y(3360000, 3390000), z(-2, 40);
+    Random random(42);
     std::vector<decltype(make(0.0, 0.0, 0.0))> points;
     points.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
-        const double px = x(random), py = y(random);
-        points.push_back(make(px, py, z(random)));
+        const double x = random.Real(480000, 520000), y = random.Real(3360000, 3390000);
+        points.push_back(make(x, y, random.Real(-2, 40)));
     }
     return points;
 }
@@ -196,6 +196,34 @@ void TransformBoost(benchmark::State& state, int count) {
     });
 }
 
+// Which of the soundings lie within a turned rectangle; the peer tests the polygon of its corners.
+GTL::Rectangle<OurPoint2> TurnedRectangle() { return {{490000, 3375000}, 20000, 10000, kDegrees}; }
+
+void ClassifyOurs(benchmark::State& state, int count) {
+    const auto rectangle = TurnedRectangle();
+    const auto points = Points(count, kOur2);
+    for (auto _ : state) {
+        int inside = 0;
+        for (const OurPoint2& point : points) inside += rectangle.Classify(point) == GTL::CLS::INSIDE;
+        benchmark::DoNotOptimize(inside);
+    }
+    state.SetItemsProcessed(state.iterations() * count);
+}
+void ClassifyBoost(benchmark::State& state, int count) {
+    bg::model::ring<BoostPoint2> ring;
+    for (const int corner : {0, 3, 2, 1, 0}) {
+        const auto rectangle = TurnedRectangle();
+        ring.emplace_back(rectangle.Corner(corner).X(), rectangle.Corner(corner).Y());
+    }
+    const auto points = Points(count, kBoost2);
+    for (auto _ : state) {
+        int inside = 0;
+        for (const BoostPoint2& point : points) inside += bg::covered_by(point, ring);
+        benchmark::DoNotOptimize(inside);
+    }
+    state.SetItemsProcessed(state.iterations() * count);
+}
+
 void Register(const std::string& task, const char* who, void (*function)(benchmark::State&, int)) {
     for (const auto& [size, count] : {std::pair("16k", kCached), std::pair("10M", kMany)}) {
         const std::string name = task + ' ' + size + '/' + who;
@@ -224,6 +252,8 @@ void Register(const std::string& task, const char* who, void (*function)(benchma
         Register(task, "eigen", TransformEigen);
         Register(task, "boost", TransformBoost);
     }
+    Register("ClassifyTurnedRectangle", "ours", ClassifyOurs);
+    Register("ClassifyTurnedRectangle", "boost", ClassifyBoost);
     return true;
 }();
 

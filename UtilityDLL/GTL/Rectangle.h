@@ -12,7 +12,9 @@ namespace GTL {
 /// rotation), corner 1 lies along the width from it, corner 3 along the height, corner 2 opposite. The
 /// rotation turns it clockwise, with y up, about the origin.
 ///
-/// Width, height and rotation are those of the construction: moving corners does not change them.
+/// Width, height and rotation are those of the construction: moving corners does not change them. For points
+/// of int, corners are rounded to the nearest integer, and so are the sides as Width() and Height() give
+/// them.
 template <typename P> class Rectangle : public GeoPrimitive<P, 4> {
 public:
     using T = typename P::ElementType;
@@ -20,51 +22,31 @@ public:
     /// An empty rectangle at (0, 0).
     Rectangle() noexcept = default;
 
-    /// For points of int, corners and sides are rounded to the nearest integer.
-    Rectangle(const P& origin, double width, double height, const Angle& rotation) noexcept
-        : m_rotation(rotation), m_width(ELEMENT::FromDouble<T>(width)),
-          m_height(ELEMENT::FromDouble<T>(height)) {
-        const double sine = rotation.Sin();
-        const double cosine = rotation.Cos();
-        const auto at = [&](double along, double up) {
-            return P(ELEMENT::FromDouble<T>(origin.X() + (along * cosine + up * sine)),
-                     ELEMENT::FromDouble<T>(origin.Y() + (up * cosine - along * sine)));
-        };
-        this->SetCorner(0, origin);
-        this->SetCorner(1, at(width, 0));
-        this->SetCorner(2, at(width, height));
-        this->SetCorner(3, at(0, height));
-    }
+    Rectangle(const P& origin, double width, double height, const Angle& rotation) noexcept;
 
-    T Width() const noexcept { return m_width; }
-    T Height() const noexcept { return m_height; }
+    T Width() const noexcept { return ELEMENT::FromDouble<T>(m_width); }
+    T Height() const noexcept { return ELEMENT::FromDouble<T>(m_height); }
     const Angle& Rotation() const noexcept { return m_rotation; }
 
-    /// Whether the point, turned back about the origin, lies within the sides. Never INVALID: nothing is
-    /// inside a rectangle with a negative side.
+    /// Whether the point lies within the sides or on them. Never INVALID: nothing is inside a rectangle with
+    /// a negative side.
+    ///
+    /// A rectangle without rotation is compared exactly. The corners of a rotated one, and points computed on
+    /// its edges, are rounded and so lie beside its sides more often than on them; all of them are inside.
+    /// For that, a side reaches as far out as the constructor rounds its corners to, and a point may lie
+    /// farther out by as much as rounding moves it: half a unit in x and in y for int; else, in each,
+    /// 4 * epsilon of the element type times the sum of width, height and the larger of the origin's |x| and
+    /// |y| (half a nanometre for doubles at half a million metres, a quarter of a metre for floats).
     CLS::CLASSIFICATION Classify(const P& point) const override {
         return Contains(point) ? CLS::INSIDE : CLS::OUTSIDE;
     }
 
 private:
-    bool Contains(const P& point) const noexcept {
-        const P& origin = this->Corner(0);
-        if (m_rotation.Get() == 0.0) {
-            return origin.X() <= point.X() && point.X() <= this->Corner(1).X() && origin.Y() <= point.Y() &&
-                   point.Y() <= this->Corner(3).Y();
-        }
-        Transformation2D<P> unrotation;
-        unrotation.Rotate(-m_rotation, origin);
-        P upright = point;
-        unrotation.Apply(upright);
-        const double along = static_cast<double>(upright.X()) - static_cast<double>(origin.X());
-        const double up = static_cast<double>(upright.Y()) - static_cast<double>(origin.Y());
-        return 0.0 <= along && along <= m_width && 0.0 <= up && up <= m_height;
-    }
+    bool Contains(const P& point) const noexcept;
 
     Angle m_rotation;
-    T m_width{};
-    T m_height{};
+    double m_width = 0.0;
+    double m_height = 0.0;
 };
 
 GTL_EXTERN_TEMPLATE(Rectangle<Point2D<int>>);

@@ -1,11 +1,13 @@
 #include "UtilityDLL/GTL/Rectangle.h"
 
-#include "tests/support/Numbers.h"
+#include "tests/support/GeometryPrinters.h"
+#include "tests/support/Random.h"
 
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <utility>
+#include <vector>
 
 using GTL::Point2D;
 namespace CLS = GTL::CLS;
@@ -50,12 +52,12 @@ TYPED_TEST(RectangleOf, CornersRunFromTheOriginAlongTheWidth) {
 }
 
 TYPED_TEST(RectangleOf, CornersFollowTheSinesAndCosines) {
-    Numbers numbers(1);
+    Random random(1);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const auto x = static_cast<TypeParam>(numbers.Integer(-100, 100)),
-                   y = static_cast<TypeParam>(numbers.Integer(-100, 100));
-        const double width = numbers.Integer(0, 100), height = numbers.Integer(0, 100),
-                     degrees = numbers.Real(0, 360);
+        const auto x = static_cast<TypeParam>(random.Integer(-100, 100)),
+                   y = static_cast<TypeParam>(random.Integer(-100, 100));
+        const double width = random.Integer(0, 100), height = random.Integer(0, 100),
+                     degrees = random.Real(0, 360);
         const Rect<TypeParam> rectangle({x, y}, width, height, degrees);
         const double radians = degrees * std::acos(-1.0) / 180;
         const double ox = static_cast<double>(x), oy = static_cast<double>(y);
@@ -94,11 +96,11 @@ TYPED_TEST(RectangleOf, BorderOfAnUnrotatedRectangleIsInside) {
 }
 
 TYPED_TEST(RectangleOf, EveryCornerOfAnUnrotatedRectangleIsInside) {
-    Numbers numbers(2);
+    Random random(2);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const Rect<TypeParam> rectangle({static_cast<TypeParam>(numbers.Real(-1e6, 1e6)),
-                                         static_cast<TypeParam>(numbers.Real(-1e6, 1e6))},
-                                        numbers.Real(0, 1e6), numbers.Real(0, 1e6), 0);
+        const Rect<TypeParam> rectangle(
+            {static_cast<TypeParam>(random.Real(-1e6, 1e6)), static_cast<TypeParam>(random.Real(-1e6, 1e6))},
+            random.Real(0, 1e6), random.Real(0, 1e6), 0);
         for (int corner = 0; corner < 4; ++corner) {
             ASSERT_EQ(CLS::INSIDE, rectangle.Classify(rectangle.Corner(corner))) << corner;
         }
@@ -106,13 +108,13 @@ TYPED_TEST(RectangleOf, EveryCornerOfAnUnrotatedRectangleIsInside) {
 }
 
 TYPED_TEST(RectangleOf, ClassificationAgreesWithAnIndependentRotation) {
-    Numbers numbers(3);
+    Random random(3);
     int tried = 0, inside = 0;
     while (tried < kPropertyRuns) {
-        const auto any = [&](double range) { return static_cast<TypeParam>(numbers.Real(-range, range)); };
+        const auto any = [&](double range) { return static_cast<TypeParam>(random.Real(-range, range)); };
         const Point2D<TypeParam> origin(any(1000), any(1000));
-        const double width = numbers.Integer(1, 1000), height = numbers.Integer(1, 1000);
-        const double degrees = numbers.Integer(0, 9) ? numbers.Real(0, 360) : 90.0 * numbers.Integer(0, 3);
+        const double width = random.Integer(1, 1000), height = random.Integer(1, 1000);
+        const double degrees = random.Integer(0, 9) ? random.Real(0, 360) : 90.0 * random.Integer(0, 3);
         const Point2D<TypeParam> point = origin + GTL::Vector2D<TypeParam>(any(800), any(800));
 
         // Along the width and along the height, by the products with their directions.
@@ -135,6 +137,184 @@ TYPED_TEST(RectangleOf, ClassificationAgreesWithAnIndependentRotation) {
         inside += expected;
     }
     EXPECT_GT(inside, kPropertyRuns / 20);
+}
+
+// Each is asked many things.
+constexpr int kRectangles = kPropertyRuns / 4;
+
+// A rectangle of any size and elongation anywhere, turned by any angle.
+template <typename T> Rect<T> AnyRotated(Random& random) {
+    const bool isInteger = std::is_integral_v<T>; // of few digits: they say something about rounding
+    const auto upTo = [&](double exponent) {
+        return std::pow(10, random.Real(isInteger ? 0 : -3, exponent));
+    };
+    const double range = upTo(6), size = upTo(6);
+    const Point2D<T> origin(static_cast<T>(random.Real(-range, range)),
+                            static_cast<T>(random.Real(-range, range)));
+    const double quarters = random.OnceIn(10) ? 90.0 * random.Integer(1, 3) : random.Real(1e-6, 360);
+    return {origin, random.Real(0, size), random.Real(0, size) * upTo(isInteger ? 1 : 3), quarters};
+}
+
+TYPED_TEST(RectangleOf, EveryCornerOfARotatedRectangleIsInside) {
+    Random random(6);
+    for (int i = 0; i < kRectangles; ++i) {
+        const Rect<TypeParam> rectangle = AnyRotated<TypeParam>(random);
+        for (int corner = 0; corner < 4; ++corner) {
+            ASSERT_EQ(CLS::INSIDE, rectangle.Classify(rectangle.Corner(corner)))
+                << corner << " of " << ::testing::PrintToString(rectangle);
+        }
+    }
+}
+
+// The usual ways to a point between two others, in the element type, and for integers rounded.
+template <typename T>
+std::vector<Point2D<T>> PointsBetween(const Point2D<T>& a, const Point2D<T>& b, double at) {
+    if constexpr (std::is_integral_v<T>) {
+        const auto between = [&](int from, int to) {
+            return static_cast<int>(std::lround(from + at * (static_cast<double>(to) - from)));
+        };
+        return {{between(a.X(), b.X()), between(a.Y(), b.Y())}};
+    } else {
+        const T t = static_cast<T>(at);
+        return {{a.X() + t * (b.X() - a.X()), a.Y() + t * (b.Y() - a.Y())},
+                {(1 - t) * a.X() + t * b.X(), (1 - t) * a.Y() + t * b.Y()},
+                {std::lerp(a.X(), b.X(), t), std::lerp(a.Y(), b.Y(), t)},
+                {(a.X() + b.X()) / 2, (a.Y() + b.Y()) / 2}};
+    }
+}
+
+TYPED_TEST(RectangleOf, EveryComputedPointOfARotatedEdgeIsInside) {
+    Random random(7);
+    for (int i = 0; i < kRectangles; ++i) {
+        const Rect<TypeParam> rectangle = AnyRotated<TypeParam>(random);
+        for (int corner = 0; corner < 4; ++corner) {
+            const double at = random.Real(0, 1);
+            for (const auto& [from, to] :
+                 {std::pair(corner, (corner + 1) % 4), std::pair((corner + 1) % 4, corner)}) {
+                for (const auto& point : PointsBetween(rectangle.Corner(from), rectangle.Corner(to), at)) {
+                    ASSERT_EQ(CLS::INSIDE, rectangle.Classify(point))
+                        << ::testing::PrintToString(point) << " at " << at << " from corner " << from
+                        << " to " << to << " of " << ::testing::PrintToString(rectangle);
+                }
+            }
+        }
+    }
+}
+
+// For integers also those that lie on the exact edge before they are rounded.
+TEST(Rectangle, IntegerPointsRoundedFromAnExactEdgeAreInside) {
+    Random random(8);
+    for (int i = 0; i < kRectangles; ++i) {
+        const int x = random.Integer(-1000, 1000), y = random.Integer(-1000, 1000);
+        const double width = random.Real(0, 1000), height = random.Real(0, 1000),
+                     degrees = random.Real(0, 360);
+        const Rect<int> rectangle({x, y}, width, height, degrees);
+        const Rect<double> exact({static_cast<double>(x), static_cast<double>(y)}, width, height, degrees);
+        for (int corner = 0; corner < 4; ++corner) {
+            for (const Point2D<double>& p :
+                 PointsBetween(exact.Corner(corner), exact.Corner((corner + 1) % 4), random.Real(0, 1))) {
+                const Point2D<int> point(static_cast<int>(std::lround(p.X())),
+                                         static_cast<int>(std::lround(p.Y())));
+                ASSERT_EQ(CLS::INSIDE, rectangle.Classify(point))
+                    << ::testing::PrintToString(point) << " of " << ::testing::PrintToString(rectangle);
+            }
+        }
+    }
+}
+
+// How far beside its sides a point of a rectangle may lie. This test rounds its own points, and those of int
+// to half a unit in x and in y, as the corners are and every point.
+template <typename T> double Reach(const Rect<T>& rectangle) {
+    if (std::is_integral_v<T>) return 0.5 + 3 * std::sqrt(0.5); // the side itself is rounded
+    const auto& origin = rectangle.Corner(0);
+    const double size =
+        std::max(std::fabs(static_cast<double>(origin.X())), std::fabs(static_cast<double>(origin.Y()))) +
+        static_cast<double>(rectangle.Width()) + static_cast<double>(rectangle.Height());
+    return 8 * static_cast<double>(std::numeric_limits<T>::epsilon()) * size;
+}
+
+// Straight outward through each edge: first all points are inside, then none.
+TYPED_TEST(RectangleOf, PointsBeyondTheToleranceOfAnyEdgeAreOutside) {
+    using P = Point2D<TypeParam>;
+    Random random(9);
+    int seen = 0;
+    for (int i = 0; i < kRectangles; ++i) {
+        const Rect<TypeParam> rectangle = AnyRotated<TypeParam>(random);
+        const double sine = rectangle.Rotation().Sin(), cosine = rectangle.Rotation().Cos();
+        const double width = static_cast<double>(rectangle.Width()),
+                     height = static_cast<double>(rectangle.Height());
+        const double reach = Reach(rectangle);
+        struct Edge {
+            double along, up, outAlong, outUp;
+        };
+        const double a = random.Real(0, width), u = random.Real(0, height);
+        for (const Edge& edge :
+             {Edge{a, 0, 0, -1}, Edge{a, height, 0, 1}, Edge{0, u, -1, 0}, Edge{width, u, 1, 0}}) {
+            bool wasOutside = false;
+            for (double away = reach / 64; away < reach * 64; away *= 2) {
+                const double along = edge.along + away * edge.outAlong, up = edge.up + away * edge.outUp;
+                const auto at = [&](double from, double by) { return static_cast<TypeParam>(from + by); };
+                const P& origin = rectangle.Corner(0);
+                const P point(at(static_cast<double>(origin.X()), along * cosine + up * sine),
+                              at(static_cast<double>(origin.Y()), up * cosine - along * sine));
+                const bool isInside = rectangle.Classify(point) == CLS::INSIDE;
+                ASSERT_FALSE(isInside && away > reach)
+                    << away << " beyond " << ::testing::PrintToString(rectangle);
+                ASSERT_FALSE(isInside && wasOutside && !std::is_integral_v<TypeParam>) << away;
+                wasOutside = !isInside;
+                seen += wasOutside;
+            }
+        }
+    }
+    EXPECT_GT(seen, kRectangles);
+}
+
+TYPED_TEST(RectangleOf, FarEdgesOfARotatedRectangleAreItsBorder) {
+    struct Row {
+        int x, y;
+        CLS::CLASSIFICATION expected;
+    };
+    // The width runs down from (10, 20), the height to the right.
+    const Rect<TypeParam> rectangle({10, 20}, 4, 2, 90);
+    for (const Row& row : {Row{10, 16, CLS::INSIDE}, Row{11, 16, CLS::INSIDE}, Row{12, 16, CLS::INSIDE},
+                           Row{12, 18, CLS::INSIDE}, Row{12, 20, CLS::INSIDE}, Row{11, 20, CLS::INSIDE},
+                           Row{10, 18, CLS::INSIDE}, Row{11, 18, CLS::INSIDE}, Row{11, 15, CLS::OUTSIDE},
+                           Row{13, 18, CLS::OUTSIDE}, Row{11, 21, CLS::OUTSIDE}, Row{9, 18, CLS::OUTSIDE},
+                           Row{13, 15, CLS::OUTSIDE}}) {
+        EXPECT_EQ(row.expected,
+                  rectangle.Classify({static_cast<TypeParam>(row.x), static_cast<TypeParam>(row.y)}))
+            << row.x << ' ' << row.y;
+    }
+}
+
+TEST(Rectangle, FarEdgesOfARotatedRectangleAreNoFartherThanItsSides) {
+    const Rect<double> rectangle({0, 0}, 4, 2, 30);
+    const auto at = [&](double along, double up) {
+        const double sine = 0.5, cosine = std::sqrt(0.75);
+        return Point2D<double>(along * cosine + up * sine, up * cosine - along * sine);
+    };
+    for (const double far : {1e-13, 1e-9, 1e-3, 1.0, 100.0}) {
+        EXPECT_EQ(CLS::OUTSIDE, rectangle.Classify(at(4 + far, 1))) << far;
+        EXPECT_EQ(CLS::OUTSIDE, rectangle.Classify(at(2, 2 + far))) << far;
+        EXPECT_EQ(CLS::OUTSIDE, rectangle.Classify(at(-far, 1))) << far;
+        EXPECT_EQ(CLS::OUTSIDE, rectangle.Classify(at(2, -far))) << far;
+    }
+    EXPECT_EQ(CLS::INSIDE, rectangle.Classify(at(4, 1)));
+    EXPECT_EQ(CLS::INSIDE, rectangle.Classify(at(2, 2)));
+}
+
+TEST(Rectangle, RotatedRectangleWithAnInfiniteSideIsAStrip) {
+    const Rect<double> strip({0, 0}, kInfinity, 2, 45);
+    EXPECT_EQ(CLS::INSIDE, strip.Classify({100, -99}));
+    EXPECT_EQ(CLS::OUTSIDE, strip.Classify({100, -96}));
+    EXPECT_EQ(CLS::OUTSIDE, strip.Classify({-100, 101}));
+    const Rect<double> finite({0, 0}, 4, 2, 45);
+    for (const double x : {kInfinity, -kInfinity, kNaN}) {
+        for (const double y : {kInfinity, -kInfinity, kNaN, 0.0}) {
+            EXPECT_EQ(CLS::OUTSIDE, finite.Classify({x, y})) << x << ' ' << y;
+            EXPECT_EQ(CLS::OUTSIDE, finite.Classify({y, x})) << y << ' ' << x;
+        }
+    }
 }
 
 TEST(Rectangle, RotationOfAWholeTurnCountsAsRotated) {
@@ -228,11 +408,10 @@ TEST(Rectangle, ClassificationOfAnUnrotatedOneIsByItsCornersAndOfARotatedOneByIt
 }
 
 TEST(Rectangle, UpdateAgreesWithTheCornersOfAnIndependentRotation) {
-    Numbers numbers(5);
+    Random random(5);
     for (int i = 0; i < kPropertyRuns; ++i) {
-        const double x = numbers.Real(-100, 100), y = numbers.Real(-100, 100);
-        const double width = numbers.Real(0, 100), height = numbers.Real(0, 100),
-                     degrees = numbers.Real(0, 360);
+        const double x = random.Real(-100, 100), y = random.Real(-100, 100);
+        const double width = random.Real(0, 100), height = random.Real(0, 100), degrees = random.Real(0, 360);
         const double c = std::cos(degrees * std::acos(-1.0) / 180),
                      s = std::sin(degrees * std::acos(-1.0) / 180);
         GTL::Extents3D<double> extents;

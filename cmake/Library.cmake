@@ -5,6 +5,9 @@ target_compile_options(ProjectOptions INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Werror
     # GCC 12 sees overlapping copies in the operator+ of std::string that are not there.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+    # A product and a sum are rounded one by one, as on a processor that cannot do both in one step: the same
+    # numbers everywhere.
+    -ffp-contract=off
     # Nobody replaces single functions of a library, so its own calls need not go through its export table.
     -fno-semantic-interposition)
 if(UTILITYDLL_SANITIZE)

@@ -8,8 +8,8 @@
 /// A cursor on a ring of consecutive integers start, start + 1, ..., start + range - 1, such as the vertices
 /// of a closed polygon. The position is one of these integers, not an offset.
 ///
-/// All arithmetic wraps at 32 bits. A range of 0 has no ring: bringing a position into it ends the process
-/// (std::abort). Only construction from two values and single steps do not bring the position in.
+/// All arithmetic wraps at 32 bits. A range of 0 is an empty ring: bringing a position into it ends the
+/// process (std::abort). Only construction from two values and single steps do not bring the position in.
 class UTILITYDLL_API CircIterator {
 public:
     /// At `start`.

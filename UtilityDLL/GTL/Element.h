@@ -6,8 +6,8 @@
 #include <limits>
 #include <type_traits>
 
-/// Arithmetic on the element types of points and vectors. Floating-point types compute as they are; integers
-/// wrap at their width, so that no input is undefined.
+/// Arithmetic on the element types of points and vectors. Floating-point types have their plain operators;
+/// integers wrap at their width, so that no input is undefined behaviour.
 namespace GTL::ELEMENT {
 
 template <typename T> constexpr T Sum(T a, T b) noexcept {
@@ -48,7 +48,7 @@ template <typename T> constexpr T Quotient(T a, T b) noexcept {
     }
 }
 
-/// floor(value + 0.5): the nearest integer, halves upward. NaN and what no int can hold give -2147483648.
+/// floor(value + 0.5): the nearest integer, halves upward. NaN and values beyond int give -2147483648.
 inline int Rounded(double value) noexcept { return MATH::ToInt(std::floor(value + 0.5)); }
 
 /// A computed coordinate as an element: rounded for int, narrowed for float.

@@ -53,7 +53,7 @@ public:
         return Covers(other) ? CLS::INSIDE : CLS::OVERLAP;
     }
 
-    /// Not valid again.
+    /// Makes the box invalid again.
     constexpr void Reset() noexcept { *this = Extents2D(); }
 
     /// Grows to hold the point; a box that is not valid becomes the point. A coordinate that is NaN does not
@@ -70,7 +70,7 @@ public:
     }
     constexpr void Update(T x, T y) noexcept { Update(P(x, y)); }
 
-    /// Grows to hold all the points, as one by one but faster.
+    /// Grows to hold all the points, like adding them one by one, but faster.
     constexpr void Update(std::span<const P> points) noexcept {
         std::size_t next = 0;
         while (next < points.size() && !IsValid()) Update(points[next++]);

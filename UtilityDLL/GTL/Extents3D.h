@@ -58,7 +58,7 @@ public:
         return Covers(other) ? CLS::INSIDE : CLS::OVERLAP;
     }
 
-    /// Not valid again; the z range and the attributes of the corners are left as they are.
+    /// Makes the box invalid again; the z range and the attributes of the corners are left as they are.
     constexpr void Reset() noexcept {
         m_min = P(1, 1, m_min.Z(), m_min.B());
         m_max = P(0, 0, m_max.Z(), m_max.B());
@@ -80,7 +80,7 @@ public:
     }
     constexpr void Update(T x, T y, T z) noexcept { Update(P(x, y, z)); }
 
-    /// Grows to hold all the points, as one by one but faster.
+    /// Grows to hold all the points, like adding them one by one, but faster.
     constexpr void Update(std::span<const P> points) noexcept {
         std::size_t next = 0;
         while (next < points.size() && !IsValid()) Update(points[next++]);

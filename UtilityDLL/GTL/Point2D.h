@@ -6,8 +6,6 @@
 #include "UtilityDLL/GTL/Vector2D.h"
 #include "VelmBase/Math.h"
 
-#include <concepts>
-
 namespace GTL {
 
 /// A point of the plane, in the caller's units; exported for int, float and double. Arithmetic on int wraps
@@ -19,12 +17,9 @@ public:
     /// (0, 0)
     constexpr Point2D() noexcept = default;
 
-    /// The third value is taken, so that code can be written for planar and spatial points alike, and
-    /// dropped.
+    /// The third value is ignored; with it the same code can make planar and spatial points.
     constexpr Point2D(T x, T y, T /*third*/ = T{}) noexcept : m_x(x), m_y(y) {}
-    // Of a vector, not of what converts to one: a spatial point converts to a planar point as well.
-    template <std::derived_from<Vector2D<T>> V>
-    constexpr Point2D(const V& v) noexcept : m_x(v.X()), m_y(v.Y()) {}
+    constexpr Point2D(const Vector2D<T>& v) noexcept : m_x(v.X()), m_y(v.Y()) {}
 
     constexpr T X() const noexcept { return m_x; }
     constexpr T Y() const noexcept { return m_y; }

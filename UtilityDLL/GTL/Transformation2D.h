@@ -12,7 +12,7 @@ namespace GTL {
 
 /// An affine mapping of the plane: a 3 x 3 matrix of doubles, which acts on columns (x, y, 1). It is built
 /// from steps, and each step comes after those before it. For points of int the coordinates are computed in
-/// double and rounded to the nearest integer, halves upward; NaN and what no int can hold become -2147483648.
+/// double and rounded to the nearest integer, halves upward; NaN and values beyond int become -2147483648.
 template <typename P> class Transformation2D : public Transformation<P> {
 public:
     /// The identity.

@@ -6,7 +6,7 @@
 #include "UtilityDLL/GTL/Point2D.h"
 
 /// An integer point that takes the points of the geometry, rounding them: floor(coordinate + 0.5), computed
-/// in double precision. NaN and what no int can hold become -2147483648.
+/// in double precision. NaN and values beyond int become -2147483648.
 class UTILITYDLL_API CPointMimic {
 public:
     constexpr CPointMimic() noexcept = default;

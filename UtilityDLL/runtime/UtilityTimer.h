@@ -13,7 +13,7 @@ public:
     /// Takes the current time as the stop, and returns it.
     unsigned long Stop() noexcept;
 
-    /// Milliseconds from start to stop, right across one wrap of the counter. Without meaning before Stop().
+    /// Milliseconds from start to stop, right across one wrap of the counter. Meaningless before Stop().
     constexpr unsigned long Elapse() const noexcept {
         return static_cast<std::uint32_t>(m_stopTime - m_startTime);
     }

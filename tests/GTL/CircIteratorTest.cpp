@@ -29,7 +29,7 @@ TEST(CircIterator, HoldsStartRangeAndPositionInThisOrder) {
 
 TEST(CircIterator, BeginsAtTheStart) {
     EXPECT_EQ(3, *CircIterator(3, 4));
-    EXPECT_EQ(3, *CircIterator(3, 0)); // nothing is normalised, so even a ring of none
+    EXPECT_EQ(3, *CircIterator(3, 0)); // nothing is normalised, so an empty ring will do
 }
 
 TEST(CircIterator, PositionsAreBroughtIntoTheRing) {
@@ -168,7 +168,7 @@ TEST(CircIterator, ArithmeticWrapsAt32Bits) {
 }
 
 // Whether the result is used or not, and whatever the compiler knows of the range.
-TEST(CircIteratorDeathTest, BringingAPositionIntoARingOfNoneEndsTheProcess) {
+TEST(CircIteratorDeathTest, BringingAPositionIntoAnEmptyRingEndsTheProcess) {
     volatile int none = 0;
     const CircIterator ring(0, none);
     EXPECT_DEATH(CircIterator(0, 0, 0), "");
@@ -181,9 +181,7 @@ TEST(CircIteratorDeathTest, BringingAPositionIntoARingOfNoneEndsTheProcess) {
     EXPECT_DEATH(static_cast<void>(ring == 3), "");
 }
 
-} // namespace
-
-TEST(CircIterator, StepsDoNotDivideEvenInARingOfNone) {
+TEST(CircIterator, StepsDoNotDivideEvenInAnEmptyRing) {
     CircIterator iterator(3, 0);
     EXPECT_EQ(3, *++iterator);
     EXPECT_EQ(2, *--iterator);
@@ -206,3 +204,5 @@ TEST(CircIterator, AnyStepBackwardFollowsTheRuleOfTheOffset) {
             << start << ' ' << range << ' ' << position;
     }
 }
+
+} // namespace

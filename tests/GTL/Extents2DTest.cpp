@@ -278,7 +278,7 @@ TEST(Extents2D, NaNDoesNotGrowAValidBox) {
     box.Update(kNaN, 5);
     ExpectBox<double>(0, 0, 1, 5, box);
     Extents2D<double> first;
-    first.Update(kNaN, kNaN); // a box of no number is not valid, so the next point replaces it
+    first.Update(kNaN, kNaN); // a box of NaN is not valid, so the next point replaces it
     EXPECT_FALSE(first.IsValid());
     first.Update(2, 3);
     ExpectBox<double>(2, 3, 2, 3, first);
@@ -302,8 +302,6 @@ TEST(Extents2D, AwkwardNumbersGoThroughEveryFunction) {
     }
 }
 
-} // namespace
-
 template <typename P> struct ShiftTurn : GTL::Transformation<P> {
     void Apply(P& p) const override { p = P(p.Y() + 100, -p.X(), 0); }
 };
@@ -314,7 +312,7 @@ TYPED_TEST(Extents2DOf, TransformOfEitherElementType) {
     ExpectBox<TypeParam>(102, -4, 108, -1, box);
 }
 
-TYPED_TEST(Extents2DOf, FirstCornerThatIsNoNumberGivesWayToTheNext) {
+TYPED_TEST(Extents2DOf, FirstCornerThatIsNaNGivesWayToTheNext) {
     struct Spoiled : GTL::Transformation<Point2D<TypeParam>> {
         void Apply(Point2D<TypeParam>& p) const override {
             if (p.X() == 1 && p.Y() == 2) p.X(static_cast<TypeParam>(kNaN));
@@ -324,3 +322,5 @@ TYPED_TEST(Extents2DOf, FirstCornerThatIsNoNumberGivesWayToTheNext) {
     box.Transform(Spoiled());
     ExpectBox<TypeParam>(1, 2, 4, 8, box);
 }
+
+} // namespace

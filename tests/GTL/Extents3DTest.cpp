@@ -295,8 +295,6 @@ TEST(Extents3D, AwkwardNumbersGoThroughEveryFunction) {
     }
 }
 
-} // namespace
-
 template <typename T> struct Skew : GTL::Transformation<Point3D<T>> {
     void Apply(Point3D<T>& p) const override { p = Point3D<T>(p.Y() + 100, -p.X(), p.Z() + p.X(), 42); }
 };
@@ -374,3 +372,5 @@ TYPED_TEST(Extents3DOf, TransformAgreesWithTheRangeOfEachWeightedSum) {
         ASSERT_EQ(highest[2], box.MaxZ());
     }
 }
+
+} // namespace

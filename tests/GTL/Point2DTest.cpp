@@ -259,8 +259,6 @@ TEST(Point2D, AwkwardNumbersGoThroughEveryFunction) {
     }
 }
 
-} // namespace
-
 TEST(Point2D, HoldsItsValuesInOrder) {
     EXPECT_EQ((std::array<int, 2>{1, 2}), (std::bit_cast<std::array<int, 2>>(Point2D<int>(1, 2))));
 }
@@ -272,3 +270,5 @@ TEST(Point2D, IsMadeOfASpatialPointInEveryForm) {
     const Point2D<double>& view = spatial;
     for (const Point2D<double>& point : {direct, copied, view}) ExpectXY<double>(1, 2, point);
 }
+
+} // namespace

@@ -391,8 +391,6 @@ TYPED_TEST(RectangleOf, AwkwardNumbersGoThroughEveryFunction) {
     }
 }
 
-} // namespace
-
 TEST(Rectangle, ClassificationOfAnUnrotatedOneIsByItsCornersAndOfARotatedOneByItsSides) {
     Rect<double> upright({0, 0}, 4, 2, 0);
     upright.SetCorner(1, {10, 0});
@@ -424,3 +422,5 @@ TEST(Rectangle, UpdateAgreesWithTheCornersOfAnIndependentRotation) {
         ASSERT_EQ(0, extents.MaxZ());
     }
 }
+
+} // namespace

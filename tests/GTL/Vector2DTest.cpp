@@ -34,8 +34,8 @@ TYPED_TEST(Vector2DOf, HoldsItsComponents) {
     EXPECT_EQ(TypeParam{-4}, vector.Y());
 }
 
-} // namespace
-
 TEST(Vector2D, HoldsItsValuesInOrder) {
     EXPECT_EQ((std::array<int, 2>{1, 2}), (std::bit_cast<std::array<int, 2>>(Vector2D<int>(1, 2))));
 }
+
+} // namespace

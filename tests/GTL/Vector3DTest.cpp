@@ -202,9 +202,9 @@ TEST(Vector3D, AwkwardNumbersGoThroughEveryFunction) {
     }
 }
 
-} // namespace
-
 TEST(Vector3D, HoldsItsValuesInOrder) {
     EXPECT_EQ((std::array<double, 4>{1, 2, 3, 4}),
               (std::bit_cast<std::array<double, 4>>(Vector3D<double>(1, 2, 3, 4))));
 }
+
+} // namespace

@@ -59,7 +59,7 @@ TEST(PointMimic, FloatsAreRoundedInDoublePrecision) {
     ExpectXY(0, 8388609, Point2D<float>(0.49999997f, 8388609.0f));
 }
 
-TEST(PointMimic, WhatNoIntHoldsIsTheIntegerIndefiniteValue) {
+TEST(PointMimic, ValuesBeyondIntBecomeTheIntegerIndefiniteValue) {
     for (const double coordinate :
          {kNaN, kInfinity, -kInfinity, 1e300, -1e300, 2147483647.5, 2147483648.0, -2147483649.0}) {
         ExpectXY(kIntegerIndefinite, kIntegerIndefinite, Point2D<double>(coordinate, coordinate));
@@ -80,8 +80,8 @@ TEST(PointMimic, RoundedCoordinateIsTheIntegerWithinAHalf) {
     }
 }
 
-} // namespace
-
 TEST(PointMimic, HoldsXAndThenY) {
     EXPECT_EQ((std::array<int, 2>{3, 4}), (std::bit_cast<std::array<int, 2>>(CPointMimic(3, 4))));
 }
+
+} // namespace

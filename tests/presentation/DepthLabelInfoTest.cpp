@@ -1,10 +1,9 @@
 #include "UtilityDLL/presentation/DepthLabelInfo.h"
 
+#include "tests/support/Random.h"
 #include "tests/support/RecordPrinters.h"
 
-#include "tests/support/Random.h"
 #include <functional>
-
 #include <gtest/gtest.h>
 #include <type_traits>
 

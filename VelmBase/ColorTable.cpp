@@ -21,7 +21,7 @@ constexpr int kItemsOfEntry = 4;
 // The order of values: NaN is behind every number.
 bool IsBelow(double a, double b) { return std::isnan(b) ? !std::isnan(a) : a < b; }
 
-// The numbers that have no digits.
+// The values that are written as words.
 struct NamedValue {
     const wchar_t* name;
     double value;

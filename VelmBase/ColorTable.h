@@ -9,8 +9,8 @@
 #include <vector>
 
 /// Ascending values, each with a colour, and a default colour for what lies below them: the colours of depths
-/// on a chart. Colours are colour references, of which the low 24 bits count. The default colour is black at
-/// first.
+/// on a chart. Colours are colour references, of which the low 24 bits count. At first the default colour is
+/// black.
 ///
 /// A "col" file is a settings file with one section:
 ///

@@ -78,7 +78,7 @@ constexpr auto kReciprocals = [] {
 int GroupOfHue(float hue) { return static_cast<int>(hue / 360.0f * 240.0f + 5.0f) / 10; }
 
 // The same in whole numbers, which takes a fraction of the time. The rule rounds 24 hue / 360 degrees; only
-// on a border between two groups is it for the rounding of the floats to decide.
+// on a border between two groups does the rounding of the floats decide.
 int GroupOf(const RGBColor& color, int max, int delta) {
     const int red = color.Red();
     const int green = color.Green();

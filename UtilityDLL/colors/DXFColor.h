@@ -12,10 +12,9 @@
 template <typename Number>
 concept PaletteIndex = ColorNumber<Number> && std::signed_integral<decltype(+Number())>;
 
-/// A colour of the DXF drawing format: an index, 0 to 255, into the format's fixed palette. Index 0 by
-/// default.
+/// A colour of the DXF drawing format: an index, 0 to 255, into the format's fixed palette; 0 at first.
 ///
-/// Two peculiarities of the palette are meant: index 7, named white, is black as index 0 is, and the half
+/// Two peculiarities of the palette are meant: index 7, named white, is as black as index 0, and the half
 /// saturated colours are not exactly half (index 11 is FF827F).
 class UTILITYDLL_API DXFColor {
 public:
@@ -28,10 +27,10 @@ public:
     constexpr DXFColor(Number index)
         : m_index(+index >= 0 && +index <= 255 ? static_cast<std::uint8_t>(index) : std::uint8_t(0)) {}
 
-    /// The index nearest to a colour: 0 for black, 7 for white, 250 to 254 for the greys between, and for a
-    /// colour the index of its hue in steps of 15 degrees, its brightness in five steps and its saturation
-    /// from one half up or below. A hue past 352.5 degrees counts as a 25th step: it lands on a grey (250 to
-    /// 255) or, where that exceeds 255, on 0. Drawings rely on both.
+    /// The index nearest to a colour. Black is 0, white is 7, and the greys between are 250 to 254. Any other
+    /// colour goes by its hue in steps of 15 degrees, its brightness in five steps, and whether its
+    /// saturation is at least one half. A hue past 352.5 degrees counts as a 25th step: it lands on a grey
+    /// (250 to 255) or, where that exceeds 255, on 0. Drawings rely on both.
     DXFColor(const RGBColor& color) : DXFColor(NearestIndex(color)) {}
 
     /// The index nearest to a colour reference.

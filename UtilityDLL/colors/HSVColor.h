@@ -5,8 +5,8 @@
 
 #include <concepts>
 
-/// A colour as hue (degrees in [0, 360), or UNDEFINED_HUE for a grey), saturation and value (0 to 1). The
-/// form to compute in; nothing is checked but for a hue of exactly 360, which is stored as 0.
+/// A colour as hue (degrees in [0, 360), or UNDEFINED_HUE for a grey), saturation and value (0 to 1): the
+/// form to compute in. Nothing is checked; a hue of exactly 360 is stored as 0.
 class UTILITYDLL_API HSVColor {
 public:
     /// Marks a grey, whose saturation is 0.
@@ -31,13 +31,13 @@ public:
     void SetValue(float value) { m_value = value; }
 
     /// Components are truncated, so a way there and back may lose one unit. With saturation 0 the undefined
-    /// hue gives a grey, but any other hue gives black. So do a hue of 360 and above and one below 0 that is
-    /// not UNDEFINED_HUE.
+    /// hue gives a grey and any other hue gives black. Hues of 360 and above, and those below 0 other than
+    /// UNDEFINED_HUE, give black as well.
     operator RGBColor() const;
     operator unsigned long() const { return static_cast<RGBColor>(*this); }
 
-    /// Two of these have no equality, since floats computed in different ways rarely meet: compare the
-    /// colours that they convert to. A template, so that a comparison with an RGBColor goes by that.
+    /// There is no equality: floats that were computed in different ways rarely meet. Compare the colours
+    /// that they convert to, as the comparison with an RGBColor does.
     template <std::same_as<HSVColor> Other> bool operator==(const Other& other) const = delete;
 
 private:

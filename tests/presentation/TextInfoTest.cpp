@@ -319,11 +319,12 @@ TEST(TextInfo, CodesOfAJustification) {
         int justification, horizontal, vertical, attachment, windows;
     };
     for (const Row& row :
-         {Row{0, 0, 1, 7, 8}, Row{1, 1, 1, 8, 14}, Row{2, 2, 1, 9, 10}, Row{3, 2, 2, 6, 10},
-          Row{4, 2, 3, 3, 2}, Row{5, 1, 3, 2, 6}, Row{6, 0, 3, 1, 0}, Row{7, 0, 2, 4, 8}, Row{8, 1, 2, 5, 14},
-          Row{9, 0, 0, 7, 24}, Row{10, 1, 0, 1, 30}, Row{11, 2, 0, 1, 26},
-          // values without a name
-          Row{12, 0, 0, 1, 24}, Row{-1, 0, 0, 1, 24}, Row{2147483647, 0, 0, 1, 24}}) {
+         {Row{0, 0, 1, 7, 8}, Row{1, 1, 1, 8, 14}, Row{2, 2, 1, 9, 10},    // bottom
+          Row{3, 2, 2, 6, 10},                                             // middle right
+          Row{4, 2, 3, 3, 2}, Row{5, 1, 3, 2, 6}, Row{6, 0, 3, 1, 0},      // top
+          Row{7, 0, 2, 4, 8}, Row{8, 1, 2, 5, 14},                         // middle left and centre
+          Row{9, 0, 0, 7, 24}, Row{10, 1, 0, 1, 30}, Row{11, 2, 0, 1, 26}, // baseline
+          Row{12, 0, 0, 1, 24}, Row{-1, 0, 0, 1, 24}, Row{2147483647, 0, 0, 1, 24}}) { // without a name
         SCOPED_TRACE(row.justification);
         const TextInfo text = WithJustification(row.justification);
         EXPECT_EQ(row.horizontal, text.AcadHJust());
@@ -369,7 +370,7 @@ TEST(TextInfo, DxfCodesOfEveryNamedJustificationComeBack) {
         TextInfo text;
         const TextInfo from = WithJustification(justification);
         text.FromAcadJust(from.AcadHJust(), from.AcadVJust());
-        // Left and bottom, 10, is a code without a justification of its own: it is the one that is left over.
+        // The code of left and bottom, 10, is none of the known ones, and all of these give bottom left.
         EXPECT_EQ(justification, text.Justification());
     }
 }
@@ -459,7 +460,7 @@ TEST(TextInfo, FontOrderIsThatOfSmallLetters) {
     EXPECT_FALSE(letter < under);
 }
 
-TEST(TextInfo, SizesThatAreNoNumbersComeLastInTheOrder) {
+TEST(TextInfo, SizesThatAreNanComeLastInTheOrder) {
     const auto sized = [](float size, TextInfo::STYLE style = TextInfo::REGULAR) {
         TextInfo text;
         text.SetSize(size);

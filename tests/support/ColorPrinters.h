@@ -8,8 +8,7 @@
 #include <cstdio>
 #include <ostream>
 
-// What a failed comparison shows of a colour. Without these it would be the number that the colour converts
-// to.
+// What a failed comparison shows of a colour, instead of the number that it converts to.
 
 inline void PrintTo(const RGBColor& color, std::ostream* out) {
     char text[8];

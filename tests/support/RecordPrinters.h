@@ -7,8 +7,7 @@
 #include <gtest/gtest.h>
 #include <ostream>
 
-// What a failed comparison shows of a presentation record: its one-line form, or else its keys and their
-// values.
+// What a failed comparison shows of a presentation record: its one-line form, or else its keys with values.
 
 template <typename Record>
 concept HasOneLineForm = requires(const Record record) {

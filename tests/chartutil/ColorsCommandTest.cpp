@@ -206,7 +206,7 @@ TEST(ColorsTable, FilesWithoutATableSaySo) {
     const InputFile input(L"t.col", "");
     const ProgramResult result = Colors({"table", input.BesideUtf8(L"missing.col")});
     EXPECT_EQ(3, result.exitCode);
-    EXPECT_THAT(result.error, AllOf(HasSubstr("missing.col"), HasSubstr("check the name")));
+    EXPECT_THAT(result.error, AllOf(HasSubstr("missing.col"), HasSubstr("no such file")));
 }
 
 TEST(ColorsImport, SlicesOfOneColourBecomeBands) {
@@ -274,8 +274,9 @@ TEST(ColorsImport, FaultsNameTheLineAndWriteNothing) {
          {Row{"", "has no colours"}, Row{"# nothing\nB red\n", "has no colours"},
           Row{"0 red 1 red\nx red 2 red\n", "line 2: 'x' is not a number"},
           Row{"0 nocolour 1 red\n", "line 1: 'nocolour' is no colour"},
-          Row{"0 1/2/256 1 red\n", "is no colour"}, Row{"0 1/2 1 red\n", "is no colour"},
-          Row{"0 361-1-1\n", "is no colour"}, Row{"0 red 0 red\n", "above the first"},
+          Row{"0 1/2/256 1 red\n", "is no colour"}, Row{"0 #-12345 1 red\n", "is no colour"},
+          Row{"0 1/2 1 red\n", "is no colour"}, Row{"0 361-1-1\n", "is no colour"},
+          Row{"0 red 0 red\n", "above the first"},
           Row{"0 red 5 red\n4 red 6 red\n", "line 2: the value 4 is below"}, Row{"1 2 3\n", "a slice is"},
           Row{"0 red 1 red\nB\n", "line 2: a colour has to follow"}, Row{"# COLOR_MODEL = CMYK\n", "line 1"},
           Row{"# RANGE = 5/1\n0 red\n", "RANGE"}, Row{"nan red\n", "is not a number"}}) {
@@ -364,6 +365,22 @@ TEST(ColorsImport, TableMayNotTakeThePlaceOfItsSource) {
     const InputFile input(L"c.cpt", "0 red 1 red\n");
     EXPECT_NE(0, Colors({"import", input.Path(), input.Path()}).exitCode);
     EXPECT_EQ("0 red 1 red\n", ReadBytes(input.Beside(L"c.cpt")));
+}
+
+TEST(ColorsImport, TableMayNotTakeThePlaceOfItsSourceByAnotherPath) {
+    const InputFile input(L"c.cpt", "0 red 1 red\n");
+    std::filesystem::create_directory(NativePath(input.Beside(L"sub")));
+    for (const wchar_t* path : {L"./c.cpt", L"sub/../c.cpt"}) {
+        const ProgramResult result = Colors({"import", input.Path(), input.BesideUtf8(path)});
+        EXPECT_EQ(2, result.exitCode);
+        EXPECT_THAT(result.error, HasSubstr("is the file to be read"));
+        EXPECT_EQ("0 red 1 red\n", ReadBytes(input.Beside(L"c.cpt")));
+    }
+}
+
+TEST(ColorsImport, TheForegroundColourOfCategoriesHasNoBand) {
+    EXPECT_THAT(Entries(Imported("1 red\n2 blue\nF white\n")),
+                ElementsAre(std::pair(1.0, 0x0000FFul), std::pair(2.0, 0xFF0000ul)));
 }
 
 TEST(ColorsImport, TablesAreNotFannedOutWithoutEnd) {

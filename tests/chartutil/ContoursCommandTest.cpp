@@ -89,10 +89,10 @@ TEST(ContoursList, FailsWithoutContours) {
         const char* message;
     };
     for (const Row& row :
-         {Row{folder.Path(L"none.cdf"), 3, "for reading"}, Row{folder.Path(L"."), 3, "for reading"},
+         {Row{folder.Path(L"none.cdf"), 3, "no such file"}, Row{folder.Path(L"."), 3, "is a folder"},
           Row{folder.Add(L"empty.cdf", ""), 1, "[Contour(0)]"},
-          Row{folder.Add(L"bad.cdf", "[Contour(0)]\nLevel=1\n[]\n"), 3, "on line 3"},
-          Row{folder.Add(L"twice.cdf", "[Contour(0)]\nLevel=1\n[contour(0)]\n"), 3, "Duplicate"}}) {
+          Row{folder.Add(L"bad.cdf", "[Contour(0)]\nLevel=1\n[]\n"), 3, "bad.cdf:3: "},
+          Row{folder.Add(L"twice.cdf", "[Contour(0)]\nLevel=1\n[contour(0)]\n"), 3, "twice.cdf:3: "}}) {
         const ProgramResult result = Contours({"list", row.path});
         EXPECT_EQ(row.exitCode, result.exitCode) << row.path;
         EXPECT_THAT(result.error, AllOf(HasSubstr(row.path), HasSubstr(row.message)));

@@ -173,12 +173,12 @@ TEST(KeywordsFill, WrongUseAndUnreadableFilesHaveTheirCodes) {
     for (const Row& row :
          {Row{{"fill", layout.Path(), "--value", "n"}, 2, "--value 'NAME=VALUE'"},
           Row{{"fill", layout.Path(), "--value", "=n"}, 2, "--value 'NAME=VALUE'"},
-          Row{{"fill", layout.Beside(L"none")}, 3, "cannot be read"},
-          Row{{"fill", layout.Folder()}, 3, "cannot be read"},
-          Row{{"list", layout.Beside(L"none")}, 3, "cannot be read"},
-          Row{{"fill", layout.Path(), "--project", layout.Beside(L"none")}, 3, "for reading"},
-          Row{{"fill", layout.Path(), "--project", broken}, 3, "on line 1"},
-          Row{{"fill", layout.Path(), "--project", other}, 1, "'--section' names"},
+          Row{{"fill", layout.Beside(L"none")}, 3, "no such file"},
+          Row{{"fill", layout.Folder()}, 3, "is a folder"},
+          Row{{"list", layout.Beside(L"none")}, 3, "no such file"},
+          Row{{"fill", layout.Path(), "--project", layout.Beside(L"none")}, 3, "no such file"},
+          Row{{"fill", layout.Path(), "--project", broken}, 3, "broken.ini:1: "},
+          Row{{"fill", layout.Path(), "--project", other}, 1, "no section [Keywords]"},
           Row{{"fill", layout.Path(), "--value", "n=1", "-o", layout.Beside(L"no/where")}, 3, "written"},
           Row{{"fill"}, 2, "LAYOUT"}, Row{{}, 2, "subcommand"}}) {
         SCOPED_TRACE(testing::PrintToString(row.arguments));

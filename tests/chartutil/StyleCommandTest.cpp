@@ -94,14 +94,15 @@ TEST(StyleShow, FaultsSayWhatToDo) {
         const char* section;
         const char* message;
     };
-    for (const Row& row : {Row{"Nowhere", "has no section [Nowhere]"}, Row{"Other", "keys of no record"}}) {
+    for (const Row& row :
+         {Row{"Nowhere", "there is no section [Nowhere]"}, Row{"Other", "keys of no record"}}) {
         const ProgramResult result = Style({"show", layout.Path(), row.section});
         EXPECT_EQ(1, result.exitCode);
         EXPECT_THAT(result.error, AllOf(HasSubstr("layout.ini"), HasSubstr(row.message)));
     }
     const ProgramResult missing = Style({"show", layout.Path() + ".no", "Title"});
     EXPECT_EQ(3, missing.exitCode);
-    EXPECT_THAT(missing.error, HasSubstr("Error opening"));
+    EXPECT_THAT(missing.error, HasSubstr("no such file"));
 }
 
 TEST(StyleLine, GuessesTheRecord) {

@@ -56,7 +56,7 @@ TEST(TransformCommand, FindsColumnsByNameAndByNumber) {
 
 TEST(TransformCommand, NamesLineAndColumnOfWhatIsWrong) {
     struct Row {
-        const char *input, *told;
+        const char *input, *message;
         int exitCode;
     };
     for (const Row& row :
@@ -71,14 +71,14 @@ TEST(TransformCommand, NamesLineAndColumnOfWhatIsWrong) {
               2}}) {
         const ProgramResult result = Transform({"-", "--translate", "1e308,0"}, row.input);
         EXPECT_EQ(row.exitCode, result.exitCode) << row.input;
-        EXPECT_THAT(result.error, HasSubstr(row.told)) << row.input;
+        EXPECT_THAT(result.error, HasSubstr(row.message)) << row.input;
     }
 }
 
 TEST(TransformCommand, RefusesWrongUse) {
     struct Row {
         std::vector<std::string> arguments;
-        const char* told;
+        const char* message;
     };
     for (const Row& row :
          {Row{{"-"}, "nothing to do"}, Row{{"-", "--translate", "1"}, "'1' is not DX,DY"},
@@ -94,7 +94,7 @@ TEST(TransformCommand, RefusesWrongUse) {
         const ProgramResult result = Transform(row.arguments, "x,y\n1,2\n");
         EXPECT_EQ(2, result.exitCode) << testing::PrintToString(row.arguments);
         EXPECT_EQ("", result.output);
-        EXPECT_THAT(result.error, HasSubstr(row.told));
+        EXPECT_THAT(result.error, HasSubstr(row.message));
     }
 }
 
@@ -124,16 +124,16 @@ TEST(TransformCommand, TellsWhatCannotBeReadOrWritten) {
     const std::string path = ToUtf8(folder.File(L"")), input = ToUtf8(folder.File(L"in.csv"));
     const std::string missing = ToUtf8(folder.File(L"missing.csv"));
     struct Row {
-        std::string input, output, told;
+        std::string input, output, message;
     };
-    for (const Row& row : {Row{missing, "", missing + ": cannot be read"},
-                           Row{path, "", path + ": cannot be read"}, Row{input, path, "is no regular file"},
+    for (const Row& row : {Row{missing, "", missing + ": no such file"},
+                           Row{path, "", path + ": is a folder"}, Row{input, path, "is no regular file"},
                            Row{input, missing + "/no/folder.csv", "cannot be written"}}) {
         std::vector<std::string> arguments = {row.input, "--rotate", "1"};
         if (!row.output.empty()) arguments.insert(arguments.end(), {"--output", row.output});
         const ProgramResult result = Transform(arguments);
         EXPECT_EQ(3, result.exitCode);
-        EXPECT_THAT(result.error, HasSubstr(row.told));
+        EXPECT_THAT(result.error, HasSubstr(row.message));
     }
 }
 
@@ -204,6 +204,12 @@ TEST(TransformCommand, LeavesOtherFilesBesideItsOutputAlone) {
     EXPECT_EQ(0, result.exitCode) << result.error;
     EXPECT_EQ("x,y\n2,3\n", ReadBytes(folder.File(L"t.csv")));
     EXPECT_EQ("x,y\n1,2\n", ReadBytes(folder.File(L"t.csv.saving")));
+}
+
+TEST(TransformCommand, NumbersHaveAnExponentFromTenToTheSixteenthOn) {
+    EXPECT_EQ("x,y\n9999999999999998,1e+16\n",
+              Transformed({"--translate", "0,0"}, "x,y\n9999999999999998,1e16\n"));
+    EXPECT_EQ("x,y\n0.0000001,9.9e-08\n", Transformed({"--translate", "0,0"}, "x,y\n1e-7,9.9e-8\n"));
 }
 
 TEST(TransformCommand, RefusesOneColumnForXAndY) {

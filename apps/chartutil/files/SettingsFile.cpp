@@ -11,7 +11,6 @@ namespace {
 
 // Takes sections until a name comes again, if names have to differ.
 struct Finder : SETTINGS::Handler {
-    explicit Finder(bool namesDiffer) : namesDiffer(namesDiffer) {}
     bool OnSection(SETTINGS::Bytes name) override {
         last = SETTINGS::Widened(name);
         std::wstring capitals = last;
@@ -19,14 +18,15 @@ struct Finder : SETTINGS::Handler {
         return names.insert(capitals).second || !namesDiffer;
     }
     void OnKey(SETTINGS::Bytes, SETTINGS::Bytes, SETTINGS::Bytes) override {}
-    bool namesDiffer;
+    bool namesDiffer = true;
     std::set<std::wstring> names;
     std::wstring last;
 };
 
 // Tells where reading a file stopped: the library's message has the line for one fault only.
 [[noreturn]] void ThrowFault(const UserText& path, bool namesDiffer) {
-    Finder finder(namesDiffer);
+    Finder finder;
+    finder.namesDiffer = namesDiffer;
     const SETTINGS::ReadResult result = SETTINGS::Read(path.Wide(), finder);
     const std::string place = path.Utf8() + ":" + std::to_string(result.lineNumber) + ": ";
     switch (result.status) {

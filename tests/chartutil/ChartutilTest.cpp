@@ -1,6 +1,7 @@
 #include "tests/support/Program.h"
 
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
@@ -16,6 +17,100 @@ TEST(Chartutil, TellsItsVersion) {
     const ProgramResult result = RunChartutil({"--version"});
     EXPECT_EQ(0, result.exitCode);
     EXPECT_THAT(result.output, StartsWith("chartutil 5.0.0.20"));
+}
+
+TEST(Chartutil, JsonOfATextThatIsNoUtf8HasTheSignForIt) {
+    const ProgramResult line = RunChartutil({"style", "line", "A\xFFz,1,0,0,0", "--json"});
+    EXPECT_EQ(0, line.exitCode) << line.error;
+    EXPECT_EQ("A\uFFFDz", nlohmann::json::parse(line.output)["fields"][0]["given"]);
+    const ProgramResult missing = RunChartutil({"crc", "check", "no\xFF", "--json"});
+    EXPECT_EQ(3, missing.exitCode);
+    EXPECT_EQ("no\uFFFD", nlohmann::json::parse(missing.output)["files"][0]["file"]);
+}
+
+// A command that words a fault of its own makes its reader learn it anew.
+TEST(Chartutil, TheSameFaultHasTheSameWordsInEveryCommand) {
+    const TemporaryFolder folder;
+    const auto file = [&](const wchar_t* name, const char* bytes) {
+        WriteBytes(folder.File(name), bytes);
+        return ToUtf8(folder.File(name));
+    };
+    const std::string broken = file(L"broken.ini", "[A]\nk=1\n[]\n");
+    const std::string twice = file(L"twice.ini", "[A]\n[a]\n");
+    const std::string other = file(L"other.ini", "[Other]\nk=1\n");
+    const std::string layout = file(L"layout.txt", "text\n");
+    const std::string table = file(L"t.col", "[ColorTable]\nEntry(0)=1,0,0,0\n");
+    const std::string palette = file(L"t.cpt", "0 red 1 red\n");
+    const std::string points = file(L"t.csv", "x,y\n1,2\n");
+    const std::string missing = ToUtf8(folder.File(L"missing"));
+    const std::string path = ToUtf8(WidePath(folder.Path()));
+    const std::string out = ToUtf8(folder.File(L"none/out.svg"));
+    struct Fault {
+        int exitCode;
+        std::string words;
+        std::vector<std::vector<std::string>> commands;
+    };
+    const std::vector<std::vector<std::string>> readers = {
+        {"settings", "show"}, {"crc", "print"},     {"colors", "table"},   {"transform", "--rotate", "1"},
+        {"keywords", "list"}, {"contours", "list"}, {"contours", "check"}, {"settings", "seal"}};
+    const auto each = [](const std::vector<std::vector<std::string>>& commands, const std::string& argument) {
+        std::vector<std::vector<std::string>> all = commands;
+        for (std::vector<std::string>& command : all) command.push_back(argument);
+        return all;
+    };
+    const auto with = [](std::vector<std::vector<std::string>> commands,
+                         std::vector<std::vector<std::string>> more) {
+        commands.insert(commands.end(), more.begin(), more.end());
+        return commands;
+    };
+    for (const Fault& fault :
+         {Fault{3, missing + ": no such file; check the path",
+                with(each(readers, missing), {{"style", "show", missing, "A"},
+                                              {"colors", "import", missing, out},
+                                              {"contours", "from-table", out, missing},
+                                              {"keywords", "fill", layout, "--project", missing}})},
+          Fault{3, path + ": is a folder; name a file in it",
+                with(each(readers, path), {{"style", "show", path, "A"},
+                                           {"colors", "import", path, out},
+                                           {"keywords", "fill", layout, "--project", path}})},
+          Fault{3,
+                broken + ":3: a section has no name; write one between \"[\" and \"]\"",
+                {{"settings", "show", broken},
+                 {"style", "show", broken, "A"},
+                 {"colors", "table", broken},
+                 {"contours", "list", broken},
+                 {"contours", "check", broken},
+                 {"keywords", "fill", layout, "--project", broken}}},
+          Fault{3,
+                twice + ":2: the section [a] is there already (letter case does not count); rename or remove "
+                        "one of the two",
+                {{"settings", "show", twice},
+                 {"style", "show", twice, "A"},
+                 {"contours", "list", twice},
+                 {"keywords", "fill", layout, "--project", twice}}},
+          Fault{1,
+                other + ": there is no section [No]; 'chartutil settings show' lists them",
+                {{"settings", "show", other, "No"},
+                 {"settings", "get", other, "No", "k"},
+                 {"style", "show", other, "No"},
+                 {"keywords", "fill", layout, "--project", other, "--section", "No"}}},
+          Fault{3,
+                out + ": cannot be written, a file there is as it was; check that the folder exists and "
+                      "takes new files, "
+                      "the permissions of the file and the space on the disk",
+                {{"settings", "set", out, "A", "k", "v", "--create"},
+                 {"colors", "palette", "--picture", out},
+                 {"colors", "import", palette, out},
+                 {"transform", points, "--rotate", "1", "-o", out},
+                 {"keywords", "fill", layout, "-o", out},
+                 {"contours", "from-table", out, table}}}}) {
+        for (const std::vector<std::string>& command : fault.commands) {
+            SCOPED_TRACE(::testing::PrintToString(command));
+            const ProgramResult result = RunChartutil(command);
+            EXPECT_EQ(fault.exitCode, result.exitCode);
+            EXPECT_EQ("chartutil: " + fault.words + "\n", result.error);
+        }
+    }
 }
 
 TEST(Chartutil, RefusesWrongUse) {

@@ -246,12 +246,13 @@ void Run(const FillOptions& options) {
     CheckValues(options, keywords, values);
 
     int numLeft = 0;
-    const std::string bytes =
-        Encoded(Filled(layout, options.layout.Utf8(), values, numLeft), layout.isLatin1);
-    if (options.output.Empty())
-        std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    const std::wstring filled = Filled(layout, options.layout.Utf8(), values, numLeft);
+    if (!options.output.Empty())
+        WriteFile(options.output, Encoded(filled, layout.isLatin1));
+    else if (OutputIsTerminal())
+        std::cout << WithoutControls(ToUtf8(filled));
     else
-        WriteFile(options.output, bytes);
+        std::cout << Encoded(filled, layout.isLatin1);
     if (numLeft > 0) throw CommandExit{ExitCode::CHECK_FAILED};
 }
 

@@ -2,6 +2,7 @@
 
 #include "VelmBase/File.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
 #include "apps/chartutil/terminal/ProgressBar.h"
@@ -308,9 +309,7 @@ void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
         ChangeColumns(input, output, table, columns, change);
         return true;
     };
-    const auto print = [](std::string_view text) {
-        return static_cast<bool>(std::cout.write(text.data(), static_cast<std::streamsize>(text.size())));
-    };
+    const auto print = [](std::string_view text) { return static_cast<bool>(std::cout << Printable(text)); };
     if (table.output.Empty()) {
         changeInto("standard output", print);
         return;

@@ -1,30 +1,25 @@
 #include "apps/chartutil/terminal/Console.h"
 
+#include "VelmBase/WideString.h"
 #include "apps/chartutil/terminal/Errors.h"
 
 #include <cstdio>
 #include <iostream>
 
-std::string WithoutControls(std::string_view text) {
-    std::string shown;
-    const auto spell = [&](unsigned int code) {
-        char escape[8];
-        std::snprintf(escape, sizeof escape, "\\x%02X", code);
-        shown += escape;
-    };
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');
-        if ((byte < 0x20 && byte != '\n' && byte != '\t') || byte == 0x7F) {
-            spell(byte);
-        } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) { // U+0080 to U+009F
-            spell(next);
-            ++i;
-        } else {
-            shown += text[i];
-        }
+std::string WithoutControls(std::string_view text, const char* spelling) {
+    const std::wstring wide = FromUtf8(text);
+    std::wstring shown;
+    for (std::size_t i = 0; i < wide.size(); ++i) {
+        const bool isPaired = i > 0 && wide[i - 1] >= 0xD800 && wide[i - 1] < 0xDC00;
+        const bool isStrayByte = wide[i] >= 0xDC80 && wide[i] < 0xDD00 && !isPaired;
+        const auto code = static_cast<unsigned int>(isStrayByte ? wide[i] - 0xDC00 : wide[i]);
+        const bool isLineBreak = code == '\n' || (code == '\r' && i + 1 < wide.size() && wide[i + 1] == '\n');
+        const bool isControl = (code < 0x20 && code != '\t' && !isLineBreak) || (code >= 0x7F && code < 0xA0);
+        char spelt[8];
+        if (isControl) std::snprintf(spelt, sizeof spelt, spelling, code);
+        shown += isControl ? FromUtf8(spelt) : std::wstring(1, wide[i]);
     }
-    return shown;
+    return ToUtf8(shown);
 }
 
 std::string Printable(std::string_view text) {

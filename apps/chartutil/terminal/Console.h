@@ -15,11 +15,12 @@ void PrepareConsole();
 bool OutputIsTerminal();
 bool ErrorIsTerminal();
 
-/// `text` (UTF-8) with its control characters but line breaks and tabs spelt as \xNN.
-std::string WithoutControls(std::string_view text);
+/// `text` (UTF-8) with its control characters but line breaks and tabs spelt out, also those above U+007F and
+/// the bytes that a terminal without UTF-8 would take for them. `spelling` says how, in printf's words.
+std::string WithoutControls(std::string_view text, const char* spelling = "\\x%02X");
 
-/// `text` (UTF-8) as it can be shown: on a terminal without controls, so that no file
-/// can steer the terminal; elsewhere as it is.
+/// `text` (UTF-8) as it can be shown: on a terminal without controls, so that no file can steer the terminal;
+/// elsewhere as it is.
 std::string Printable(std::string_view text);
 
 /// Prints a line to standard error: a note or a warning on what the output is made from.

@@ -55,7 +55,7 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
         return Finished(exit.code);
     } catch (const CommandError& error) {
         PrintError(error);
-        return error.Code();
+        return Finished(error.Code());
     } catch (const std::bad_alloc&) {
         std::cerr << "chartutil: not enough memory for this input\n";
         return ExitCode::IO_ERROR;

@@ -148,8 +148,8 @@ TEST(KeywordsFill, KeepsEveryByteOfALayoutThatIsOneByteACharacter) {
     EXPECT_EQ(0, result.exitCode) << result.error;
     EXPECT_EQ("", result.output);
     EXPECT_EQ("[T]\r\nText = K\xFCste \xF6\r\n", BytesOf(layout.Beside(L"out.ini")));
-    result =
-        Keywords({"fill", layout.Path(), "--value", "n=\xCE\xA9"}); // a letter that no such file can hold
+    // A letter that no such file can hold.
+    result = Keywords({"fill", layout.Path(), "--value", "n=\xCE\xA9"});
     EXPECT_EQ(1, result.exitCode);
     EXPECT_EQ("", result.output);
     EXPECT_THAT(result.error, HasSubstr(":2: the value of 'n'"));

@@ -67,7 +67,7 @@ TEST(TransformCommand, NamesLineAndColumnOfWhatIsWrong) {
           Row{"x,y\n1\n", "line 2: has no column 2, only 1", 3},
           Row{"x,\"y\nz\"\n1,2\n3,\n", "line 4: '' in column 2", 3}, // a quoted line break counts as a line
           Row{"x,y\n1.7e308,1\n", "line 2: the result in column 1 is too large", 3},
-          Row{"1,2\n3,4\n", "line 1: is to name the columns, but column 1 is a number; say --no-header",
+          Row{"1,2\n3,4\n", "line 1: has to name the columns, but column 1 is a number; say --no-header",
               2}}) {
         const ProgramResult result = Transform({"-", "--translate", "1e308,0"}, row.input);
         EXPECT_EQ(row.exitCode, result.exitCode) << row.input;

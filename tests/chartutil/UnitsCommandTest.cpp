@@ -44,7 +44,7 @@ TEST(UnitsCommand, ConvertsAColumnOfATable) {
 TEST(UnitsCommand, RefusesWrongUse) {
     struct Row {
         std::vector<std::string> arguments;
-        const char* told;
+        const char* message;
     };
     for (const Row& row : {Row{{"--from", "m", "--to", "fathoms", "1"}, "'fathoms' is no unit; use mm"},
                            Row{{"--from", "", "--to", "m", "1"}, "'' is no unit"},
@@ -56,7 +56,7 @@ TEST(UnitsCommand, RefusesWrongUse) {
         const ProgramResult result = Convert(row.arguments);
         EXPECT_EQ(2, result.exitCode);
         EXPECT_EQ("", result.output);
-        EXPECT_THAT(result.error, HasSubstr(row.told));
+        EXPECT_THAT(result.error, HasSubstr(row.message));
     }
 }
 

@@ -197,8 +197,8 @@ void AddPalette(CLI::App& colors) {
 void AddTable(CLI::App& colors) {
     const auto [command, options] = AddCommand<TableOptions>(
         colors, "table", "The bands of a colour table", Run,
-        R"(What is odd in the file is told on standard error; the exit code is 1 when not all of it
-could be read.
+        R"(What is odd in the file goes to standard error; the exit code is 1 when not all of it could be
+read.
 
 Examples:
   chartutil colors table depths.col

@@ -25,7 +25,7 @@ namespace {
 
 using Info = ContourDefinitionList::ContourDefInfo;
 
-// What all commands on contour files are told.
+// The options of all commands on contour files.
 struct Options {
     UserText file;
     std::string picture;
@@ -251,9 +251,9 @@ void AddContoursCommand(CLI::App& program) {
     Add<CheckOptions>(
         contours, "check", "Whether a file says what its reader will understand",
         "The contour definition file (.cdf)",
-        R"(It reports gaps in the numbers, levels out of order or equal, keys and line types that are not
-known, values that are not numbers, and colours that do not fit each other. The exit code is 1
-when it found any.
+        R"(Lists gaps in the numbering, levels that are equal or out of order, keys and line types that are not
+known, values that are not numbers, and colours that do not fit each other. The exit code is 1 when
+there is any of these.
 
 Examples:
   chartutil contours check pensacola-bay.cdf

@@ -46,7 +46,7 @@ const char* KindOf(const std::wstring& name) {
     return CKeywords::IsPredefinedPlotKeyword(name) ? "predefined for plots" : "own";
 }
 
-// What both commands are told.
+// The options of both commands.
 struct Options {
     UserText layout, data;
     bool isLatin1 = false;
@@ -281,7 +281,7 @@ Examples:
 void AddFill(CLI::App& keywords) {
     const auto [command, options] = AddCommand<FillOptions>(
         keywords, "fill", "Fill the keywords of a layout with their values", Run,
-        R"(Known without being told: 'current date', 'current time', 'plot name' (the layout file's name)
+        R"(These have values of their own: 'current date', 'current time', 'plot name' (the layout file's name)
 and, with a project file, 'plot project' (that file's name). What the project file says counts
 more, and --value most. A keyword without a value stays in the text, is named with its line on
 standard error, and makes the exit code 1.

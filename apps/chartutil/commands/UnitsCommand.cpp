@@ -42,7 +42,7 @@ void ConvertValues(const Options& options, const UnitType& from, const UnitType&
         const double converted = from.Convert(to.GetType(), value);
         if (!std::isfinite(converted))
             throw CommandError(ExitCode::WRONG_USE,
-                               "'" + text + "' is too large to be told in " + ToUtf8(to.AsString()));
+                               "'" + text + "' is too large a length to convert to " + ToUtf8(to.AsString()));
         if (options.json) {
             conversions.push_back({{"value", value}, {"converted", converted}});
         } else {

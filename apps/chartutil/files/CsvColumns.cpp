@@ -257,7 +257,7 @@ void ChangeColumns(LineReader& input, Output& output, const CsvTable& table,
             const bool isNumber = ParseNumber(Unquoted(fields.items[index]), numbers[i]);
             if (isHeader && isNumber)
                 throw CommandError(ExitCode::WRONG_USE,
-                                   input.Place() + ": is to name the columns, but " + ColumnName(index) +
+                                   input.Place() + ": has to name the columns, but " + ColumnName(index) +
                                        " is a number; say --no-header when there are no names");
             if (!isHeader && !isNumber)
                 throw CommandError(ExitCode::IO_ERROR, input.Place() + ": '" +

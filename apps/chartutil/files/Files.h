@@ -22,7 +22,7 @@ std::string ReadFile(const UserText& path);
 /// Gives the file these bytes, whole or not at all. Ends the command when it cannot be written.
 void WriteFile(const UserText& path, std::string_view bytes);
 
-/// Ends the command: the file cannot be read. Says why, as far as that can be told.
+/// Ends the command: the file cannot be read. Says why, as far as that is known.
 [[noreturn]] void ThrowNotReadable(const UserText& path);
 
 /// Cuts the file to `size` bytes. False when that cannot be done.

@@ -19,8 +19,8 @@ static ProgramResult SealUnderLimit(const TemporaryFolder& folder, int limit) {
 }
 
 TEST(CrcCommandFault, AFullDiskLeavesTheFileAsItWas) {
-    for (const std::size_t size :
-         {4096u, 4095u, 4094u, 4093u}) { // no byte of the checksum fits, or one to three
+    // No byte of the checksum fits, or one to three.
+    for (const std::size_t size : {4096u, 4095u, 4094u, 4093u}) {
         SCOPED_TRACE(size);
         const TemporaryFolder folder;
         const std::string bytes(size, 'x');

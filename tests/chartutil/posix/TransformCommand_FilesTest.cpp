@@ -45,8 +45,8 @@ TEST(TransformCommand_Files, HoldsNoMoreThanALineOfItsTable) {
     const auto largest = [] {
         struct rusage usage {};
         getrusage(RUSAGE_CHILDREN, &usage);
-        return usage.ru_maxrss;
-    }; // KiB
+        return usage.ru_maxrss; // KiB
+    };
     ASSERT_EQ(0, Transform({"-", "--translate", "1,1"}, "x,y\n1,2\n").exitCode);
     const long before = largest();
     ASSERT_EQ(0, Transform({ToUtf8(folder.File(L"large.csv")), "--translate", "1,1", "-o",

@@ -47,7 +47,7 @@ void PrintState(const std::string& name, Seal seal) {
         std::cout << Colored("EDITED BY HAND", TextColor::RED) << ": its seal does not fit its keys\n";
         break;
     case Seal::NONE:
-        std::cout << Colored("no seal", TextColor::YELLOW) << ": an edit cannot be told\n";
+        std::cout << Colored("no seal", TextColor::YELLOW) << ": an edit would not show\n";
         break;
     }
 }

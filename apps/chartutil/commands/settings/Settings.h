@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-// The commands on settings files: what each is told, and what it does.
+// The commands on settings files, each with its options.
 
 struct ShowSettings {
     UserText file;

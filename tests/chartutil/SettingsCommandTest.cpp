@@ -194,6 +194,11 @@ TEST_F(SettingsCommand, SetMakesAFileOnlyWhenAsked) {
     EXPECT_EQ("[A]\r\nk = w\r\n\r\n", Bytes());
 }
 
+TEST_F(SettingsCommand, SetWithCreateKeepsTheOtherContentOfAFileThatIsThere) {
+    Output("set", {"A", "k", "v", "--create"});
+    EXPECT_EQ(std::string(kChart) + "[A]\r\nk = v\r\n\r\n", Bytes());
+}
+
 TEST_F(SettingsCommand, RemoveTakesAKeyOrASection) {
     Output("remove", {"Tides", "Offset"});
     EXPECT_EQ("0.36\n", Output("get", {"Tides", "Offset"}));

@@ -12,6 +12,7 @@
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/HexText.h"
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/terminal/Numbers.h"
 

@@ -12,6 +12,7 @@
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/HexText.h"
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/terminal/Numbers.h"
 
@@ -251,9 +252,9 @@ void AddContoursCommand(CLI::App& program) {
     Add<CheckOptions>(
         contours, "check", "Whether a file says what its reader will understand",
         "The contour definition file (.cdf)",
-        R"(Lists gaps in the numbering, levels that are equal or out of order, keys and line types that are not
-known, values that are not numbers, and colours that do not fit each other. The exit code is 1 when
-there is any of these.
+        R"(It reports gaps in the numbers, levels out of order or equal, keys and line types that are not
+known, values that are not numbers, and colours that do not fit each other. The exit code is 1
+when it found any.
 
 Examples:
   chartutil contours check pensacola-bay.cdf

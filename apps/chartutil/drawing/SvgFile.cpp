@@ -1,7 +1,7 @@
 #include "apps/chartutil/drawing/SvgFile.h"
 
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/terminal/ColorText.h"
+#include "apps/chartutil/terminal/HexText.h"
 
 #include <charconv>
 

@@ -4,6 +4,7 @@
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/HexText.h"
 
 #include <charconv>
 
@@ -44,20 +45,6 @@ std::string OnColor(const std::string& text, const RGBColor& color) {
         return std::to_string(c.Red()) + ';' + std::to_string(c.Green()) + ';' + std::to_string(c.Blue());
     };
     return InLook(" " + text + " ", "38;2;" + codes(ink) + ";48;2;" + codes(color));
-}
-
-RGBColor ReadableOn(const RGBColor& background) {
-    return background.GrayScale().Red() < 128 ? RGBColor(255, 255, 255) : RGBColor(0, 0, 0);
-}
-
-std::string HexText(const RGBColor& color) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string text = "#";
-    for (const int component : {color.Red(), color.Green(), color.Blue()}) {
-        text += kDigits[component / 16];
-        text += kDigits[component % 16];
-    }
-    return text;
 }
 
 std::string Components(const RGBColor& color) {

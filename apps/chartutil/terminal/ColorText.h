@@ -15,12 +15,6 @@ std::string Colored(std::string_view text, TextColor color);
 /// `text` on that colour, where the terminal shows colours; else as it is.
 std::string OnColor(const std::string& text, const RGBColor& color);
 
-/// Black or white, whichever is easier to read on that colour.
-RGBColor ReadableOn(const RGBColor& background);
-
-/// "#RRGGBB"
-std::string HexText(const RGBColor& color);
-
 /// "255,128,0"
 std::string Components(const RGBColor& color);
 

@@ -3,7 +3,7 @@
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/drawing/Layout.h"
-#include "apps/chartutil/terminal/ColorText.h"
+#include "apps/chartutil/terminal/HexText.h"
 
 #include <algorithm>
 #include <cmath>

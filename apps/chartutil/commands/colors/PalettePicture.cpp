@@ -2,7 +2,7 @@
 
 #include "UtilityDLL/colors/DXFColor.h"
 #include "apps/chartutil/drawing/Layout.h"
-#include "apps/chartutil/terminal/ColorText.h"
+#include "apps/chartutil/terminal/HexText.h"
 
 Surface PalettePicture() {
     constexpr double kMargin = 5;

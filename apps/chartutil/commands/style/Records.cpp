@@ -15,7 +15,7 @@
 #include "VelmBase/FormatString.h"
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/terminal/ColorText.h"
+#include "apps/chartutil/terminal/HexText.h"
 
 #include <algorithm>
 #include <concepts>

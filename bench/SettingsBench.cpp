@@ -1,5 +1,6 @@
 // Settings files beside their peers: opening and saving a 20 MB file of 20,000 sections with 20 keys,
-// look-ups in a small and in a large section, what the opened file holds in memory, and how the work grows.
+// look-ups in a small and in a large section, removing keys and renaming sections one by one, what the opened
+// file holds in memory, and how the work grows.
 
 #include "UtilityDLL/settings/IniFile.h"
 #include "VelmBase/SettingsText.h"
@@ -12,7 +13,9 @@
 #include <boost/property_tree/ptree.hpp>
 #include <glib.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <malloc.h>
@@ -230,6 +233,99 @@ BENCHMARK(LookUpGKeyFile<10>)->Name("LookUpIn10/GKeyFile");
 BENCHMARK(LookUpOurs<100000>)->Name("LookUpIn100000/ours");
 BENCHMARK(LookUpPropertyTree<100000>)->Name("LookUpIn100000/PropertyTree");
 BENCHMARK(LookUpGKeyFile<100000>)->Name("LookUpIn100000/GKeyFile");
+
+// Removing all keys and renaming all sections, by name and one by one, beside a std::deque that is scanned
+// for each.
+enum class Order { FRONT_TO_BACK, BACK_TO_FRONT, SHUFFLED };
+
+template <std::size_t kNames> std::vector<std::wstring> WideNames(Order order) {
+    std::vector<std::wstring> names;
+    for (const std::string& name : Names<kNames>()) names.push_back(Wide(name));
+    if (order == Order::BACK_TO_FRONT) std::reverse(names.begin(), names.end());
+    if (order == Order::SHUFFLED)
+        for (std::size_t i = kNames; i > 1; --i) std::swap(names[i - 1], names[Next(i, i)]);
+    return names;
+}
+
+template <typename Element>
+std::ptrdiff_t FindPlainly(const std::deque<Element>& elements, const std::wstring& name) {
+    const HashedString<wchar_t> hashed(name);
+    return std::find_if(elements.begin(), elements.end(),
+                        [&](const Element& element) { return SameName(element.GetName(), hashed); }) -
+           elements.begin();
+}
+
+template <std::size_t kKeys, Order order> void RemoveOurs(benchmark::State& state) {
+    Section full(L"Section");
+    for (const std::wstring& name : WideNames<kKeys>(Order::FRONT_TO_BACK)) full[name] << 1;
+    const std::vector<std::wstring> names = WideNames<kKeys>(order);
+    for (auto _ : state) {
+        state.PauseTiming();
+        Section section(full);
+        state.ResumeTiming();
+        for (const std::wstring& name : names) section.RemoveKey(name);
+        if (section.NumKeys() > 0) std::abort();
+    }
+}
+template <std::size_t kKeys, Order order> void RemoveByPlainScan(benchmark::State& state) {
+    std::deque<SectionKey> full;
+    for (const std::wstring& name : WideNames<kKeys>(Order::FRONT_TO_BACK)) full.emplace_back(name) << 1;
+    const std::vector<std::wstring> names = WideNames<kKeys>(order);
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::deque<SectionKey> keys(full);
+        state.ResumeTiming();
+        for (const std::wstring& name : names) keys.erase(keys.begin() + FindPlainly(keys, name));
+        if (!keys.empty()) std::abort();
+    }
+}
+
+template <std::size_t kSections, Order order> void RenameOurs(benchmark::State& state) {
+    IniFile full;
+    for (const std::wstring& name : WideNames<kSections>(Order::FRONT_TO_BACK)) full[name];
+    const std::vector<std::wstring> names = WideNames<kSections>(order);
+    for (auto _ : state) {
+        state.PauseTiming();
+        IniFile file(full);
+        state.ResumeTiming();
+        for (const std::wstring& name : names)
+            if (!file.RenameSection(name, L"New" + name)) std::abort();
+    }
+}
+template <std::size_t kSections, Order order> void RenameByPlainScan(benchmark::State& state) {
+    std::deque<Section> full;
+    for (const std::wstring& name : WideNames<kSections>(Order::FRONT_TO_BACK)) full.emplace_back(name);
+    const std::vector<std::wstring> names = WideNames<kSections>(order);
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::deque<Section> sections(full);
+        state.ResumeTiming();
+        for (const std::wstring& name : names) {
+            const std::wstring newName = L"New" + name;
+            const std::ptrdiff_t position = FindPlainly(sections, name);
+            if (FindPlainly(sections, newName) < std::ssize(sections)) std::abort();
+            sections[static_cast<std::size_t>(position)].SetName(newName);
+        }
+    }
+}
+
+#define REMOVE_AND_RENAME(count, order, text)                                                                \
+    BENCHMARK(RemoveOurs<count, order>)->Name("Remove" #count text "/ours")->Unit(benchmark::kMicrosecond);  \
+    BENCHMARK(RemoveByPlainScan<count, order>)                                                               \
+        ->Name("Remove" #count text "/PlainScan")                                                            \
+        ->Unit(benchmark::kMicrosecond);                                                                     \
+    BENCHMARK(RenameOurs<count, order>)->Name("Rename" #count text "/ours")->Unit(benchmark::kMicrosecond);  \
+    BENCHMARK(RenameByPlainScan<count, order>)                                                               \
+        ->Name("Rename" #count text "/PlainScan")                                                            \
+        ->Unit(benchmark::kMicrosecond)
+REMOVE_AND_RENAME(20, Order::FRONT_TO_BACK, "FrontToBack");
+REMOVE_AND_RENAME(20, Order::SHUFFLED, "Shuffled");
+REMOVE_AND_RENAME(100, Order::FRONT_TO_BACK, "FrontToBack");
+REMOVE_AND_RENAME(100, Order::BACK_TO_FRONT, "BackToFront");
+REMOVE_AND_RENAME(100, Order::SHUFFLED, "Shuffled");
+REMOVE_AND_RENAME(16000, Order::FRONT_TO_BACK, "FrontToBack");
+REMOVE_AND_RENAME(16000, Order::BACK_TO_FRONT, "BackToFront");
+REMOVE_AND_RENAME(16000, Order::SHUFFLED, "Shuffled");
 
 // Growth: one section of 10,000 and of 100,000 keys. "peer / ours" of the larger one is the inverse growth.
 void WriteKeysByName(benchmark::State& state) {

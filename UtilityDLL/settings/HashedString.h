@@ -38,6 +38,9 @@ public:
     unsigned int Hash() const { return m_name.Get().hash; }
     operator const std::basic_string<C>&() const { return String(); }
 
+    /// Whether both are copies of one name; then they are equal.
+    bool SharesTextWith(const HashedString& other) const { return m_name.SharesWith(other.m_name); }
+
     /// See NameOutline.
     std::uint32_t Outline() const { return m_name.Get().outline; }
 

@@ -811,9 +811,9 @@ TEST(IniFile, RandomOperationsMatchAPlainList) {
                 if (!isThere) plain.push_back({name, {}});
                 plain[found].keys = {{L"k", value, L""}};
             } else if (choice < 80) {
-                ASSERT_TRUE(file.AddSection(Made(name, {{L"x", value, L""}})));
+                ASSERT_TRUE(file.AddSection(Made(name, {{L"k", value, L""}})));
                 if (!isThere) plain.emplace_back();
-                plain[found] = {name, {{L"x", value, L""}}};
+                plain[found] = {name, {{L"k", value, L""}}};
             } else if (choice < 90) {
                 const bool isFree = find(other) == plain.size();
                 ASSERT_EQ(isThere && isFree, file.RenameSection(name, other));

@@ -8,16 +8,14 @@
 #include <numeric>
 #include <utility>
 
-void IndexedName::Set(const HashedString<wchar_t>& name) noexcept {
-    if (m_name.String() == name.String()) return;
-    if (m_watch) m_watch->index->Rename(m_name, name, m_watch->place);
-    m_name = name;
+void IndexedName::TellIndex(const HashedString<wchar_t>& newName) const noexcept {
+    if (m_name.String() != newName.String()) m_watch->index->Rename(m_name, newName, m_watch->place);
 }
 
-std::size_t NameIndex::FirstPlace(std::wstring_view name) const {
-    if (m_entries.empty()) return kNone;
+const NameIndex::Entry* NameIndex::Find(std::wstring_view name) const {
+    if (m_entries.empty()) return nullptr;
     const Entry& entry = m_entries[EntryOf(name, SeededNameHash(name))];
-    return entry.count != kFree && entry.count > 0 ? entry.first : kNone;
+    return entry.count != kFree && entry.count > 0 ? &entry : nullptr;
 }
 
 void NameIndex::MakeRoomFor(std::size_t place) {
@@ -39,10 +37,12 @@ void NameIndex::MakeRoomFor(std::size_t place) {
 
 void NameIndex::Add(const HashedString<wchar_t>& name, std::size_t place) noexcept {
     const std::uint32_t hash = SeededNameHash(name.String());
+    m_watches[place].hash = hash;
     Entry& entry = m_entries[EntryOf(name.String(), hash)];
     const auto first = static_cast<std::uint32_t>(place);
     if (entry.count == kFree) {
-        entry = {name, hash, first, 1};
+        const auto length = static_cast<std::uint32_t>(name.String().size());
+        entry = {name, name.String().data(), length, hash, first, 1};
         ++m_used;
     } else {
         entry.first = entry.count > 0 ? std::min(entry.first, first) : first;
@@ -51,7 +51,7 @@ void NameIndex::Add(const HashedString<wchar_t>& name, std::size_t place) noexce
 }
 
 void NameIndex::Remove(const HashedString<wchar_t>& name, std::size_t place) noexcept {
-    Entry& entry = EntryOf(name.String());
+    Entry& entry = m_entries[EntryOf(name.String(), m_watches[place].hash)];
     --entry.count;
     if (entry.first == place) ++entry.first;
 }
@@ -69,7 +69,7 @@ void NameIndex::Rename(const HashedString<wchar_t>& from, const HashedString<wch
 }
 
 void NameIndex::SetFirstPlace(std::wstring_view name, std::size_t place) noexcept {
-    EntryOf(name).first = static_cast<std::uint32_t>(place);
+    m_entries[EntryOf(name, SeededNameHash(name))].first = static_cast<std::uint32_t>(place);
 }
 
 void NameIndex::ClearNames() {
@@ -96,11 +96,7 @@ void NameIndex::VacatePosition(std::size_t position, std::size_t numPlaces) {
 std::size_t NameIndex::EntryOf(std::wstring_view name, std::uint32_t hash) const {
     std::size_t i = hash & (m_entries.size() - 1);
     while (m_entries[i].count != kFree &&
-           !(m_entries[i].hash == hash && icompareW(m_entries[i].name.String(), name)))
+           !(m_entries[i].hash == hash && icompareW({m_entries[i].text, m_entries[i].length}, name)))
         i = (i + 1) & (m_entries.size() - 1);
     return i;
-}
-
-NameIndex::Entry& NameIndex::EntryOf(std::wstring_view name) {
-    return m_entries[EntryOf(name, SeededNameHash(name))];
 }

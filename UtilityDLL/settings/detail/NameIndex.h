@@ -28,7 +28,10 @@ public:
     ~IndexedName() = default;
 
     const HashedString<wchar_t>& Get() const { return m_name; }
-    UTILITYDLL_API void Set(const HashedString<wchar_t>& name) noexcept;
+    void Set(const HashedString<wchar_t>& name) noexcept {
+        if (m_watch) TellIndex(name);
+        m_name = name;
+    }
 
 private:
     template <typename Element> friend class NamedSequence;
@@ -38,7 +41,10 @@ private:
     struct Watch {
         NameIndex* index;
         std::uint32_t place;
+        std::uint32_t hash = 0; // of the name
     };
+
+    UTILITYDLL_API void TellIndex(const HashedString<wchar_t>& newName) const noexcept;
 
     HashedString<wchar_t> m_name;
     const Watch* m_watch = nullptr;
@@ -52,15 +58,23 @@ private:
 /// By position: the places in order, once one of them is empty.
 class UTILITYDLL_API NameIndex {
 public:
-    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-
     NameIndex() = default;
     NameIndex(const NameIndex&) = delete; // it is watched for
     NameIndex& operator=(const NameIndex&) = delete;
     ~NameIndex() = default;
 
-    /// No element of that name stands before this place; kNone when there is none at all.
-    std::size_t FirstPlace(std::wstring_view name) const;
+    /// What is known about a name that elements bear.
+    struct Entry {
+        HashedString<wchar_t> name;    // what one of them is or was called; keeps `text`
+        const wchar_t* text = nullptr; // a look-up goes there without a detour
+        std::uint32_t length = 0;
+        std::uint32_t hash = 0;
+        std::uint32_t first = 0; // no element of that name stands before this place
+        std::uint32_t count = kFree;
+    };
+
+    /// Null when no element bears that name.
+    const Entry* Find(std::wstring_view name) const;
 
     /// Makes sure that the next Add(), which is for this place, cannot fail.
     void MakeRoomFor(std::size_t place);
@@ -98,17 +112,11 @@ public:
     void ForgetOrder() { m_order.clear(); }
 
 private:
-    struct Entry {
-        HashedString<wchar_t> name; // what an element is called now; shares the text with it
-        std::uint32_t hash = 0;
-        std::uint32_t first = 0;
-        std::uint32_t count = kFree; // 0: there were some
-    };
-    static constexpr std::uint32_t kFree = 0xFFFFFFFF;
+    static constexpr std::uint32_t kFree =
+        0xFFFFFFFF; // as the count of an entry; 0 is for a name that is gone
 
     // The entry of the name, or the free one where it would be.
     std::size_t EntryOf(std::wstring_view name, std::uint32_t hash) const;
-    Entry& EntryOf(std::wstring_view name);
 
     std::vector<Entry> m_entries; // a power of two, at most half of them taken
     std::size_t m_used = 0;

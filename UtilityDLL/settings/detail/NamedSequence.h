@@ -33,14 +33,14 @@ public:
     const Element& operator[](std::size_t position) const { return m_places[PlaceAt(position)]; }
 
     /// The position of the first element of that name; Size() when there is none.
-    std::size_t Find(std::wstring_view name) const { return Scan(FirstPosition(name), name); }
+    std::size_t Find(std::wstring_view name) const { return Search(name).found; }
     std::size_t Find(std::wstring_view name) {
         if (m_index && m_index->IsStale()) IndexNames();
-        const std::size_t first = FirstPosition(name);
-        const std::size_t found = Scan(first, name);
-        if (found > first && found < Size() && m_index && !m_index->IsStale())
-            m_index->SetFirstPlace(name, PlaceAt(found)); // nobody need pass over those before it again
-        return found;
+        const SearchResult result = Search(name);
+        if (result.isIndexed && result.found > result.start)
+            m_index->SetFirstPlace(name,
+                                   PlaceAt(result.found)); // nobody need pass over those before it again
+        return result.found;
     }
 
     template <typename... Arguments> Element& Append(Arguments&&... arguments) {
@@ -67,7 +67,7 @@ public:
         if (!m_index->IsStale()) m_index->Remove(element.GetName(), place);
         element.m_name.m_watch = nullptr;
         element = Element();
-        if (m_index->NumPlaced() < m_places.Size() / 2) CloseUp();
+        if (m_index->NumPlaced() < m_places.Size() / 4) CloseUp();
     }
 
     void Clear() {
@@ -101,19 +101,32 @@ private:
         return m_index ? m_index->PlaceAt(position) : position;
     }
 
-    // No element of that name stands before this position.
-    std::size_t FirstPosition(std::wstring_view name) const {
-        if (!m_index || m_index->IsStale()) return 0;
-        const std::size_t place = m_index->FirstPlace(name);
-        return place != NameIndex::kNone ? m_index->PositionFrom(place) : Size();
+    struct SearchResult {
+        std::size_t found;      // Size() when there is none
+        std::size_t start;      // where the search began
+        bool isIndexed = false; // whether the index knows the name
+    };
+
+    SearchResult Search(std::wstring_view name) const {
+        if (!m_index || m_index->IsStale()) return {Scan(0, name), 0};
+        if (IsNamed(0, NameOutline(name), name))
+            return {0, 0}; // what is taken from the front needs no search
+        const NameIndex::Entry* const entry = m_index->Find(name);
+        if (!entry) return {Size(), Size()};
+        const std::size_t start = m_index->PositionFrom(entry->first);
+        const bool isHere = start < Size() && (*this)[start].GetName().SharesTextWith(entry->name);
+        return {isHere ? start : Scan(start, name), start, true};
+    }
+
+    bool IsNamed(std::size_t position, std::uint32_t outline, std::wstring_view name) const {
+        const HashedString<wchar_t>& candidate = (*this)[position].GetName();
+        return candidate.Outline() == outline && icompareW(candidate.String(), name);
     }
 
     std::size_t Scan(std::size_t position, std::wstring_view name) const {
         const std::uint32_t outline = NameOutline(name);
-        for (const std::size_t size = Size(); position < size; ++position) {
-            const HashedString<wchar_t>& candidate = (*this)[position].GetName();
-            if (candidate.Outline() == outline && icompareW(candidate.String(), name)) break;
-        }
+        const std::size_t size = Size();
+        while (position < size && !IsNamed(position, outline, name)) ++position;
         return position;
     }
 

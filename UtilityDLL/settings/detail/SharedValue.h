@@ -28,6 +28,9 @@ public:
         return m_body ? m_body->value : none;
     }
 
+    /// Whether both are one value in memory, or none.
+    bool SharesWith(const SharedValue& other) const { return m_body == other.m_body; }
+
 private:
     struct Body {
         T value;

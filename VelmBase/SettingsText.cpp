@@ -10,6 +10,11 @@
 #include <utility>
 
 namespace SETTINGS {
+
+struct LineCounter {
+    static void Set(Handler& handler, std::uint32_t lineNumber) { handler.m_lineNumber = lineNumber; }
+};
+
 namespace {
 
 bool IsTrimmed(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
@@ -134,7 +139,7 @@ ReadResult Read(const std::wstring& path, Handler& handler) {
     LineReader lines(file);
     bool insideSection = false;
     for (Bytes line; lines.Next(line);) {
-        handler.m_lineNumber = ++result.lineNumber;
+        LineCounter::Set(handler, ++result.lineNumber);
         line = Trimmed(line);
         if (line.empty()) continue;
         const std::size_t bracket = line.front() == '[' ? line.find(']') : Bytes::npos;
@@ -203,15 +208,15 @@ void Writer::Put(std::wstring_view text) {
         text.remove_prefix(piece.size());
         char* const bytes = m_block.data() + m_used;
         Code all = 0;
-        bool hasLineFeed = false;
+        Code hasLineFeed = 0; // as wide as a code, so that the loop goes several characters at a time
         for (std::size_t i = 0; i < piece.size(); ++i) {
             const auto code = static_cast<Code>(piece[i]);
             all |= code;
-            hasLineFeed |= code == '\n';
+            hasLineFeed |= static_cast<Code>(code == '\n');
             bytes[i] = static_cast<char>(code);
         }
         m_good = m_good && all <= 0xFF;
-        if (!hasLineFeed) {
+        if (hasLineFeed == 0) {
             m_used += piece.size();
             continue;
         }

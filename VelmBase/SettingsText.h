@@ -22,10 +22,6 @@ using Bytes = std::string_view;
 /// The characters of `bytes`, code for code.
 VELMBASE_API std::wstring Widened(Bytes bytes);
 
-struct ReadResult;
-class Handler;
-VELMBASE_API ReadResult Read(const std::wstring& path, Handler& handler);
-
 /// Takes what a settings file holds, in file order. The views end with the call.
 class Handler {
 public:
@@ -43,7 +39,7 @@ protected:
     std::uint32_t LineNumber() const { return m_lineNumber; }
 
 private:
-    friend ReadResult Read(const std::wstring& path, Handler& handler);
+    friend struct LineCounter; // of the reader
     std::uint32_t m_lineNumber = 0;
 };
 

@@ -254,7 +254,7 @@ TEST(ReplaceContents, TheTemporaryFileHasTheAccessListFromItsFirstMoment) {
             ++seen;
         }
     });
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < 50; ++i) {
         const int before = seen;
         EXPECT_TRUE(FILES::ReplaceContents(path, [&](const FILES::ContentSink& sink) {
             while (seen == before) std::this_thread::yield();
@@ -263,7 +263,7 @@ TEST(ReplaceContents, TheTemporaryFileHasTheAccessListFromItsFirstMoment) {
     }
     stop = true;
     watcher.join();
-    EXPECT_LE(300, seen);
+    EXPECT_LE(50, seen);
     EXPECT_EQ(0, others);
     EXPECT_EQ(access, AccessOf(path));
 }

@@ -9,9 +9,32 @@
 #include <algorithm>
 #include <exception>
 #include <iostream>
+#include <iterator>
 #include <sstream>
+#include <string_view>
 
 namespace {
+
+struct Command {
+    std::string_view name;
+    void (*add)(CLI::App& program);
+};
+constexpr Command kCommands[] = {
+    {"settings", AddSettingsCommand}, {"crc", AddCrcCommand},           {"colors", AddColorsCommand},
+    {"style", AddStyleCommand},       {"units", AddUnitsCommand},       {"transform", AddTransformCommand},
+    {"keywords", AddKeywordsCommand}, {"contours", AddContoursCommand},
+};
+
+// The command that the first argument names is made alone, since making all takes longer than most of them
+// do.
+void AddCommands(CLI::App& program, const std::vector<std::string>& arguments) {
+    const auto isNamed = [&](const Command& command) {
+        return !arguments.empty() && command.name == arguments.front();
+    };
+    const bool isAnyNamed = std::any_of(std::begin(kCommands), std::end(kCommands), isNamed);
+    for (const Command& command : kCommands)
+        if (!isAnyNamed || isNamed(command)) command.add(program);
+}
 
 // A caller that reads the output must learn that it is not all there.
 ExitCode Finished(ExitCode code) {
@@ -31,14 +54,7 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
     program.set_version_flag("--version", "chartutil 5.0.0.20");
     program.require_subcommand(1);
     program.allow_windows_style_options(false); // "/data/a.ini" is a path on every platform
-    AddSettingsCommand(program);
-    AddCrcCommand(program);
-    AddColorsCommand(program);
-    AddStyleCommand(program);
-    AddUnitsCommand(program);
-    AddTransformCommand(program);
-    AddKeywordsCommand(program);
-    AddContoursCommand(program);
+    AddCommands(program, arguments);
 
     try {
         std::reverse(arguments.begin(), arguments.end()); // CLI11 takes them from the back

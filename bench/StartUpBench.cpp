@@ -3,6 +3,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -50,7 +52,15 @@ void Run(const std::vector<std::string>& words) {
 }
 
 void Start(benchmark::State& state, const std::vector<std::string>& words) {
-    for (auto _ : state) Run(words);
+    using Clock = std::chrono::steady_clock;
+    auto shortest = Clock::duration::max();
+    for (auto _ : state) {
+        const Clock::time_point start = Clock::now();
+        Run(words);
+        shortest = std::min(shortest, Clock::now() - start);
+    }
+    // What a machine with other work to do shows best.
+    state.counters["shortest_us"] = std::chrono::duration<double, std::micro>(shortest).count();
 }
 
 std::string Beside(const char* program) {

@@ -32,6 +32,8 @@ for program in sorted((folder / "bin").glob("*Bench")):
             more.append(f"{row['bytes_per_second'] / 1e6:.0f} MB/s")
         if "bytes_per_file_byte" in row:
             more.append(f"{row['bytes_per_file_byte']:.2f} bytes in memory per byte of the file")
+        if "shortest_us" in row:
+            more.append(f"shortest {row['shortest_us']:.0f} us")
         counters.setdefault(task, {})[who] = ", ".join(more)
     print(f"\n## {program.name}\n")
     print("| task | who | time | peer / ours | more |\n|---|---|---|---|---|")

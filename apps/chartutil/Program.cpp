@@ -51,7 +51,7 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
                      "chartutil");
     program.footer("Exit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.\n"
                    "'chartutil COMMAND --help' explains a command and shows examples.");
-    program.set_version_flag("--version", "chartutil 5.0.0.20");
+    program.set_version_flag("--version", "chartutil " CHARTUTIL_VERSION);
     program.require_subcommand(1);
     program.allow_windows_style_options(false); // "/data/a.ini" is a path on every platform
     AddCommands(program, arguments);

@@ -16,7 +16,7 @@ TEST(Chartutil, ExplainsItselfAndItsExitCodes) {
 TEST(Chartutil, TellsItsVersion) {
     const ProgramResult result = RunChartutil({"--version"});
     EXPECT_EQ(0, result.exitCode);
-    EXPECT_THAT(result.output, StartsWith("chartutil 5.0.0.20"));
+    EXPECT_THAT(result.output, StartsWith("chartutil " PROJECT_VERSION));
 }
 
 TEST(Chartutil, JsonOfATextThatIsNoUtf8HasTheSignForIt) {

@@ -8,7 +8,7 @@ install(TARGETS ${package_targets} EXPORT UtilityDLLTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS chartutil RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-# A folder named private holds what only the sources beside it include.
+# A folder named private holds what only the sources of its library include.
 install(DIRECTORY VelmBase VelmConfigure UtilityDLL Framework DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILES_MATCHING PATTERN "*.h" PATTERN "posix" EXCLUDE PATTERN "win32" EXCLUDE PATTERN "private" EXCLUDE)
 install(DIRECTORY ${PROJECT_BINARY_DIR}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})

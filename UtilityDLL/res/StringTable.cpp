@@ -1,4 +1,4 @@
-#include "UtilityDLL/res/StringTable.h"
+#include "UtilityDLL/res/private/StringTable.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,6 @@
 #include "UtilityDLL/settings/CRCFile.h"
 
-#include "UtilityDLL/res/StringTable.h"
+#include "UtilityDLL/res/private/StringTable.h"
 #include "UtilityDLL/settings/detail/CRCTrailer.h"
 #include "VelmBase/CRCChecksum.h"
 #include "VelmBase/File.h"

@@ -1,6 +1,6 @@
 #include "UtilityDLL/settings/IniFile.h"
 
-#include "UtilityDLL/res/StringTable.h"
+#include "UtilityDLL/res/private/StringTable.h"
 #include "VelmBase/SettingsText.h"
 
 #include <algorithm>

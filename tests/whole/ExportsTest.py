@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Fails when a library exports a name that no public header declares as exported, or lacks a declared function.
+"""Fails when a library exports a name that no header declares as exported, or lacks a declared function.
 
 Usage: ExportsTest.py LIBRARY... --headers FOLDER... --nm NM --objdump OBJDUMP
 
@@ -165,7 +165,7 @@ def main():
             parts = owner.split("::")
             prefixes = {"::".join(parts[:count]) for count in range(1, len(parts) + 1)}
             if not prefixes & classes and owner not in functions | variables:
-                faults.append(f"{library.name} exports what no public header declares: {symbol}")
+                faults.append(f"{library.name} exports what no header declares: {symbol}")
     for name in sorted((functions | variables) - found):
         if not any(name.startswith(owner + "::") for owner in classes):
             faults.append(f"declared as exported, and in no library: {name}")

@@ -15,8 +15,9 @@ PAGE = "docs/architecture.md"
 ROOMS = "| Room | Stands on |"
 PLACES = "| Place | Headers besides the C++ library |"
 
-# Folders that belong to the room round them. The build takes one backend of a service and leaves the others.
+# The build takes one backend of a service and leaves the others.
 BACKENDS = {"posix", "win32", "qt", "noqt", "freetype"}
+# Folders that are no rooms of their own.
 INNER = BACKENDS | {"detail", "private"}
 # They see all rooms, and no room sees them.
 OUTSIDE = {"tests", "bench", "fuzz", "examples"}
@@ -50,11 +51,14 @@ class House:
         return rows
 
     def room(self, folder):
-        """The room that the folder belongs to; none when the table does not know it."""
+        """The room that the folder is or is a part of. In a room with rooms of their own, each has to be in the table."""
         parts = folder.split("/")
-        while parts and parts[-1] in INNER and "/".join(parts) not in self.rooms:
-            parts.pop()
-        return "/".join(parts) if "/".join(parts) in self.rooms else None
+        for count in range(len(parts), 0, -1):
+            room = "/".join(parts[:count])
+            if room in self.rooms:
+                has_rooms = any(other.startswith(room + "/") for other in self.rooms)
+                return None if has_rooms and not INNER.issuperset(parts[count:]) else room
+        return None
 
     def target(self, name):
         """The file that an include means: one of the tree, or one that the build makes of it."""
@@ -109,6 +113,10 @@ class House:
         backend = BACKENDS & set(folder.split("/"))
         if backend and not backend <= set(name.split("/")):
             return [f"{name} includes {include}, which is for its backend alone"]
+        if "private" in folder.split("/"):
+            library = include.split("/")[0]
+            if not name.startswith(library + "/") or name.endswith(".h") and "/private/" not in name:
+                return [f"{name} includes {include}, which is for the sources of {library} alone"]
         if include.endswith("/Export.h"):
             return []
         self.arrows.setdefault(unit(name), set()).add(unit(include))
@@ -161,7 +169,8 @@ def unit(name):
 PAGE_OF_THE_MADE_UP = f"""
 {ROOMS}
 |---|---|
-| `app` | `module`, `base` |
+| `app` | `app/window`, `module`, `base` |
+| `app/window` | `base` |
 | `module/upper` | `module/lower`, `base` |
 | `module/lower` | `base` |
 | `base` | nothing |
@@ -173,7 +182,8 @@ PAGE_OF_THE_MADE_UP = f"""
 """
 
 MADE_UP = {
-    "app/Main.cpp": '#include "module/upper/Shape.h"\n#include "base/Text.h"\n',
+    "app/Main.cpp": '#include "module/upper/Shape.h"\n#include "app/window/Frame.h"\n#include "base/Text.h"\n',
+    "app/window/Frame.h": '#include "base/detail/Piece.h"\n',
     "app/qt/Window.cpp": "#include <QWidget>\n",
     "module/upper/Shape.h": '#pragma once\n#include "module/Export.h"\n#include "module/lower/Point.h"\n',
     "module/upper/Shape.cpp": '#include "module/upper/Shape.h"\n\n#include "base/Text.h"\n#include <string>\n',
@@ -181,6 +191,10 @@ MADE_UP = {
     "module/lower/posix/Storage.h": "",
     "base/Text.h": "#include <string_view>\n#ifdef __GNUC__\n#endif\n",
     "base/Number.h": "",
+    "base/detail/Piece.h": "",
+    "base/parts/Text.h": '#include "base/Number.h"\n',
+    "base/private/Fast.h": "",
+    "base/Fast.cpp": '#include "base/private/Fast.h"\n',
     "base/posix/Text.cpp": '#include "base/Text.h"\n#include <sys/stat.h>\n#if defined(__linux__)\n#endif\n',
     "tests/base/TextTest.cpp": '#include "app/Anything.h"\n#include <gtest/gtest.h>\n',
 }
@@ -232,10 +246,15 @@ class Layers(unittest.TestCase):
             ({"base/Number.h": '#include "gdal.h"\n'}, "base/Number.h includes gdal.h, which is no file of the tree"),
             ({"base/Number.h": '#include "base/posix/Handle.h"\n', "base/posix/Handle.h": ""},
              "base/Number.h includes base/posix/Handle.h, which is for its backend alone"),
+            ({"module/upper/private/Secret.h": "", "app/Main.cpp": '#include "module/upper/private/Secret.h"\n'},
+             "app/Main.cpp includes module/upper/private/Secret.h, which is for the sources of module alone"),
+            ({"base/private/Secret.h": "", "base/Number.h": '#include "base/private/Secret.h"\n'},
+             "base/Number.h includes base/private/Secret.h, which is for the sources of base alone"),
             ({"base/Number.h": "#ifdef _WIN32\n#endif\n"}, "base/Number.h asks for its platform: _WIN32"),
             ({"tests/base/TextTest.cpp": "#if A && \\\n  !defined(__linux__)\n#endif\n"},
              "tests/base/TextTest.cpp asks for its platform: __linux__"),
             ({"module/attic/Old.cpp": ""}, f"module/attic/Old.cpp is in no room of {PAGE}"),
+            ({"app/attic/Old.cpp": ""}, f"app/attic/Old.cpp is in no room of {PAGE}"),
         ]:
             with self.subTest(fault):
                 self.assertEqual([fault], [found for found in faults_of(changes) if found == fault])

@@ -4,10 +4,10 @@
 #include "UtilityDLL/colors/DXFColor.h"
 #include "UtilityDLL/colors/HSVColor.h"
 #include "tests/support/ColorPrinters.h"
+#include "tests/support/Random.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <random>
 
 namespace {
 
@@ -25,18 +25,11 @@ int GreyStepByStep(const RGBColor& color) {
     return static_cast<int>(Rounded(Rounded(red + green) + blue));
 }
 
-bool HasFusedMultiplyAdd() {
-#ifdef __FMA__
-    return __builtin_cpu_supports("fma");
-#else
-    return false; // not a compiler or a processor that this test is for
-#endif
-}
-
 class FusedHost : public testing::Test {
 protected:
     void SetUp() override {
-        if (!HasFusedMultiplyAdd()) GTEST_SKIP() << "this processor has no fused multiply-add";
+        if (!HOST_CAN_FUSE)
+            GTEST_SKIP() << "this processor or compiler does not multiply and add in one step";
     }
 };
 
@@ -44,7 +37,7 @@ protected:
 
 // Guards the others: without it they could not fail.
 TEST_F(FusedHost, IsFused) {
-    std::mt19937 random(3);
+    Random random(3);
     int differing = 0;
     for (int i = 0; i < 10'000; ++i) {
         const double a = static_cast<double>(random()) / 3.0;
@@ -64,7 +57,7 @@ TEST_F(FusedHost, GreyScaleOfEveryColourIsTheLibrarys) {
 }
 
 TEST_F(FusedHost, HsvToRgbIsTheLibrarys) {
-    std::mt19937 random(5);
+    Random random(5);
     const auto share = [&] { return static_cast<float>(random() % 10'001) / 10'000.0f; };
     for (int i = 0; i < 1'000'000; ++i) {
         const float hue = Rounded(share() * 360.0f);
@@ -88,7 +81,7 @@ TEST_F(FusedHost, HsvToRgbIsTheLibrarys) {
 }
 
 TEST_F(FusedHost, RgbToHsvAndTheNearestIndexAreTheLibrarys) {
-    std::mt19937 random(7);
+    Random random(7);
     for (int i = 0; i < 1'000'000; ++i) {
         const RGBColor color(random());
         const float r = Rounded(Rounded(static_cast<float>(color.Red())) / 255.0f);

@@ -12,3 +12,8 @@ template <typename T> double GTL::Point2D<T>::Dist2D(const Point2D& other, bool 
 GTL_TEMPLATE(GTL::Point2D<int>);
 GTL_TEMPLATE(GTL::Point2D<float>);
 GTL_TEMPLATE(GTL::Point2D<double>);
+
+// Here, since a point's header needs the mapping's, and an instance needs the point.
+GTL_TEMPLATE(GTL::Transformation<GTL::Point2D<int>>);
+GTL_TEMPLATE(GTL::Transformation<GTL::Point2D<float>>);
+GTL_TEMPLATE(GTL::Transformation<GTL::Point2D<double>>);

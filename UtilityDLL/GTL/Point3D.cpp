@@ -12,3 +12,6 @@ template <typename T> double GTL::Point3D<T>::Dist3D(const Point3D& other, bool 
 
 GTL_TEMPLATE(GTL::Point3D<float>);
 GTL_TEMPLATE(GTL::Point3D<double>);
+
+GTL_TEMPLATE(GTL::Transformation<GTL::Point3D<float>>);
+GTL_TEMPLATE(GTL::Transformation<GTL::Point3D<double>>);

@@ -58,7 +58,12 @@ bool FobjSection::SetItem(const std::wstring& key, const std::wstring& value, bo
     return true;
 }
 
-bool FileObject::Open(const std::wstring& givenPath, int /*flags*/) {
+bool FileObject::Open(const std::wstring& path, int flags) {
+    std::uint32_t badLine = 0;
+    return Open(path, flags, badLine);
+}
+
+bool FileObject::Open(const std::wstring& givenPath, int /*flags*/, std::uint32_t& badLine) {
     const std::wstring path = givenPath; // an item goes with its section
     struct Collector : SETTINGS::Handler {
         explicit Collector(FileObject& target) : file(target) {}
@@ -76,7 +81,9 @@ bool FileObject::Open(const std::wstring& givenPath, int /*flags*/) {
     m_sections.clear();
     m_positions.clear();
     Collector collector(*this);
-    return SETTINGS::Read(path, collector).status == SETTINGS::ReadStatus::COMPLETE;
+    const SETTINGS::ReadResult result = SETTINGS::Read(path, collector);
+    badLine = result.status == SETTINGS::ReadStatus::BAD_HEADER ? result.lineNumber : 0;
+    return result.status == SETTINGS::ReadStatus::COMPLETE;
 }
 
 bool FileObject::Save(const std::wstring& path, int /*flags*/) const {

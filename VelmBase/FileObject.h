@@ -3,6 +3,7 @@
 #include "VelmBase/Export.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <string>
 #include <unordered_map>
@@ -48,6 +49,9 @@ public:
     /// name the last value stays. `flags` are the suite's file flags; a settings file has no use for them.
     /// False when the file cannot be read or has a bad header; what was read before stays.
     bool Open(const std::wstring& path, int flags);
+
+    /// The same; `badLine` gets the line of the bad header, from 1, or 0 when there is none.
+    bool Open(const std::wstring& path, int flags, std::uint32_t& badLine);
 
     /// Writes a settings file, whole or not at all, in a few kilobytes of memory. False when there is no
     /// section, when a text has a character above 255, when memory runs out, or when the file cannot be

@@ -143,6 +143,22 @@ TEST(FileObject, OpenKeepsWhatCameBeforeABadHeader) {
     EXPECT_THAT(Content(file), IsEmpty());
 }
 
+TEST(FileObject, OpenTellsTheLineOfABadHeader) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.col");
+    FileObject file;
+    std::uint32_t line = 7;
+    WriteBytes(path, "[a]\nk = 1\n\n []\n[b]\n");
+    EXPECT_FALSE(file.Open(path, 0, line));
+    EXPECT_EQ(4u, line);
+    EXPECT_FALSE(file.Open(folder.File(L"missing"), 0, line));
+    EXPECT_EQ(0u, line);
+    line = 7;
+    WriteBytes(path, "[a]\nk = 1\n[A]\n");
+    EXPECT_TRUE(file.Open(path, 0, line));
+    EXPECT_EQ(0u, line);
+}
+
 TEST(FileObject, SaveRefusesWhatNoFileCanHold) {
     const TemporaryFolder folder;
     EXPECT_FALSE(FileObject().Save(folder.File(L"a"), 0));

@@ -374,6 +374,16 @@ TEST_F(SettingsCommand, WrongUseIsToldApart) {
     }
 }
 
+TEST_F(SettingsCommand, ASaveNotesWhatOfAForeignFileDoesNotComeBack) {
+    WriteBytes(Native(), "[Chart]\nScale = 1\n= lost\n");
+    const ProgramResult result = Run("set", {"Chart", "Scale", "2"});
+    EXPECT_EQ(0, result.exitCode);
+    EXPECT_THAT(result.error, AllOf(HasSubstr("note: "), HasSubstr(Path()), HasSubstr("does not come back"),
+                                    HasSubstr("[Chart] \"\": the key name is empty")));
+    EXPECT_EQ("[Chart]\r\nScale = 2\r\n\r\n\r\n", Bytes());
+    EXPECT_EQ("", Run("set", {"Chart", "Scale", "3"}).error);
+}
+
 TEST(SampleProject, OneSectionWasEditedByHand) {
     const ProgramResult result =
         RunChartutil({"settings", "check", "--json", PROJECT_DATA_FOLDER "/sample-project.ini"});

@@ -1,65 +1,45 @@
 #include "apps/chartutil/files/SettingsFile.h"
 
-#include "VelmBase/SettingsText.h"
+#include "VelmBase/WideString.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 
-#include <algorithm>
-#include <set>
+#include <cstdint>
 
 namespace {
 
-// Takes sections until a name comes again, if names have to differ.
-struct Finder : SETTINGS::Handler {
-    bool OnSection(SETTINGS::Bytes name) override {
-        last = SETTINGS::Widened(name);
-        std::wstring capitals = last;
-        std::transform(capitals.begin(), capitals.end(), capitals.begin(), ToUpperW);
-        return names.insert(capitals).second || !namesDiffer;
-    }
-    void OnKey(SETTINGS::Bytes, SETTINGS::Bytes, SETTINGS::Bytes) override {}
-    bool namesDiffer = true;
-    std::set<std::wstring> names;
-    std::wstring last;
-};
-
-// Tells where reading a file stopped: the library's message has the line for one fault only.
-[[noreturn]] void ThrowFault(const UserText& path, bool namesDiffer) {
-    Finder finder;
-    finder.namesDiffer = namesDiffer;
-    const SETTINGS::ReadResult result = SETTINGS::Read(path.Wide(), finder);
-    const std::string place = path.Utf8() + ":" + std::to_string(result.lineNumber) + ": ";
-    switch (result.status) {
-    case SETTINGS::ReadStatus::BAD_HEADER:
-        throw CommandError(ExitCode::IO_ERROR,
-                           place + "a section has no name; write one between \"[\" and \"]\"");
-    case SETTINGS::ReadStatus::STOPPED:
-        throw CommandError(ExitCode::IO_ERROR,
-                           place + "the section " + InBrackets(finder.last) +
-                               " is there already (letter case does not count); rename or remove one of the "
-                               "two");
-    case SETTINGS::ReadStatus::NOT_OPENED:
-    case SETTINGS::ReadStatus::COMPLETE: // by now
-        break;
-    }
-    ThrowNotReadable(path);
+[[noreturn]] void ThrowAtLine(const UserText& path, std::uint32_t line, const std::string& what) {
+    throw CommandError(ExitCode::IO_ERROR, path.Utf8() + ":" + std::to_string(line) + ": " + what);
 }
+
+constexpr const char* kNamelessSection = "a section has no name; write one between \"[\" and \"]\"";
 
 } // namespace
 
 IniFile OpenSettings(const UserText& path) {
     IniFile file;
-    if (!file.Open(path.Wide())) ThrowFault(path, true);
-    return file;
+    IniFile::Fault fault;
+    if (file.Open(path.Wide(), fault)) return file;
+    if (fault.kind == IniFile::Fault::NAMELESS_SECTION) ThrowAtLine(path, fault.line, kNamelessSection);
+    if (fault.kind == IniFile::Fault::DUPLICATE_SECTION)
+        ThrowAtLine(path, fault.line,
+                    "the section " + InBrackets(fault.section) +
+                        " is there already (letter case does not count); rename or remove one of the two");
+    ThrowNotReadable(path);
 }
 
 FileObject OpenFileObject(const UserText& path) {
     FileObject file;
-    if (!file.Open(path.Wide(), 0)) ThrowFault(path, false);
-    return file;
+    std::uint32_t line = 0;
+    if (file.Open(path.Wide(), 0, line)) return file;
+    if (line > 0) ThrowAtLine(path, line, kNamelessSection);
+    ThrowNotReadable(path);
 }
 
 void SaveSettings(const IniFile& file, const UserText& path) {
+    if (const ErrorString storable = file.CheckStorable(); !storable)
+        PrintNote("chartutil: note: " + path.Utf8() + ": does not come back: " + ToUtf8(storable.Text()));
     if (!file.Save(path.Wide())) ThrowNotWritten(path.Utf8());
 }
 

@@ -14,7 +14,8 @@ IniFile OpenSettings(const UserText& path);
 /// The same for a reader that joins sections of one name.
 FileObject OpenFileObject(const UserText& path);
 
-/// Saves a settings file (ExitCode::IO_ERROR; a file there is then as it was).
+/// Saves a settings file (ExitCode::IO_ERROR; a file there is then as it was). A note tells what of it will
+/// not come back, such as a value without a name in a file of another program.
 void SaveSettings(const IniFile& file, const UserText& path);
 
 /// The section or key of that name, whatever its letter case (ExitCode::CHECK_FAILED when it is not there).

@@ -119,7 +119,7 @@ TEST(NumberText_Extract, EveryShortTextAgreesWithTheStandardStream) {
     std::vector<std::wstring> texts = {L""};
     for (std::size_t i = 0; texts[i].size() < 4; ++i)
         for (const wchar_t c : alphabet) texts.push_back(texts[i] + c);
-    for (const wchar_t* text : texts) ASSERT_TRUE(twin.AgreesForAllTypes(text));
+    for (const std::wstring& text : texts) ASSERT_TRUE(twin.AgreesForAllTypes(text));
     EXPECT_EQ(1u + 11 + 121 + 1331 + 14641, texts.size());
 }
 

@@ -1,6 +1,6 @@
 #include "apps/chartutil/drawing/PictureFile.h"
 #include "apps/chartutil/drawing/SvgFile.h"
-#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 #include "tests/support/TestFiles.h"
 
 #include <clocale>

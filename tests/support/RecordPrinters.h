@@ -26,7 +26,7 @@ template <HasOneLineForm Record> void PrintTo(const Record& record, std::ostream
 template <IsKeptInSections Record>
 requires(!HasOneLineForm<Record>) void PrintTo(const Record& record, std::ostream* out) {
     Section section;
-    record.Write(section);
+    (void)record.Write(section);
     for (int i = 0; i < section.NumKeys(); ++i)
         *out << (i > 0 ? ", " : "") << testing::PrintToString(section[i].GetName().String()) << " = "
              << testing::PrintToString(section[i].GetValue());

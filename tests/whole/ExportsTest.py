@@ -148,7 +148,7 @@ def main():
     classes, functions, variables = set(), set(), set()
     for folder in arguments.headers:
         for header in sorted(folder.rglob("*.h")):
-            if not {"posix", "win32", "qt", "freetype", "private"} & set(header.relative_to(folder).parts):
+            if not {"posix", "win32", "qt", "freetype"} & set(header.relative_to(folder).parts):
                 read_header(header, classes, functions, variables)
 
     found = set()

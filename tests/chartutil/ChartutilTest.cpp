@@ -1,7 +1,6 @@
 #include "tests/support/Program.h"
 
 #include <gmock/gmock.h>
-#include <nlohmann/json.hpp>
 
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
@@ -17,15 +16,6 @@ TEST(Chartutil, TellsItsVersion) {
     const ProgramResult result = RunChartutil({"--version"});
     EXPECT_EQ(0, result.exitCode);
     EXPECT_THAT(result.output, StartsWith("chartutil " PROJECT_VERSION));
-}
-
-TEST(Chartutil, JsonOfATextThatIsNoUtf8HasTheSignForIt) {
-    const ProgramResult line = RunChartutil({"style", "line", "A\xFFz,1,0,0,0", "--json"});
-    EXPECT_EQ(0, line.exitCode) << line.error;
-    EXPECT_EQ("A\uFFFDz", nlohmann::json::parse(line.output)["fields"][0]["given"]);
-    const ProgramResult missing = RunChartutil({"crc", "check", "no\xFF", "--json"});
-    EXPECT_EQ(3, missing.exitCode);
-    EXPECT_EQ("no\uFFFD", nlohmann::json::parse(missing.output)["files"][0]["file"]);
 }
 
 // A command that words a fault of its own makes its reader learn it anew.

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <pty.h>
-#include <regex>
+#include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -49,11 +49,30 @@ std::string OnTerminal(const std::vector<std::string>& arguments, std::string_vi
     return shown;
 }
 
+// The length of a colour of the program's own that `text` begins with; 0 when it begins with something else.
+std::size_t OwnColor(std::string_view text) {
+    for (const char* look : {"0", "1", "2", "31", "32", "33", "38;2;"}) {
+        const std::string begin = std::string("\x1b[") + look;
+        if (!text.starts_with(begin)) continue;
+        const bool isMixed = begin.back() == ';'; // numbers follow
+        const std::size_t end = isMixed ? text.find_first_not_of("0123456789;", begin.size()) : begin.size();
+        if (end < text.size() && text[end] == 'm') return end + 1;
+    }
+    return 0;
+}
+
 // The first byte that steers a terminal, as "\x07", apart from line breaks and the program's own colours.
 std::string FirstControl(const std::string& shown) {
-    static const std::regex ownColors("\x1b\\[(0|1|2|31|32|33|38;2;[0-9;]*)m");
-    static const std::regex lineBreaks("\r+\n"); // the terminal adds a carriage return of its own
-    const std::string text = std::regex_replace(std::regex_replace(shown, ownColors, ""), lineBreaks, "\n");
+    std::string text;
+    for (std::size_t i = 0; i < shown.size();) {
+        if (const std::size_t length = OwnColor(std::string_view(shown).substr(i)); length > 0) {
+            i += length;
+            continue;
+        }
+        if (shown[i] == '\n') // the terminal adds carriage returns of its own
+            text.resize(text.find_last_not_of('\r') + 1);
+        text += shown[i++];
+    }
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
         const auto before = static_cast<unsigned char>(i > 0 ? text[i - 1] : ' ');

@@ -64,7 +64,8 @@ bool FileObject::Open(const std::wstring& path, int flags) {
 }
 
 bool FileObject::Open(const std::wstring& givenPath, int /*flags*/, std::uint32_t& badLine) {
-    const std::wstring path = givenPath; // an item goes with its section
+    // An item goes with its section.
+    const std::wstring path = givenPath; // NOLINT(performance-unnecessary-copy-initialization)
     struct Collector : SETTINGS::Handler {
         explicit Collector(FileObject& target) : file(target) {}
         bool OnSection(SETTINGS::Bytes name) override {

@@ -58,7 +58,8 @@ ErrorString IniFile::Open(const std::wstring& path) {
 }
 
 ErrorString IniFile::Open(const std::wstring& givenPath, Fault& fault) {
-    const std::wstring path = givenPath; // the value of a key goes with its section
+    // The value of a key goes with its section.
+    const std::wstring path = givenPath; // NOLINT(performance-unnecessary-copy-initialization)
     struct Builder : SETTINGS::Handler {
         Builder(NamedSequence<Section>& target, Fault& where) : sections(target), fault(where) {}
         bool OnSection(SETTINGS::Bytes name) override {
@@ -145,7 +146,7 @@ ErrorString IniFile::CheckStorable() const {
             const std::wstring& keyName = key.GetName().String();
             if (const ErrorString fault = SETTINGS::CheckKeyLine(keyName, key.GetValue(), key.GetComments());
                 !fault)
-                return L"[" + name + L"] \"" + keyName + L"\": " + fault.Text();
+                return ErrorString(L"[") << name << L"] \"" << keyName << L"\": " << fault.Text();
         }
     }
     return {};

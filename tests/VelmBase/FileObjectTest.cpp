@@ -131,6 +131,7 @@ TEST(FileObject, LinesWithACommentAloneAreNoItems) {
     FileObject file;
     EXPECT_TRUE(file.Open(folder.File(L"a"), 0));
     EXPECT_THAT(Content(file), ElementsAre(L"[a]", L"k=1"));
+    EXPECT_EQ(nullptr, file.GetItem(L"a", L""));
 }
 
 TEST(FileObject, OpenKeepsWhatCameBeforeABadHeader) {
@@ -212,14 +213,4 @@ TEST(FileObject, OpenTakesItsPathFromAnItemOfItsOwn) {
     file.SetItem(L"P", L"Next", next, true);
     EXPECT_TRUE(file.Open(*file.GetItem(L"P", L"Next"), 0));
     EXPECT_THAT(Content(file), ElementsAre(L"[n]", L"a=1"));
-}
-
-TEST(FileObject, CommentLinesOfAFileAreNoItems) {
-    const TemporaryFolder folder;
-    const std::wstring path = folder.File(L"a.ini");
-    WriteBytes(path, "[s]\r\n;a comment line\r\na=1 ;why\r\n=nameless\r\n[t]\r\n;alone\r\n");
-    FileObject file;
-    EXPECT_TRUE(file.Open(path, 0));
-    EXPECT_THAT(Content(file), ElementsAre(L"[s]", L"a=1", L"[t]"));
-    EXPECT_EQ(nullptr, file.GetItem(L"s", L""));
 }

@@ -20,7 +20,7 @@ const NameIndex::Entry* NameIndex::Find(std::wstring_view name) const {
 
 void NameIndex::MakeRoomFor(std::size_t place) {
     while (m_watches.Size() <= place)
-        m_watches.EmplaceBack(this, static_cast<std::uint32_t>(m_watches.Size()));
+        m_watches.EmplaceBack(IndexedName::Watch{this, static_cast<std::uint32_t>(m_watches.Size())});
     if ((m_used + 1) * 2 <= m_entries.size()) return;
     const auto isAlive = [](const Entry& entry) { return entry.count != kFree && entry.count > 0; };
     const auto alive = static_cast<std::size_t>(std::count_if(m_entries.begin(), m_entries.end(), isAlive));

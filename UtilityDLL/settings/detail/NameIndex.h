@@ -22,7 +22,7 @@ public:
     IndexedName(HashedString<wchar_t> name) : m_name(std::move(name)) {}
     IndexedName(const IndexedName& other) noexcept : m_name(other.m_name) {}
     IndexedName& operator=(const IndexedName& other) noexcept {
-        Set(other.m_name);
+        if (this != &other) Set(other.m_name);
         return *this;
     }
     ~IndexedName() = default;

@@ -174,6 +174,7 @@ void Run(const CheckOptions& options) {
     if (!list.Load(options.file.Wide().c_str(), &remarks)) OpenSettings(options.file);
     if (!options.picture.empty()) SavePicture(ContourLegend(list, FileNameOf(options.file)), options.picture);
     std::vector<std::string> findings;
+    findings.reserve(remarks.size());
     for (const std::wstring& remark : remarks) findings.push_back(ToUtf8(remark));
     const std::string& path = options.file.Utf8();
     if (options.json) {

@@ -16,6 +16,7 @@ namespace {
 std::vector<Section*> ChosenSections(IniFile& file, const UserText& path,
                                      const std::vector<UserText>& names) {
     std::vector<Section*> chosen;
+    chosen.reserve(names.size());
     for (const UserText& name : names) chosen.push_back(&RequireSection(file, path, name));
     if (names.empty())
         for (int i = 0; i < file.NumSections(); ++i) chosen.push_back(&file[i]);

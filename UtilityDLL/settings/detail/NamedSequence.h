@@ -35,7 +35,8 @@ public:
     /// The position of the first element of that name; Size() when there is none.
     std::size_t Find(std::wstring_view name) const { return Search(name).found; }
     std::size_t Find(std::wstring_view name) {
-        if (m_index && m_index->IsStale()) IndexNames();
+        if (!m_index) return Scan(0, name);
+        if (m_index->IsStale()) IndexNames();
         const SearchResult result = Search(name);
         if (result.isIndexed && result.found > result.start)
             m_index->SetFirstPlace(name,
@@ -109,7 +110,7 @@ private:
 
     SearchResult Search(std::wstring_view name) const {
         if (!m_index || m_index->IsStale()) return {Scan(0, name), 0};
-        if (IsNamed(0, NameOutline(name), name))
+        if (IsNamed((*this)[0], NameOutline(name), name))
             return {0, 0}; // what is taken from the front needs no search
         const NameIndex::Entry* const entry = m_index->Find(name);
         if (!entry) return {Size(), Size()};
@@ -118,15 +119,18 @@ private:
         return {isHere ? start : Scan(start, name), start, true};
     }
 
-    bool IsNamed(std::size_t position, std::uint32_t outline, std::wstring_view name) const {
-        const HashedString<wchar_t>& candidate = (*this)[position].GetName();
-        return candidate.Outline() == outline && icompareW(candidate.String(), name);
+    static bool IsNamed(const Element& element, std::uint32_t outline, std::wstring_view name) {
+        const HashedString<wchar_t>& own = element.GetName();
+        return own.Outline() == outline && icompareW(own.String(), name);
     }
 
     std::size_t Scan(std::size_t position, std::wstring_view name) const {
         const std::uint32_t outline = NameOutline(name);
         const std::size_t size = Size();
-        while (position < size && !IsNamed(position, outline, name)) ++position;
+        if (IsSparse())
+            while (position < size && !IsNamed((*this)[position], outline, name)) ++position;
+        else // as most are: asking for each element's place takes longer than the comparison
+            while (position < size && !IsNamed(m_places[position], outline, name)) ++position;
         return position;
     }
 

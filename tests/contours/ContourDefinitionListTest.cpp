@@ -2,6 +2,7 @@
 
 #include "UtilityDLL/colors/DXFColor.h"
 #include "UtilityDLL/settings/IniFile.h"
+#include "tests/support/ContourRecords.h"
 #include "tests/support/Random.h"
 #include "tests/support/RecordPrinters.h"
 #include "tests/support/TestFiles.h"
@@ -456,30 +457,6 @@ std::string BytesByIniFile(const ContourDefinitionList& list) {
     }
     EXPECT_TRUE(file.Save(folder.File(L"twin.cdf")));
     return ReadBytes(folder.Path() / "twin.cdf");
-}
-
-// Likewise; nullopt when the file cannot be read.
-std::optional<std::vector<Info>> RecordsByIniFile(const std::wstring& path) {
-    IniFile opened;
-    if (!opened.Open(path)) return std::nullopt;
-    const IniFile& file = opened;
-    std::vector<Info> records;
-    for (int i = 0;; ++i) {
-        const Section& section = file[L"Contour(" + std::to_wstring(i) + L")"];
-        if (section.NumKeys() == 0) return records;
-        Info info;
-        int index = 0;
-        section[L"Color"] >> index;
-        auto color = static_cast<unsigned long>(DXFColor(index));
-        if (section.HasKey(L"TrueColor")) section[L"TrueColor"] >> color;
-        info.trueColor = static_cast<std::uint32_t>(color);
-        if (icompareW(section[L"LineType"].GetValue(), L"DASHED")) info.lineType = 1;
-        if (icompareW(section[L"LineType"].GetValue(), L"DOTTED")) info.lineType = 2;
-        section[L"Annotate"] >> info.annotate;
-        section[L"Level"] >> info.level;
-        section[L"LineWidth"] >> info.lineWidth;
-        records.push_back(info);
-    }
 }
 
 TEST(ContourDefinitionList_Save, GivesTheBytesThatTheSettingsStoreGives) {

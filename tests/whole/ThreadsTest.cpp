@@ -14,10 +14,10 @@
 #include "VelmBase/FormatString.h"
 #include "VelmConfigure/DataSearch.h"
 #include "tests/support/IniFiles.h"
+#include "tests/support/StartLine.h"
 
 #include <atomic>
 #include <gtest/gtest.h>
-#include <latch>
 #include <string>
 #include <thread>
 #include <utility>
@@ -29,12 +29,12 @@ constexpr int kThreads = 4;
 
 // What each of several threads, all begun at once, makes of `task(number of the thread)`.
 template <typename Task> auto AtOnce(Task task) {
-    std::latch start(kThreads);
+    StartLine start(kThreads);
     std::vector<decltype(task(0))> results(kThreads);
     std::vector<std::thread> threads;
     for (int t = 0; t < kThreads; ++t)
         threads.emplace_back([&, t] {
-            start.arrive_and_wait();
+            start.ArriveAndWait();
             results[static_cast<std::size_t>(t)] = task(t);
         });
     for (std::thread& thread : threads) thread.join();

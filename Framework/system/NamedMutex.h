@@ -7,10 +7,17 @@
 
 /// A mutex that everybody who knows its name shares: on Windows all programs of the session, elsewhere all of
 /// this process. It belongs to the thread that took it, which may take it again and gives it back as often.
+/// The name is free again when the last one of that name is gone, taken or not.
 class FRAMEWORK_API CNamedMutex {
 public:
-    /// Free, unless somebody else has the one of that name.
-    explicit CNamedMutex(const std::wstring& name);
+    enum NAMING : int {
+        SHARED, ///< the one of that name where there is one
+        OWN     ///< always a new one: where the name is in use already, nobody finds this one by it
+    };
+
+    /// Throws std::system_error, with the system's error code, when the system gives none: on Windows also
+    /// where SHARED finds something else under that name, or may not use it.
+    explicit CNamedMutex(const std::wstring& name, NAMING naming = SHARED);
     ~CNamedMutex();
     CNamedMutex(const CNamedMutex&) = delete;
     CNamedMutex& operator=(const CNamedMutex&) = delete;

@@ -5,6 +5,7 @@
 #include "Framework/system/WinThread.h"
 #include "Framework/windows/Wnd.h"
 
+#include <algorithm>
 #include <condition_variable>
 #include <cwchar>
 #include <iterator>
@@ -19,6 +20,9 @@ constexpr unsigned int kFinished = 2;
 
 constexpr unsigned int kMutexHeld = 0xFFFFFFFF;
 
+// Nobody waits longer, and the clock, which counts nanoseconds, could not say until when.
+constexpr std::chrono::hours kAnAge{24 * 36500};
+
 } // namespace
 
 void ThreadObject::CancelFunction() {}
@@ -28,7 +32,7 @@ ThreadObject::~ThreadObject() = default;
 struct Thread::Run {
     ThreadObject* workObject;
     bool keepRunning = true;
-    CWinThread* thread = nullptr; // null where the system gave none
+    bool hasThread = false; // stays so where the system gave none
 
     void Stop() { (void)__atomic_exchange_n(&keepRunning, false, __ATOMIC_SEQ_CST); }
     bool IsKept() const { return __atomic_load_n(&keepRunning, __ATOMIC_SEQ_CST); }
@@ -44,12 +48,15 @@ struct Thread::Shared {
     std::condition_variable workerGone;
     int numWorkers = 0;       // whose procedure has not returned
     std::shared_ptr<Run> run; // null while idle
-    std::unique_ptr<CNamedMutex>
-        mutex; // gone with the Thread, so that the next one at its address has its own
+    // Gone with the Thread, so that its name is free for the next one at that address.
+    std::unique_ptr<CNamedMutex> mutex;
     unsigned int exitCode = kFailed;
     std::shared_ptr<MessageTarget> caller;
 
-    explicit Shared(const std::wstring& name) : mutexName(name), mutex(std::make_unique<CNamedMutex>(name)) {}
+    // A mutex of its own: on Windows another program may have a Thread at the same address, and neither
+    // is to keep the other from its work.
+    explicit Shared(const std::wstring& name)
+        : mutexName(name), mutex(std::make_unique<CNamedMutex>(name, CNamedMutex::OWN)) {}
 
     bool TakeMutex();
     void PostEndMessage();
@@ -137,6 +144,7 @@ Thread::~Thread() {
 }
 
 bool Thread::Start(ThreadObject* object) {
+    if (!object) return false;
     const auto run = std::make_shared<Run>(Run{object});
     auto worker = std::make_unique<Worker>(Worker{m_shared, run});
     {
@@ -154,7 +162,7 @@ bool Thread::Start(ThreadObject* object) {
     (void)worker.release(); // the thread's own from here on
     {
         const std::lock_guard lock(m_shared->guard);
-        run->thread = thread;
+        run->hasThread = true;
         ++m_shared->numWorkers;
     }
     thread->ResumeThread();
@@ -169,15 +177,15 @@ void Thread::Stop() {
 bool Thread::WaitForEnd(std::chrono::milliseconds longest) const {
     std::unique_lock lock(m_shared->guard);
     const auto isOver = [&] { return m_shared->numWorkers == 0; };
-    if (longest != std::chrono::milliseconds::max())
-        return m_shared->workerGone.wait_for(lock, longest, isOver);
+    if (longest < kAnAge)
+        return m_shared->workerGone.wait_for(lock, std::max(longest, std::chrono::milliseconds(0)), isOver);
     m_shared->workerGone.wait(lock, isOver);
     return true;
 }
 
 bool Thread::IsRunning() const {
     const std::lock_guard lock(m_shared->guard);
-    return m_shared->run && m_shared->run->thread;
+    return m_shared->run && m_shared->run->hasThread;
 }
 
 unsigned int Thread::ExitCode() const {

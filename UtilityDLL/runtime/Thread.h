@@ -68,8 +68,13 @@ public:
     Thread(const Thread&) = delete;
     Thread& operator=(const Thread&) = delete;
 
-    /// Begins a run of `object`, which stays the caller's. False when one is running, and nothing changes;
-    /// false too when the system gives no thread: HandleEndThread() then makes this ready for another try.
+    /// Begins a run of `object`, which stays the caller's. False when one is running or `object` is null, and
+    /// nothing changes; false too when the system gives no thread: HandleEndThread() then makes this ready
+    /// for another try.
+    ///
+    /// The worker ends at once, without a step and without END_MESSAGE, where another thread holds the mutex
+    /// of MutexName() just then: a host, or the worker of a run that HandleEndThread() gave up. This is then
+    /// running until HandleEndThread().
     bool Start(ThreadObject* object);
 
     /// Asks the run to end after its current step, or within a step that looks. Does not wait.
@@ -77,24 +82,26 @@ public:
 
     /// Waits until the worker of each run has ended, its message posted, or the time is over; false in that
     /// case. To be called by any thread but the worker. Runs that HandleEndThread() gave up are waited for as
-    /// well.
+    /// well. This is how a host without an event loop learns of the end; nothing is polled.
     bool WaitForEnd(std::chrono::milliseconds longest = std::chrono::milliseconds::max()) const;
 
-    /// From Start() until the worker is done.
+    /// From Start() until the worker's last step is done, shortly before END_MESSAGE is posted: from then on
+    /// Start() may be called again.
     bool IsRunning() const;
 
     /// 1 when the last run that ended was a success, else 0; 0 before the first.
     unsigned int ExitCode() const;
 
-    /// The window that gets END_MESSAGE, null for none. It may be destroyed at any time; the message is then
-    /// lost.
+    /// The window that gets END_MESSAGE of the runs that have not ended yet, null for none. It may be
+    /// destroyed at any time; the message is then lost.
     void SetCaller(CWnd* window);
 
-    /// The name of the mutex that keeps this object from running two workers at once: "Thread[address]".
+    /// The name of the mutex that keeps this object from running two workers at once: "Thread[address]", with
+    /// the address as the system writes one.
     const std::wstring& MutexName() const;
 
     /// Gives the current run up, and posts END_MESSAGE to the caller: for a host that ended it by itself. A
-    /// worker that is still in a step ends after it, without a word.
+    /// worker that is still in a step ends after it, without a word; ExitCode() stays that of the run before.
     void HandleEndThread();
 
 private:

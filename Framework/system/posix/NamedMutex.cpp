@@ -32,20 +32,19 @@ struct CNamedMutex::Native {
     std::shared_ptr<Shared> shared;
 };
 
-CNamedMutex::CNamedMutex(const std::wstring& name) : m_native(new Native{name, nullptr}) {
+CNamedMutex::CNamedMutex(const std::wstring& name, NAMING naming) : m_native(std::make_unique<Native>()) {
+    m_native->name = name;
+    m_native->shared = std::make_shared<Shared>();
     Names& names = AllNames();
     const std::lock_guard lock(names.guard);
-    std::weak_ptr<Shared>& known = names.byName[name];
-    m_native->shared = known.lock();
-    if (m_native->shared) return;
-    m_native->shared = std::make_shared<Shared>();
-    known = m_native->shared;
+    const auto [known, isNew] = names.byName.try_emplace(name, m_native->shared);
+    if (!isNew && naming == SHARED) m_native->shared = known->second.lock();
 }
 
 CNamedMutex::~CNamedMutex() {
     Names& names = AllNames();
     const std::lock_guard lock(names.guard);
-    m_native->shared.reset();
+    m_native->shared.reset(); // under the lock, so that every name in the table has its mutex
     const auto known = names.byName.find(m_native->name);
     if (known != names.byName.end() && known->second.expired()) names.byName.erase(known);
 }

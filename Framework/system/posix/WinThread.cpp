@@ -16,15 +16,21 @@ namespace {
 // still gets a third of a processor that somebody else wants whole.
 constexpr int kBelowNormalNice = 5;
 
-// Keeps the library of that code loaded. The last one is remembered, since a program's workers begin at few
-// places and the question costs as much as starting a thread.
-void Pin(CWinThread::Procedure procedure) {
+// Keeps the library of that code loaded.
+void Pin(void* code) {
+    Dl_info library;
+    if (dladdr(code, &library) == 0) return;
+    if (void* const handle = dlopen(library.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE))
+        dlclose(handle);
+}
+
+// Keeps the procedure's library and this one loaded. The last procedure is remembered, since a program's
+// workers begin at few places and the questions cost as much as starting a thread.
+void PinAll(CWinThread::Procedure procedure, void* (*run)(void*)) {
     static std::atomic<CWinThread::Procedure> last{nullptr};
     if (last.load(std::memory_order_relaxed) == procedure) return;
-    Dl_info library;
-    if (dladdr(reinterpret_cast<void*>(procedure), &library) != 0)
-        if (void* const handle = dlopen(library.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE))
-            dlclose(handle);
+    Pin(reinterpret_cast<void*>(procedure));
+    Pin(reinterpret_cast<void*>(run));
     last.store(procedure, std::memory_order_relaxed);
 }
 
@@ -67,7 +73,7 @@ CWinThread* CWinThread::BeginSuspended(Procedure procedure, void* argument, int 
         return nullptr;
     }
     sem_init(&native->resumed, 0, 0);
-    Pin(procedure);
+    PinAll(procedure, &Native::Run);
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
@@ -79,4 +85,6 @@ CWinThread* CWinThread::BeginSuspended(Procedure procedure, void* argument, int 
     return nullptr;
 }
 
+// The thread may end and delete this before the call returns: a semaphore is not touched any more once a
+// waiter has got what was posted.
 void CWinThread::ResumeThread() { sem_post(&m_native->resumed); }

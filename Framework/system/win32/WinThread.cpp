@@ -54,8 +54,6 @@ CWinThread* CWinThread::BeginSuspended(Procedure procedure, void* argument, int 
     return thread;
 }
 
-// The thread may end and delete this before the call returns; it has its own copy of what it needs.
-void CWinThread::ResumeThread() {
-    const HANDLE thread = m_native->thread;
-    ::ResumeThread(thread);
-}
+// The thread may end, and close its handle, before the call returns, but not before the system has looked the
+// handle up.
+void CWinThread::ResumeThread() { ::ResumeThread(m_native->thread); }

@@ -13,9 +13,19 @@ public:
 
     Guarded& operator=(const Guarded& other) { return *this = other.Get(); }
     Guarded& operator=(Guarded&& other) noexcept { return *this = other.Take(); }
-    Guarded& operator=(T value) {
+    Guarded& operator=(const T& value) { // in the room of the old one, where there is enough
+        const std::lock_guard lock(m_guard);
+        m_value = value;
+        return *this;
+    }
+    Guarded& operator=(T&& value) {
         const std::lock_guard lock(m_guard);
         std::swap(m_value, value); // the old one is let go outside the lock
+        return *this;
+    }
+    Guarded& operator+=(const T& more) {
+        const std::lock_guard lock(m_guard);
+        m_value += more;
         return *this;
     }
 
@@ -23,6 +33,7 @@ public:
         const std::lock_guard lock(m_guard);
         return m_value;
     }
+    operator T() const { return Get(); }
 
 private:
     T Take() {

@@ -2,6 +2,7 @@
 // the calling convention of these systems.
 
 #include "UtilityDLL/GTL/GeoPrimitive.h"
+#include "UtilityDLL/runtime/Thread.h"
 
 #include <cstddef>
 #include <cstring>
@@ -32,6 +33,16 @@ TYPED_TEST(VirtualTableOf, VirtualOperationsStandInTheirSlots) {
     EXPECT_EQ(5, Slot(&Shape::Transform));
     EXPECT_EQ(6, Slot(&Shape::Update));
     EXPECT_EQ(1, Slot(&GTL::Transformation<P>::Apply));
+}
+
+struct Work : ThreadObject {
+    using ThreadObject::CancelFunction;
+};
+
+TEST(VirtualTable, WorkOfAThreadHasItsDestructorBehindItsOperations) {
+    constexpr int kNoDestructor = -2; // none stands before these
+    EXPECT_EQ(1, Slot(&ThreadObject::Run) - kNoDestructor);
+    EXPECT_EQ(2, Slot(&Work::CancelFunction) - kNoDestructor);
 }
 
 } // namespace

@@ -1,0 +1,13 @@
+#pragma once
+
+/// A shared library by its path in the system's narrow text; null when it cannot be loaded.
+void* LoadSharedLibrary(const char* path);
+
+/// A function of it; null when it has none of that name.
+void* FunctionOf(void* library, const char* name);
+
+/// Gives back what LoadSharedLibrary() gave.
+void UnloadSharedLibrary(void* library);
+
+/// Whether the process has it, whoever loaded it.
+bool IsLoaded(const char* path);

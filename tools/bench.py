@@ -3,7 +3,7 @@
 
 usage: tools/bench.py [BUILD_FOLDER] [NAME_PART...]
 The ratio is the peer's time divided by ours: above 1 we are faster. Times are medians of five repetitions: processor
-times, or the time on the clock where a benchmark asks for it (whole processes)."""
+times, or the time on the clock where a benchmark asks for it (whole processes, threads)."""
 import json
 import pathlib
 import subprocess
@@ -23,7 +23,7 @@ for program in sorted((folder / "bin").glob("*Bench")):
     for row in json.loads(output)["benchmarks"]:
         if row.get("aggregate_name") != "median":
             continue
-        name = row["run_name"].removesuffix("/real_time")
+        name = row["run_name"].removesuffix("/real_time").removesuffix("/manual_time")
         time = "cpu_time" if name == row["run_name"] else "real_time"
         task, who = name.rsplit("/", 1) if "/" in name else (name, "ours")
         tasks.setdefault(task, {})[who] = (row[time], row["time_unit"])

@@ -5,67 +5,93 @@
 #include "VelmBase/ErrorString.h"
 
 #include <memory>
-#include <mutex>
 
-// A host may have included the header of Windows, which makes this name one of its own.
+// A host may have included the header of Windows, which makes this name one of its own; it may do so later as
+// well. Calls are then compiled as PostMessageW.
 #pragma push_macro("PostMessage")
 #undef PostMessage
 
 class CWnd;
-class NativeWindow;
+class MessageQueue;
 
 /// Where messages for a window are left. It outlives the window, so that a thread which knows no more of the
 /// window than this can never touch one that is gone.
 class FRAMEWORK_API MessageTarget {
 public:
-    /// Leaves a message for the window, from any thread, and does not wait: the window gets it in its own
-    /// thread, out of the host's event loop. False when there is no window (not created yet, or destroyed):
-    /// nobody gets it.
+    MessageTarget();
+    ~MessageTarget();
+
+    /// Leaves a message for the window, from any thread, and does not wait. The window gets it once, both
+    /// parameters as they are, in its own thread, out of the host's event loop, and in the order in which
+    /// messages were left. There may be any number of them.
+    ///
+    /// False when nobody will get it: there is no window (not created yet, or destroyed), or the system has
+    /// no memory or no room in the thread's own queue.
     bool Post(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
     friend CWnd;
-    std::mutex m_guard;
-    NativeWindow* m_window = nullptr; // null while there is none
+    const std::unique_ptr<MessageQueue> m_queue;
 };
 
 /// A window that receives messages. It is made, used and destroyed by the thread of the user interface; only
 /// posting is for every thread.
+///
+/// That thread is on Linux the one that made the QApplication, on Windows any that runs an event loop, be it
+/// the host's or that of a dialog. Messages come out of each event loop of the thread, also out of one that
+/// runs inside WindowProc(). A host without an event loop has no use for windows.
+///
+/// Linux needs a QApplication from Create() on, and the module utilitydll/FrameworkWindows.so, which is
+/// looked for in the folder that this library was loaded from. Nothing else of the library needs Qt.
 class FRAMEWORK_API CWnd {
 public:
     CWnd();
 
-    /// Destroys the window as well; messages that wait for it are dropped.
+    /// Destroys the window as well; messages that wait for it are dropped. A window may delete itself in its
+    /// WindowProc(), and may live longer than the QApplication.
     virtual ~CWnd();
     CWnd(const CWnd&) = delete;
     CWnd& operator=(const CWnd&) = delete;
 
-    /// Makes the window, hidden. On failure the text says what is missing; this is then a window without
-    /// messages, as before.
+    /// Makes the window, hidden. Success, and nothing happens, when it is there already.
+    ///
+    /// On failure the text says what is missing: the module or a library that it needs, with the Debian
+    /// package that has it; a module of this version; the QApplication; the right thread. This is then a
+    /// window without messages, as before, and may be tried again.
     ErrorString Create();
 
-    /// Destroys the window; nothing happens when there is none.
+    /// Destroys the window and drops the messages that wait for it; nothing happens when there is none.
+    /// Create() may make another.
     void DestroyWindow();
 
-    /// The system's own window: a QWidget* on Linux, an HWND on Windows. Null when there is none.
+    /// The system's own window: a QWidget* on Linux, an HWND on Windows. It stays this object's; a host may
+    /// place it in its own windows. Null when there is none: not created, or destroyed by this, by the host,
+    /// with the window it was placed in, or with the QApplication.
     void* NativeHandle() const;
 
-    /// As MessageTarget::Post().
+    /// As MessageTarget::Post(); for threads that know that this object is there.
     bool PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     bool PostMessageW(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
         return m_target->Post(message, wParam, lParam);
     }
 
-    /// For threads that may outlive this window.
+    /// For threads that may outlive this window. The same for as long as this object lives, whether there is
+    /// a window or not.
     const std::shared_ptr<MessageTarget>& Target() const { return m_target; }
 
 protected:
-    /// Called for each message that was posted, in the thread of the user interface. Returns 0 here.
+    /// Called for each message that was posted, in the thread of the user interface. On Windows also for
+    /// those from 1024 (WM_USER) to 49151 that somebody posts or sends to the HWND itself. Returns 0 here,
+    /// and what it returns goes to those who sent.
+    ///
+    /// An exception that leaves it ends there, as event loops cannot let one through: the message counts as
+    /// handled, the answer is 0, and the next message comes.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
+    struct Native;
     std::shared_ptr<MessageTarget> m_target;
-    std::unique_ptr<NativeWindow> m_window;
+    std::unique_ptr<Native> m_native; // null when there is no window
 };
 
 #pragma pop_macro("PostMessage")

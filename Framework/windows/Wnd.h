@@ -6,8 +6,8 @@
 
 #include <memory>
 
-// A host may have included the header of Windows, which makes this name one of its own; it may do so later as
-// well. Calls are then compiled as PostMessageW.
+// A host may have included the header of Windows, or will: a macro there turns this name into one of the two
+// that follow it below. Here it stands for itself.
 #pragma push_macro("PostMessage")
 #undef PostMessage
 
@@ -72,6 +72,9 @@ public:
     /// As MessageTarget::Post(); for threads that know that this object is there.
     bool PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     bool PostMessageW(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+        return m_target->Post(message, wParam, lParam);
+    }
+    bool PostMessageA(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
         return m_target->Post(message, wParam, lParam);
     }
 

@@ -137,8 +137,8 @@ TEST(PictureModule, MachineWithoutFontsMakesPictures) {
 }
 
 TEST(PictureModule, ProgramAndLibrariesNeedNoQt) {
-    EXPECT_THAT(Libraries(ChartutilPath()),
-                AllOf(HasSubstr("UtilityDLL.so"), HasSubstr("VelmBaseR.so"), Not(HasSubstr("Qt"))));
+    EXPECT_THAT(Libraries(ChartutilPath()), AllOf(HasSubstr("UtilityDLL.so"), HasSubstr("Framework.so"),
+                                                  HasSubstr("VelmBaseR.so"), Not(HasSubstr("Qt"))));
 }
 
 TEST(PictureModule, ErrorSaysWhatIsMissingAndWhere) {

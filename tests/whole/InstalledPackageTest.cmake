@@ -1,7 +1,8 @@
 # Uses the package as a host does, after `cmake --install` into a folder of its own. One step a call:
 #   Install       fills WORK/prefix
-#   FindPackage   builds EXAMPLE by find_package and runs it
+#   FindPackage   builds EXAMPLES/settings-host by find_package and runs it
 #   PkgConfig     the same with the flags of pkg-config
+#   WorkerHost    the same with the example that has windows of Qt and a worker thread
 #   Headers       compiles every installed header alone; what is in a folder named private is not installed
 cmake_minimum_required(VERSION 3.25)
 set(prefix ${WORK}/prefix)
@@ -23,6 +24,23 @@ function(expect text)
     if(position EQUAL -1)
         message(FATAL_ERROR "expected \"${text}\" in:\n${output}")
     endif()
+endfunction()
+
+# build_example(<name>): builds the example against the package; its path is in `program`.
+function(build_example name)
+    set(build ${WORK}/build-${name})
+    file(REMOVE_RECURSE ${build})
+    set(options -G ${GENERATOR} -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_CXX_FLAGS=${sanitize})
+    if(TOOLCHAIN) # which keeps find_package from looking outside the target's own folders
+        list(APPEND options -D CMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}
+            -D UtilityDLL_DIR=${prefix}/${LIBRARIES}/cmake/UtilityDLL)
+    else()
+        list(APPEND options -D CMAKE_PREFIX_PATH=${prefix})
+    endif()
+    must(${CMAKE_COMMAND} -S ${EXAMPLES}/${name} -B ${build} ${options})
+    must(${CMAKE_COMMAND} --build ${build})
+    file(GLOB program ${build}/${name} ${build}/${name}.exe)
+    set(program ${program} PARENT_SCOPE)
 endfunction()
 
 # The example counts its runs in a sealed settings file in the current folder.
@@ -74,19 +92,25 @@ if(STEP STREQUAL Install)
         endforeach()
     endif()
 elseif(STEP STREQUAL FindPackage)
-    set(build ${WORK}/build)
-    file(REMOVE_RECURSE ${build})
-    set(options -G ${GENERATOR} -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_CXX_FLAGS=${sanitize})
-    if(TOOLCHAIN) # which keeps find_package from looking outside the target's own folders
-        list(APPEND options -D CMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}
-            -D UtilityDLL_DIR=${prefix}/${LIBRARIES}/cmake/UtilityDLL)
-    else()
-        list(APPEND options -D CMAKE_PREFIX_PATH=${prefix})
-    endif()
-    must(${CMAKE_COMMAND} -S ${EXAMPLE} -B ${build} ${options})
-    must(${CMAKE_COMMAND} --build ${build})
-    file(GLOB program ${build}/settings-host ${build}/settings-host.exe)
+    build_example(settings-host)
     run_example(${program})
+elseif(STEP STREQUAL WorkerHost)
+    # It fingerprints the installed headers, and ends by the message of the end.
+    build_example(worker-host)
+    file(GLOB_RECURSE headers ${prefix}/include/*)
+    list(LENGTH headers count)
+    must(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=${WORK} ${program} ${prefix}/include --quit)
+    expect("${count} files: ")
+    # The library looks for its module for windows in its own place.
+    set(module ${prefix}/${LIBRARIES}/utilitydll/FrameworkWindows.so)
+    file(RENAME ${module} ${WORK}/FrameworkWindows.so)
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=${WORK}
+        ${program} ${prefix}/include --quit RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    file(RENAME ${WORK}/FrameworkWindows.so ${module})
+    if(result EQUAL 0)
+        message(FATAL_ERROR "the example ended well without the module:\n${output}")
+    endif()
+    expect("this program has no ${module}")
 elseif(STEP STREQUAL PkgConfig)
     set(ENV{PKG_CONFIG_LIBDIR} ${prefix}/${LIBRARIES}/pkgconfig)
     must(pkg-config --modversion utilitydll)
@@ -95,7 +119,7 @@ elseif(STEP STREQUAL PkgConfig)
     separate_arguments(flags UNIX_COMMAND "${output}")
     file(MAKE_DIRECTORY ${WORK}/pkg-config)
     set(program ${WORK}/pkg-config/settings-host.exe)
-    must(${COMPILER} ${EXAMPLE}/main.cpp -o ${program} ${sanitize} ${flags})
+    must(${COMPILER} ${EXAMPLES}/settings-host/main.cpp -o ${program} ${sanitize} ${flags})
     run_example(${program})
 elseif(STEP STREQUAL Headers)
     file(GLOB_RECURSE headers RELATIVE ${prefix}/include ${prefix}/include/*.h)

@@ -84,13 +84,12 @@ ContextRegistry::~ContextRegistry() {
 ContextRegistry::Context* ContextRegistry::Find(std::wstring_view name, std::uint64_t hash) const {
     if (m_contexts.empty()) return nullptr;
     Context* context = m_contexts[hash & (m_contexts.size() - 1)];
-    while (context && !(context->m_hash == hash && context->m_name == name))
-        context = context->m_nextInBucket;
+    while (context && !(context->m_hash == hash && context->IsNamed(name))) context = context->m_nextInBucket;
     return context;
 }
 
 ContextRegistry::Context& ContextRegistry::At(std::wstring_view name) {
-    if (m_latest && m_latest->m_name == name) return *m_latest;
+    if (m_latest && m_latest->IsNamed(name)) return *m_latest;
     const std::uint64_t hash = m_hash(name);
     if (Context* const context = Find(name, hash)) return *(m_latest = context);
     MakeRoomForContext();

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -112,6 +113,11 @@ private:
     friend class ContextRegistry;
     friend class Walk;
 
+    // By bytes, which is quicker than by characters where no order is asked for.
+    bool IsNamed(std::wstring_view name) const {
+        return name.size() == m_name.size() &&
+               std::memcmp(name.data(), m_name.data(), name.size() * sizeof(wchar_t)) == 0;
+    }
     void MakeRoomFor(std::size_t count);
     void Append(Subscription& subscription) noexcept;
     void Vacate(std::size_t place) noexcept;

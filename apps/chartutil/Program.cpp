@@ -3,6 +3,7 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <CLI/CLI.hpp>
 
@@ -67,6 +68,9 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
         const std::string text = message.str();
         PrintNote(std::string_view(text).substr(0, text.find_last_not_of('\n') + 1));
         return ExitCode::WRONG_USE;
+    } catch (const Interrupted& interrupted) {
+        PrintNote("chartutil: " + interrupted.text);
+        return Finished(ExitCode::IO_ERROR);
     } catch (const CommandExit& exit) {
         return Finished(exit.code);
     } catch (const CommandError& error) {

@@ -1,7 +1,10 @@
 #include "apps/chartutil/Program.h"
 #include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/work/Interrupt.h"
 
 int main(int argc, char** argv) {
     PrepareConsole();
-    return static_cast<int>(RunProgram(Utf8Arguments(argc, argv)));
+    const ExitCode code = RunProgram(Utf8Arguments(argc, argv));
+    EndIfInterrupted();
+    return static_cast<int>(code);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/chartutil/terminal/UserText.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <CLI/CLI.hpp>
 
@@ -14,14 +15,26 @@ template <typename Options> struct NewCommand {
     Options& options;
 };
 
-/// Adds a command with options of its own, which `run` gets when the user asks for the command.
+/// Whether these options ask for long work: what their IsLong() says, and no without one.
+template <typename Options> bool IsLong(const Options& options) {
+    if constexpr (requires { options.IsLong(); })
+        return options.IsLong();
+    else
+        return false;
+}
+
+/// Adds a command with options of its own, which `run` gets when the user asks for the command. Ctrl-C stops
+/// it in good order.
 template <typename Options>
 NewCommand<Options> AddCommand(CLI::App& parent, const char* name, const char* what,
                                void (*run)(const Options&), const std::string& footer) {
     CLI::App& app = *parent.add_subcommand(name, what);
     const auto options = std::make_shared<Options>();
     app.footer(footer);
-    app.callback([options, run] { run(*options); });
+    app.callback([options, run] {
+        const auto work = [&] { run(*options); };
+        IsLong(*options) ? DoLongWork(work) : DoShortWork(work);
+    });
     return {app, *options};
 }
 

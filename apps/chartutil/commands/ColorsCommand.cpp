@@ -15,6 +15,7 @@
 #include "apps/chartutil/terminal/HexText.h"
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/terminal/Numbers.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <nlohmann/json.hpp>
 
@@ -72,6 +73,8 @@ void Run(const NearestOptions& options) {
 struct PaletteOptions {
     std::string picture;
     bool json = false;
+
+    bool IsLong() const { return !picture.empty(); }
 };
 
 void Run(const PaletteOptions& options) {
@@ -100,6 +103,8 @@ struct TableOptions {
     std::string picture;
     bool dxf = false;
     bool json = false;
+
+    bool IsLong() const { return !picture.empty() || IsMuchWork(file); }
 };
 
 void PrintTable(const DXFColorTable& table, bool dxf) {
@@ -112,14 +117,17 @@ void PrintTable(const DXFColorTable& table, bool dxf) {
     };
     const RGBColor below(table.DefaultColor());
     line("below", below, DXFColor(below).Index());
-    for (int i = 0; i < table.NumEntries(); ++i)
+    for (int i = 0; i < table.NumEntries(); ++i) {
+        StopIfInterrupted();
         line("from " + ValueText(table.EntryValue(i)), RGBColor(table.EntryColor(i)),
              dxf ? table.EntryDxfColor(i).Index() : 0);
+    }
 }
 
 Json TableJson(const DXFColorTable& table, const TableOptions& options, bool complete) {
     Json bands = Json::array();
     for (int i = 0; i < table.NumEntries(); ++i) {
+        StopIfInterrupted();
         Json band = {{"from", ValueJson(table.EntryValue(i))}};
         band.update(ColorJson(RGBColor(table.EntryColor(i))));
         if (options.dxf) band["dxf"] = table.EntryDxfColor(i).Index();
@@ -154,6 +162,8 @@ void Run(const TableOptions& options) {
 struct ImportOptions {
     UserText from, to;
     int step = 16;
+
+    bool IsLong() const { return IsMuchWork(from); }
 };
 
 void Run(const ImportOptions& options) {

@@ -31,6 +31,8 @@ struct Options {
     UserText file;
     std::string picture;
     bool json = false;
+
+    bool IsLong() const { return !picture.empty() || IsMuchWork(file); }
 };
 
 // --- the table, the document and the legend ---
@@ -78,7 +80,9 @@ void CheckPicture(const Options& options) {
 }
 
 void SaveAndShow(const ContourDefinitionList& list, const Options& options) {
+    StopIfInterrupted();
     if (!list.Save(options.file.Wide().c_str())) ThrowNotWritten(options.file.Utf8());
+    NoteChanged(options.file.Utf8());
     Show(list, options);
 }
 

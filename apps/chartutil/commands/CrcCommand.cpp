@@ -9,7 +9,7 @@
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
-#include "apps/chartutil/terminal/ProgressBar.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <algorithm>
 #include <cstring>
@@ -35,7 +35,7 @@ struct FileSums {
 FileSums SumsOf(const UserText& path) {
     FILES::Reader file(path.Wide());
     if (!file.IsOpen()) ThrowNotReadable(path);
-    ProgressBar progress(path.Utf8(), file.Size());
+    const Progress progress(path.Utf8(), file.Size());
     constexpr std::size_t kBlock = 1024 * 1024;
     std::vector<unsigned char> buffer(kTrailerSize + kBlock);
     std::size_t held = 0;
@@ -77,6 +77,7 @@ void AppendTrailer(const UserText& path, const FileSums& sums) {
                                (undone ? "the file is as it was" : "its end may have part of a checksum") +
                                "; check the space on the disk");
     }
+    NoteChanged(path.Utf8());
 }
 
 std::string Hex(std::uint32_t value) {
@@ -96,6 +97,7 @@ Report SealFile(const UserText& path) {
     const FileSums before = SumsOf(path);
     if (before.IsSealed())
         return {true, "sealed already, left alone", {{"sealed", false}, {"checksum", Hex(before.computed)}}};
+    StopIfInterrupted();
     AppendTrailer(path, before);
     const FileSums after = SumsOf(path);
     if (!after.IsSealed() || after.size != before.size + kTrailerSize)
@@ -135,6 +137,8 @@ struct Options {
     std::vector<UserText> files;
     bool json = false;
     Report (*doOne)(const UserText& path) = nullptr;
+
+    bool IsLong() const { return AreMuchWork(files); }
 };
 
 void Run(const Options& options) {

@@ -1,6 +1,7 @@
 #include "apps/chartutil/commands/ForEachFile.h"
 
 #include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <nlohmann/json.hpp>
 
@@ -9,7 +10,10 @@
 ExitCode ForEachFile(const std::vector<UserText>& paths, Json& reports,
                      const std::function<ExitCode(const UserText& path, Json& report)>& doOne) {
     ExitCode worst = ExitCode::SUCCESS;
-    for (const UserText& path : paths) {
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const UserText& path = paths[i];
+        ShowPlace(i + 1, paths.size());
+        StopIfInterrupted();
         Json report = {{"file", path.Utf8()}};
         try {
             worst = std::max(worst, doOne(path, report));

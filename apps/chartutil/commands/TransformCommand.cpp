@@ -2,6 +2,7 @@
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/files/CsvColumns.h"
+#include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
 
@@ -22,6 +23,8 @@ struct Options {
     std::vector<std::string> columns = {"1", "2"};
     std::vector<Step> steps; // as they were given
     CsvTable table;
+
+    bool IsLong() const { return IsMuchWork(table.input); }
 };
 
 std::vector<double> Numbers(const std::string& text, const char* form) {

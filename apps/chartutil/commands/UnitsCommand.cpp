@@ -2,6 +2,7 @@
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/files/CsvColumns.h"
+#include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/terminal/Numbers.h"
@@ -32,6 +33,8 @@ struct Options {
     std::vector<std::string> values;
     bool json = false;
     CsvTable table;
+
+    bool IsLong() const { return !column.empty() && IsMuchWork(table.input); }
 };
 
 void ConvertValues(const Options& options, const UnitType& from, const UnitType& to) {

@@ -5,6 +5,7 @@
 #include "apps/chartutil/drawing/PictureModule.h"
 #include "apps/chartutil/drawing/SvgFile.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <algorithm>
 
@@ -39,7 +40,9 @@ std::string FileContent(const Surface& surface, const std::string& path) {
     if (!render) return SvgFile(surface);
     const PictureFormat format = Ending(path) == "png" ? PictureFormat::PNG : PictureFormat::PDF;
     std::string content;
-    if (!render(surface, format, content))
+    const Progress progress("the picture", surface.Shapes().size());
+    if (!render(
+            surface, format, [&](std::size_t done) { progress.Show(done); }, content))
         throw CommandError(ExitCode::IO_ERROR, path + ": the picture cannot be drawn");
     return content;
 }
@@ -49,5 +52,8 @@ std::string FileContent(const Surface& surface, const std::string& path) {
 void RequirePictureName(const std::string& path) { RequireRenderer(path); }
 
 void SavePicture(const Surface& surface, const std::string& path) {
-    if (!FILES::ReplaceContents(FromUtf8(path), FileContent(surface, path))) ThrowNotWritten(path);
+    const std::string content = FileContent(surface, path);
+    StopIfInterrupted();
+    if (!FILES::ReplaceContents(FromUtf8(path), content)) ThrowNotWritten(path);
+    NoteChanged(path);
 }

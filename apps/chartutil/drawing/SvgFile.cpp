@@ -2,6 +2,7 @@
 
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/terminal/HexText.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <charconv>
 
@@ -106,6 +107,11 @@ std::string SvgFile(const Surface& surface) {
         Attribute("width", width + "mm") + Attribute("height", height + "mm") +
         Attribute("viewBox", "0 0 " + width + ' ' + height) + Attribute("font-family", kFontFamilies) +
         ">\n<rect" + Attribute("width", width) + Attribute("height", height) + " fill=\"#FFFFFF\"/>\n";
-    for (const Surface::Shape& shape : surface.Shapes()) svg += std::visit(Element{}, shape);
+    const Progress progress("the picture", surface.Shapes().size());
+    std::size_t done = 0;
+    for (const Surface::Shape& shape : surface.Shapes()) {
+        svg += std::visit(Element{}, shape);
+        progress.Show(++done);
+    }
     return svg + "</svg>\n";
 }

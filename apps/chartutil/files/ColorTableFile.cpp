@@ -3,6 +3,7 @@
 #include "apps/chartutil/files/SettingsFile.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <vector>
 
@@ -30,5 +31,7 @@ void RequireComplete(bool complete, const UserText& path) {
 void SaveColorTable(const ColorTable& table, const UserText& path) {
     FileObject file;
     table.FileSave(file);
+    const Progress progress(path.Utf8());
     if (!file.Save(path.Wide(), 0)) ThrowNotWritten(path.Utf8());
+    NoteChanged(path.Utf8());
 }

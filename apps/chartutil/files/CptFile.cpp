@@ -7,6 +7,7 @@
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <algorithm>
 #include <array>
@@ -136,6 +137,7 @@ public:
         while (!rest.empty()) {
             const std::size_t end = std::min(rest.find('\n'), rest.size());
             ++m_line;
+            StopIfInterrupted();
             ReadLine(rest.substr(0, end));
             rest.remove_prefix(std::min(end + 1, rest.size()));
         }

@@ -5,7 +5,8 @@
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
-#include "apps/chartutil/terminal/ProgressBar.h"
+#include "apps/chartutil/work/Interrupt.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <CLI/CLI.hpp>
 
@@ -126,16 +127,22 @@ private:
     }
 
     std::size_t Read(char* buffer, std::size_t size) {
-        const std::size_t count = m_file ? m_file->Read(buffer, size) : std::fread(buffer, 1, size, stdin);
-        if (count == 0 && (m_file ? m_file->Failed() : std::ferror(stdin) != 0))
-            throw CommandError(ExitCode::IO_ERROR, Place() + ": reading failed");
+        std::size_t count = 0;
+        const bool read = m_file ? ReadFile(buffer, size, count) : ReadStandardInput(buffer, size, count);
+        StopIfInterrupted(); // before the end of the input is taken for the end of the table
+        if (!read) throw CommandError(ExitCode::IO_ERROR, Place() + ": reading failed");
         return count;
+    }
+
+    bool ReadFile(char* buffer, std::size_t size, std::size_t& count) {
+        count = m_file->Read(buffer, size);
+        return count > 0 || !m_file->Failed();
     }
 
     std::string m_name;
     char m_separator;
     std::unique_ptr<FILES::Reader> m_file;
-    std::optional<ProgressBar> m_progress;
+    std::optional<Progress> m_progress;
     std::vector<char> m_buffer = std::vector<char>(kBlock);
     std::size_t m_begin = 0;
     std::size_t m_end = 0;
@@ -328,4 +335,5 @@ void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
     if (!FILES::ReplaceContents(table.output.Wide(),
                                 [&](const Sink& sink) { return changeInto(table.output.Utf8(), sink); }))
         ThrowNotWritten(table.output.Utf8());
+    NoteChanged(table.output.Utf8());
 }

@@ -2,6 +2,7 @@
 
 #include "VelmBase/File.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/work/LongWork.h"
 
 namespace {
 
@@ -24,18 +25,37 @@ bool PathExists(const UserText& path) {
     return StatusOf(path).type() != std::filesystem::file_type::not_found;
 }
 
+bool AreMuchWork(std::span<const UserText> paths) {
+    constexpr std::size_t kMany = 100;
+    constexpr std::uintmax_t kLarge = 1 << 20; // a few milliseconds of work
+    if (paths.size() >= kMany) return true;
+    std::uintmax_t total = 0;
+    for (const UserText& path : paths) {
+        std::error_code failed;
+        const std::uintmax_t size = std::filesystem::file_size(NativePath(path), failed);
+        if (path.Utf8() == "-" || (!failed && (total += size) >= kLarge)) return true;
+    }
+    return false;
+}
+
+bool IsMuchWork(const UserText& path) { return AreMuchWork({&path, 1}); }
+
 std::string ReadFile(const UserText& path) {
     FILES::Reader file(path.Wide());
     std::string bytes;
     char block[65536];
-    while (const std::size_t got = file.IsOpen() ? file.Read(block, sizeof block) : 0)
+    while (const std::size_t got = file.IsOpen() ? file.Read(block, sizeof block) : 0) {
         bytes.append(block, got);
+        StopIfInterrupted();
+    }
     if (!file.IsOpen() || file.Failed()) ThrowNotReadable(path);
     return bytes;
 }
 
 void WriteFile(const UserText& path, std::string_view bytes) {
+    StopIfInterrupted();
     if (!FILES::ReplaceContents(path.Wide(), bytes)) ThrowNotWritten(path.Utf8());
+    NoteChanged(path.Utf8());
 }
 
 void ThrowNotReadable(const UserText& path) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,11 @@ std::string FileNameOf(const UserText& path);
 
 /// Whether there is anything at `path`, readable or not.
 bool PathExists(const UserText& path);
+
+/// Whether it takes long enough to go through these files for somebody to wait for it: there are many, or
+/// some are large, or one is "-", of which nobody knows.
+bool AreMuchWork(std::span<const UserText> paths);
+bool IsMuchWork(const UserText& path);
 
 /// The bytes of a file. Ends the command when it cannot be read.
 std::string ReadFile(const UserText& path);

@@ -4,6 +4,7 @@
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <cstdint>
 
@@ -18,6 +19,7 @@ constexpr const char* kNamelessSection = "a section has no name; write one betwe
 } // namespace
 
 IniFile OpenSettings(const UserText& path) {
+    const Progress progress(path.Utf8());
     IniFile file;
     IniFile::Fault fault;
     if (file.Open(path.Wide(), fault)) return file;
@@ -30,6 +32,7 @@ IniFile OpenSettings(const UserText& path) {
 }
 
 FileObject OpenFileObject(const UserText& path) {
+    const Progress progress(path.Utf8());
     FileObject file;
     std::uint32_t line = 0;
     if (file.Open(path.Wide(), 0, line)) return file;
@@ -40,7 +43,9 @@ FileObject OpenFileObject(const UserText& path) {
 void SaveSettings(const IniFile& file, const UserText& path) {
     if (const ErrorString storable = file.CheckStorable(); !storable)
         PrintNote("chartutil: note: " + path.Utf8() + ": does not come back: " + ToUtf8(storable.Text()));
+    const Progress progress(path.Utf8());
     if (!file.Save(path.Wide())) ThrowNotWritten(path.Utf8());
+    NoteChanged(path.Utf8());
 }
 
 Section& RequireSection(IniFile& file, const UserText& path, const UserText& name) {

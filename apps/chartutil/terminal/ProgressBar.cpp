@@ -5,25 +5,40 @@
 
 #include <algorithm>
 #include <iostream>
+#include <string>
 
-ProgressBar::ProgressBar(std::string_view label, std::uint64_t total)
-    : ProgressBar(label, total, ErrorIsTerminal() ? &std::cerr : nullptr, std::chrono::steady_clock::now) {}
+namespace {
 
-ProgressBar::ProgressBar(std::string_view label, std::uint64_t total, std::ostream* terminal, Clock clock)
-    : m_label(WithoutControls(label)), m_total(total), m_terminal(terminal), m_clock(std::move(clock)),
-      m_next(m_clock() + std::chrono::milliseconds(300)) {}
+constexpr char kClearLine[] = "\r\x1b[K";
 
-ProgressBar::~ProgressBar() {
-    if (m_shown) *m_terminal << "\r\x1b[K" << std::flush;
+std::string Drawn(double share) {
+    constexpr std::size_t kWidth = 40;
+    const auto part = [&](std::size_t whole) {
+        return static_cast<std::size_t>(std::min(share, 1.0) * static_cast<double>(whole));
+    };
+    const std::string bar = std::string(part(kWidth), '#') + std::string(kWidth - part(kWidth), '.');
+    return " [" + bar + "] " + Padded(std::to_string(part(100)), 3, Align::RIGHT) + '%';
 }
 
-void ProgressBar::Show(std::uint64_t done) {
-    if (m_total == 0 || !m_terminal || m_clock() < m_next) return;
+} // namespace
+
+ProgressBar::ProgressBar()
+    : ProgressBar(ErrorIsTerminal() ? &std::cerr : nullptr, std::chrono::steady_clock::now) {}
+
+ProgressBar::ProgressBar(std::ostream* terminal, Clock clock)
+    : m_terminal(terminal), m_clock(std::move(clock)), m_next(m_clock() + std::chrono::milliseconds(300)) {}
+
+ProgressBar::~ProgressBar() { Hide(); }
+
+void ProgressBar::Show(std::string_view label, double share) {
+    if (!m_terminal || m_clock() < m_next) return;
     m_next = m_clock() + std::chrono::milliseconds(100);
+    // What is longer than what follows would stay beside it.
+    *m_terminal << kClearLine + WithoutControls(label) + (share < 0 ? " ..." : Drawn(share)) << std::flush;
     m_shown = true;
-    constexpr std::uint64_t kWidth = 40;
-    const std::uint64_t filled = std::min(done, m_total) * kWidth / m_total;
-    const std::string bar = std::string(filled, '#') + std::string(kWidth - filled, '.');
-    const std::string percent = std::to_string(std::min(done, m_total) * 100 / m_total);
-    *m_terminal << '\r' + m_label + " [" + bar + "] " + Padded(percent, 3, Align::RIGHT) + '%' << std::flush;
+}
+
+void ProgressBar::Hide() {
+    if (m_shown) *m_terminal << kClearLine << std::flush;
+    m_shown = false;
 }

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <functional>
 #include <iosfwd>
-#include <string>
 #include <string_view>
 
 /// A bar on a terminal while work takes long enough to be waited for: from 0.3 seconds on, ten times a
@@ -14,19 +12,23 @@ public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
     /// On standard error while that is a terminal.
-    ProgressBar(std::string_view label, std::uint64_t total);
+    ProgressBar();
 
     /// On `terminal`, nowhere when that is null, as time goes by by that clock.
-    ProgressBar(std::string_view label, std::uint64_t total, std::ostream* terminal, Clock clock);
+    ProgressBar(std::ostream* terminal, Clock clock);
     ~ProgressBar();
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
-    void Show(std::uint64_t done);
+    bool HasTerminal() const { return m_terminal; }
+
+    /// What is worked on (UTF-8), and how much of it is done, from 0 to 1; below 0 when nobody knows.
+    void Show(std::string_view label, double share);
+
+    /// Takes the bar away until the next Show().
+    void Hide();
 
 private:
-    std::string m_label;
-    std::uint64_t m_total;
     std::ostream* m_terminal;
     Clock m_clock;
     std::chrono::steady_clock::time_point m_next;

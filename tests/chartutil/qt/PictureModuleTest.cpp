@@ -23,7 +23,8 @@ std::string Rendered(const Surface& surface, PictureFormat format) {
     std::string whyNot, file;
     RenderPictureFunction* const render = LoadPictureModule(whyNot);
     EXPECT_NE(nullptr, render) << whyNot;
-    EXPECT_TRUE(render && render(surface, format, file));
+    EXPECT_TRUE(render && render(
+                              surface, format, [](std::size_t) {}, file));
     return file;
 }
 

@@ -4,6 +4,7 @@
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/drawing/Layout.h"
 #include "apps/chartutil/terminal/HexText.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <algorithm>
 #include <cmath>
@@ -50,6 +51,7 @@ Surface ColorTablePicture(const DXFColorTable& table, const std::string& title, 
         const double x = kMargin + number * (kBarWidth + kBarGap);
         surface.Text(x, kTop - 2, name, kHeading, kGrey);
         for (int i = 0; i < count; ++i) {
+            StopIfInterrupted();
             const double y = bottom - bandHeight * (i + 1);
             surface.Rectangle(x, y, kBarWidth, bandHeight, colorOf(i));
             const std::string text = textOf(i);

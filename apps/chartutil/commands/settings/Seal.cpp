@@ -5,6 +5,7 @@
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <algorithm>
 #include <iostream>
@@ -36,6 +37,28 @@ std::vector<std::string> NameColumn(const std::vector<Section*>& sections) {
     }
     for (std::string& name : names) name = Printable(Padded(name, width));
     return names;
+}
+
+std::vector<Seal> SealsOf(const std::vector<Section*>& sections, const UserText& path) {
+    const Progress progress(path.Utf8(), sections.size());
+    std::vector<Seal> seals;
+    seals.reserve(sections.size());
+    for (const Section* section : sections) {
+        seals.push_back(SealOf(*section));
+        progress.Show(seals.size());
+    }
+    return seals;
+}
+
+// Seals the sections of which the seal does not fit or that have none, and tells how they were before.
+std::vector<Seal> SealAll(const std::vector<Section*>& sections, const UserText& path) {
+    std::vector<Seal> before = SealsOf(sections, path);
+    const Progress progress(path.Utf8(), sections.size());
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        if (before[i] != Seal::INTACT) AddSeal(*sections[i]);
+        progress.Show(i + 1);
+    }
+    return before;
 }
 
 void PrintState(const std::string& name, Seal seal) {
@@ -88,11 +111,12 @@ void Run(const CheckSettings& options) {
         IniFile file = OpenSettings(path);
         const std::vector<Section*> sections = ChosenSections(file, path, options.sections);
         const std::vector<std::string> names = NameColumn(sections);
+        const std::vector<Seal> seals = SealsOf(sections, path);
         const int numBadBefore = numBad;
         Json states = Json::array();
         if (!options.json) std::cout << Printable(path.Utf8()) << '\n';
         for (std::size_t i = 0; i < sections.size(); ++i) {
-            const Seal seal = SealOf(*sections[i]);
+            const Seal seal = seals[i];
             ++numSections;
             if (seal == Seal::BROKEN || (seal == Seal::NONE && !options.ignoreUnsealed)) ++numBad;
             if (options.json)
@@ -118,11 +142,7 @@ void Run(const SealSettings& options) {
     const ExitCode worst = ForEachFile(options.files, files, [&](const UserText& path, Json& report) {
         IniFile file = OpenSettings(path);
         const std::vector<Section*> sections = ChosenSections(file, path, options.sections);
-        std::vector<Seal> before;
-        for (Section* section : sections) {
-            before.push_back(SealOf(*section));
-            if (before.back() != Seal::INTACT) AddSeal(*section);
-        }
+        const std::vector<Seal> before = SealAll(sections, path);
         // A file in which all seals fit stays as it is, with its spacing.
         if (std::any_of(before.begin(), before.end(), [](Seal seal) { return seal != Seal::INTACT; }))
             SaveSettings(file, path);

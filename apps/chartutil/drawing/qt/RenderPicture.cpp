@@ -11,7 +11,7 @@
 #include <QPdfWriter>
 
 #include <cmath>
-#include <memory>
+#include <optional>
 
 namespace {
 
@@ -32,15 +32,22 @@ private:
 };
 
 // Texts need an application object; a command line has no screen for it. A program with windows has its own.
-void NeedApplication() {
-    if (QCoreApplication::instance()) return;
-    static int count = 3;
-    static char name[] = "chartutil";
-    static char option[] = "-platform";
-    static char platform[] = "offscreen";
-    static char* arguments[] = {name, option, platform, nullptr};
-    static const auto application = std::make_unique<QGuiApplication>(count, arguments);
-}
+// This one goes with the picture, in the thread that made it, since that may have ended when the program
+// does.
+class Application {
+public:
+    Application() {
+        if (!QCoreApplication::instance()) m_application.emplace(m_count, m_arguments);
+    }
+
+private:
+    int m_count = 3;
+    char m_name[10] = "chartutil";
+    char m_option[10] = "-platform";
+    char m_platform[10] = "offscreen";
+    char* m_arguments[4] = {m_name, m_option, m_platform, nullptr};
+    std::optional<QGuiApplication> m_application;
+};
 
 QColor ColorOf(const RGBColor& color) { return {color.Red(), color.Green(), color.Blue()}; }
 
@@ -106,18 +113,22 @@ struct Brush {
     }
 };
 
-void Draw(const Surface& surface, QPainter& painter, double dotsPerMm) {
+void Draw(const Surface& surface, QPainter& painter, double dotsPerMm, const ShowDrawn& show) {
     painter.scale(dotsPerMm, dotsPerMm);
-    for (const Surface::Shape& shape : surface.Shapes()) std::visit(Brush{painter}, shape);
+    std::size_t done = 0;
+    for (const Surface::Shape& shape : surface.Shapes()) {
+        std::visit(Brush{painter}, shape);
+        show(++done);
+    }
 }
 
-QByteArray Png(const Surface& surface) {
+QByteArray Png(const Surface& surface, const ShowDrawn& show) {
     const auto pixels = [](double mm) { return static_cast<int>(std::lround(mm * kPixelsPerMm)); };
     QImage image(pixels(surface.Width()), pixels(surface.Height()), QImage::Format_RGB32);
     if (image.isNull()) return {};
     image.fill(Qt::white);
     QPainter painter(&image);
-    Draw(surface, painter, kPixelsPerMm);
+    Draw(surface, painter, kPixelsPerMm, show);
     painter.end();
     image.setDotsPerMeterX(static_cast<int>(kPixelsPerMm * 1000));
     image.setDotsPerMeterY(static_cast<int>(kPixelsPerMm * 1000));
@@ -137,7 +148,7 @@ void LevelDate(QByteArray& pdf) {
     pdf.replace(begin, static_cast<qsizetype>(sizeof kEpoch) - 1, kEpoch);
 }
 
-QByteArray Pdf(const Surface& surface) {
+QByteArray Pdf(const Surface& surface, const ShowDrawn& show) {
     constexpr double kPointsPerInch = 72;
     constexpr int kDotsPerInch = 1200;
     QBuffer buffer;
@@ -153,7 +164,7 @@ QByteArray Pdf(const Surface& surface) {
     writer.setResolution(kDotsPerInch);
     QPainter painter;
     if (!painter.begin(&writer)) return {};
-    Draw(surface, painter, kDotsPerInch / kMmPerInch);
+    Draw(surface, painter, kDotsPerInch / kMmPerInch, show);
     painter.end();
     QByteArray pdf = buffer.data();
     LevelDate(pdf);
@@ -164,10 +175,10 @@ QByteArray Pdf(const Surface& surface) {
 
 extern "C" [[gnu::visibility("default")]] RenderPictureFunction RenderPicture;
 
-bool RenderPicture(const Surface& surface, PictureFormat format, std::string& file) {
+bool RenderPicture(const Surface& surface, PictureFormat format, const ShowDrawn& show, std::string& file) {
     const Silence silence;
-    NeedApplication();
-    const QByteArray picture = format == PictureFormat::PNG ? Png(surface) : Pdf(surface);
+    const Application application;
+    const QByteArray picture = format == PictureFormat::PNG ? Png(surface, show) : Pdf(surface, show);
     if (picture.isEmpty()) return false;
     file = picture.toStdString();
     return true;

@@ -158,7 +158,7 @@ TEST(Thread, StepThatLooksAtTheFlagEndsEarly) {
 // As work may be written that does not know of IsKeptRunning(). The thread sanitizer would rightly complain.
 class PlainReader : public ThreadObject {
 public:
-    [[gnu::no_sanitize("thread")]] unsigned int Run(volatile bool* keepRunning) override {
+    __attribute__((no_sanitize("thread"))) unsigned int Run(volatile bool* keepRunning) override {
         begun.Open();
         while (*keepRunning) std::this_thread::yield();
         return 2;
@@ -593,7 +593,8 @@ TEST(ProgThreadObject, IsReadWhileItIsWritten) {
         const float progress = work.GetProgress();
         ASSERT_LE(last, progress);
         last = progress;
-        const Writer copy = work; // copies are taken whole as well
+        Writer copy;
+        copy = work; // copies are taken whole as well
         ASSERT_LE(last, copy.GetProgress());
     }
     EXPECT_EQ(3999.0f, work.GetProgress());

@@ -13,7 +13,7 @@
 namespace {
 
 // How much nicer than the process a thread below normal is: other work of the machine goes first, and it
-// still gets a third of a processor that somebody else wants whole.
+// still gets a quarter of a processor that somebody else wants whole.
 constexpr int kBelowNormalNice = 5;
 
 // Keeps the library of that code loaded.

@@ -33,7 +33,7 @@ public:
     virtual ~ThreadObject();
 };
 
-/// Work that shows how far it is. The step sets both fields by assignment; any thread may ask for them
+/// Work that shows how far it is. The step sets both fields by = or +=; any thread may ask for them
 /// meanwhile.
 class UTILITYDLL_API ProgThreadObject : public ThreadObject {
 public:

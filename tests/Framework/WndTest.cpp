@@ -99,6 +99,7 @@ TEST_F(Wnd, EveryThreadMayPost) {
     StartLine line(numThreads);
     {
         std::vector<std::jthread> threads;
+        threads.reserve(numThreads);
         for (int thread = 0; thread < numThreads; ++thread)
             threads.emplace_back([&, thread] {
                 line.ArriveAndWait();

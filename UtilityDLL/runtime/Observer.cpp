@@ -17,6 +17,9 @@ void Call(ContextRegistry::Context& context, int code) {
 
 } // namespace
 
+// Exported, for hosts that bind a reference to it.
+constexpr int Observer::RENAMED; // NOLINT(readability-redundant-declaration)
+
 Subscriber::~Subscriber() { Observer::Get().UnSubscribe(this); }
 
 // Statics of hosts may be destroyed after this one, and then take themselves out. So what ends with the

@@ -19,9 +19,10 @@ std::u16string Utf16Units(std::wstring_view text) {
 // one piece.
 bool PlotErrorReporter::UnitsLess::operator()(std::wstring_view a, std::wstring_view b) const {
     const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
-    const auto isWide = [](wchar_t c) { return static_cast<char32_t>(c) > 0xFFFF; };
     if (inA == a.end() || inB == b.end()) return inB != b.end();
-    if (!isWide(*inA) && !isWide(*inB)) return static_cast<char32_t>(*inA) < static_cast<char32_t>(*inB);
+    const auto inOnePiece = [](char32_t c) { return c <= 0xFFFF; };
+    const auto codeA = static_cast<char32_t>(*inA), codeB = static_cast<char32_t>(*inB);
+    if (inOnePiece(codeA) && inOnePiece(codeB)) return codeA < codeB;
     return Utf16Units({inA, a.end()}) < Utf16Units({inB, b.end()});
 }
 

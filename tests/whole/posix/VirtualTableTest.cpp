@@ -2,6 +2,7 @@
 // the calling convention of these systems.
 
 #include "UtilityDLL/GTL/GeoPrimitive.h"
+#include "UtilityDLL/runtime/Observer.h"
 #include "UtilityDLL/runtime/Thread.h"
 
 #include <cstddef>
@@ -43,6 +44,10 @@ TEST(VirtualTable, WorkOfAThreadHasItsDestructorBehindItsOperations) {
     constexpr int kNoDestructor = -2; // none stands before these
     EXPECT_EQ(1, Slot(&ThreadObject::Run) - kNoDestructor);
     EXPECT_EQ(2, Slot(&Work::CancelFunction) - kNoDestructor);
+}
+
+TEST(VirtualTable, SubscriberIsNotifiedThroughItsFirstSlot) {
+    EXPECT_EQ(1, Slot(&UTL::Subscriber::OnNotify));
 }
 
 } // namespace

@@ -68,8 +68,8 @@ public:
         m_lastChanged = path;
     }
 
-    void Begin(std::string_view what) {
-        progress = kUnknown;
+    void Begin(std::string_view what, bool isLengthKnown) {
+        progress = isLengthKnown ? 0 : kUnknown;
         progText = FromUtf8(m_place.append(what));
         m_place.resize(m_place.size() - what.size());
     }
@@ -165,7 +165,7 @@ void NoteChanged(const std::string& path) {
 Progress::Progress(std::string_view what, std::uint64_t total) : m_total(total) {
     Work* const work = Work::Current();
     if (!work) return;
-    work->Begin(what);
+    work->Begin(what, total > 0);
     try {
         work->StopIfAsked();
     } catch (...) {

@@ -51,6 +51,7 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
     CLI::App program("Settings, colours and geometry of the charting suite from the command line",
                      "chartutil");
     program.footer("Exit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.\n"
+                   "Ctrl-C stops a command with no file half written; a second one ends it at once.\n"
                    "'chartutil COMMAND --help' explains a command and shows examples.");
     program.set_version_flag("--version", "chartutil " CHARTUTIL_VERSION);
     program.require_subcommand(1);

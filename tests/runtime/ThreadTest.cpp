@@ -272,6 +272,7 @@ TEST(Thread, LongWaitsEndWithTheRun) {
         Gate waits;
         const std::jthread other([&] {
             waits.Wait();
+            EXPECT_FALSE(thread.WaitForEnd(5ms)); // the other wait has begun
             work.goOn.Open();
         });
         waits.Open();

@@ -124,10 +124,13 @@ TEST(MessageQueue, WindowIsLeftAloneWhenCloseReturns) {
     for (int i = 0; i < numThreads; ++i)
         threads.emplace_back([&](const std::stop_token& stop) {
             line.ArriveAndWait();
-            while (!stop.stop_requested()) (void)queue.Post(kMessage);
+            while (!stop.stop_requested()) {
+                (void)queue.Post(kMessage);
+                std::this_thread::yield(); // others want the queue too
+            }
         });
     line.ArriveAndWait();
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < 200; ++i) {
         const auto window = std::make_unique<CountingWindow>();
         queue.Open(*window);
         window->WaitForWake();

@@ -17,8 +17,8 @@ class ContextRegistry;
 class UTILITYDLL_API Subscriber {
 public:
     Subscriber() noexcept = default;
-    Subscriber(const Subscriber&) noexcept {}
-    Subscriber& operator=(const Subscriber&) noexcept { return *this; }
+    Subscriber(const Subscriber&) noexcept = default;
+    Subscriber& operator=(const Subscriber&) noexcept = default;
 
     /// Takes the object out of every context of Observer::Get(), which never calls it again. To be run in the
     /// thread of the observer. At the end of the process it may come before or after the end of the observer.

@@ -321,7 +321,7 @@ TEST_F(ObserverTest, WhatWasMovedFromIsEmptyAndUsable) {
     moved = std::move(copy);
     moved.Notify(L"Y", 3);
     EXPECT_EQ("b3", TakeCalls());
-    Observer copied(copy);
+    Observer copied(copy); // NOLINT(bugprone-use-after-move)
     copied.Notify(L"Y", 4);
     EXPECT_EQ("", TakeCalls());
 }
@@ -394,6 +394,7 @@ TEST_F(ObserverTest, AgreesWithPlainListsOnRandomOperations) {
     Random random(82);
     for (const int contexts : {3, 40}) {
         std::vector<std::unique_ptr<Listener>> listeners;
+        listeners.reserve(26);
         for (int i = 0; i < 26; ++i)
             listeners.push_back(std::make_unique<Listener>(static_cast<char>('a' + i)));
         m_observer = Emptied();

@@ -2,14 +2,14 @@
 # pkg-config, the host program and its data.
 include(CMakePackageConfigHelpers)
 
-set(package_targets UtilityDLL Framework VelmConfigureR VelmBaseR)
+set(package_targets UtilityDLL Framework VersionControlR VelmConfigureR VelmBaseR)
 install(TARGETS ${package_targets} EXPORT UtilityDLLTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS chartutil RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 # A folder named private holds what only the sources of its library include.
-install(DIRECTORY VelmBase VelmConfigure UtilityDLL Framework DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+install(DIRECTORY VelmBase VelmConfigure VersionControl UtilityDLL Framework DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILES_MATCHING PATTERN "*.h" PATTERN "posix" EXCLUDE PATTERN "win32" EXCLUDE PATTERN "qt" EXCLUDE PATTERN "private" EXCLUDE)
 install(DIRECTORY ${PROJECT_BINARY_DIR}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/utilitydll)

@@ -30,10 +30,32 @@ function(velm_backend variable elsewhere)
     endif()
 endfunction()
 
+# velm_version_number(<variable> <version>): "5.0.0.20" as the number with a byte for each part, 0x05000014.
+function(velm_version_number variable version)
+    string(REPLACE "." ";" parts ${version})
+    set(number 0)
+    foreach(part IN LISTS parts)
+        math(EXPR number "${number} * 256 + ${part}")
+    endforeach()
+    math(EXPR number "${number}" OUTPUT_FORMAT HEXADECIMAL)
+    string(REGEX REPLACE "^0x" "0000000" number ${number})
+    string(REGEX REPLACE "^.*(........)$" "0x\\1" number ${number})
+    set(${variable} ${number} PARENT_SCOPE)
+endfunction()
+velm_version_number(LIBRARY_VERSION_NUMBER ${PROJECT_VERSION})
+
+# velm_register(<target> <name> <version number>): the library tells under that name and version that it is loaded.
+function(velm_register target name number)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/RegisterLibrary.cpp.in
+        ${CMAKE_CURRENT_BINARY_DIR}/${target}/RegisterLibrary.cpp @ONLY)
+    target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}/RegisterLibrary.cpp)
+endfunction()
+
 # velm_library(<target> <folder> <API macro> <source>...): a shared library whose exports carry the macro of
 # its generated header <folder>/Export.h; everything else in it is hidden.
 function(velm_library target folder macro)
     add_library(${target} SHARED ${ARGN})
+    velm_register(${target} ${target} ${LIBRARY_VERSION_NUMBER})
     set_property(GLOBAL APPEND PROPERTY VELM_LIBRARIES ${target})
     set_property(GLOBAL APPEND PROPERTY VELM_FOLDERS ${folder})
     include(GenerateExportHeader)

@@ -6,7 +6,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/prepare.sh
-sources=('VelmBase/*.cpp' 'VelmConfigure/*.cpp' 'Framework/*.cpp' 'UtilityDLL/*.cpp' 'apps/*.cpp')
+sources=('VelmBase/*.cpp' 'VelmConfigure/*.cpp' 'VersionControl/*.cpp' 'Framework/*.cpp' 'UtilityDLL/*.cpp' 'apps/*.cpp')
 case "${1:-}" in
     '') sources+=('tests/*.cpp'); checks= ;;
     --quick) checks=-clang-analyzer-* ;;

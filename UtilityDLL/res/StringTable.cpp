@@ -1,16 +1,22 @@
 #include "UtilityDLL/res/private/StringTable.h"
 
+#include "VelmBase/Module.h"
+#include "VelmBase/ResourceModule.h"
+
 #include <algorithm>
 #include <iterator>
 
 namespace {
 
-struct Entry {
-    TextId id;
-    const wchar_t* text;
-};
-
-constexpr Entry kTexts[] = {
+// "Continous" and "modfied" are what the suite's users have always read.
+constexpr BuiltInText kTexts[] = {
+    {TextId::CONTOUR_DUPLICATE_LEVEL, L"The contour definition is already in the list, it was not added."},
+    {TextId::CONTOUR_NOT_MODIFIED,
+     L"Failed to implement modifications.\nReason:\n\tThe depth was modfied to a "
+     L"value\n\tthat is already in the list!"},
+    {TextId::CONTOUR_NOT_GENERATED, L"Failed to generate contours."},
+    {TextId::CONTOUR_SAVE_CHANGES, L"Save changes?"},
+    {TextId::CONTOUR_ERROR_CAPTION, L"Error"},
     {TextId::CRC_ERROR_OPENING, L"Error opening \""},
     {TextId::CRC_INVALID_CHECKSUM, L" The file has an invalid checksum"},
     {TextId::INI_ERROR_OPENING, L"Error opening \""},
@@ -20,12 +26,53 @@ constexpr Entry kTexts[] = {
     {TextId::INI_ERROR_ADDING_KEY, L"Error adding key on line "},
     {TextId::INI_DUPLICATE_KEY_NAME, L" (duplicate key name?)"},
     {TextId::INI_INVALID_SECTION, L"Invalid section definition on line "},
+
+    {TextId::DIALOG_OK, L"OK"},
+    {TextId::DIALOG_CANCEL, L"Cancel"},
+
+    {TextId::CONTOURS_CAPTION, L"Contours"},
+    {TextId::CONTOURS_ADD, L"Add"},
+    {TextId::CONTOURS_REMOVE, L"Remove"},
+    {TextId::CONTOURS_EDIT, L"Edit"},
+    {TextId::CONTOURS_GENERATE_FROM, L"Generate from"},
+    {TextId::CONTOURS_RANGE, L"Range"},
+    {TextId::CONTOURS_COLOR_TABLE, L"Color Table"},
+    {TextId::CONTOURS_COLUMN_LEVEL, L"Color Level"},
+    {TextId::CONTOURS_COLUMN_ANNOTATION, L"Annotation"},
+    {TextId::CONTOURS_COLUMN_WIDTH, L"Width"},
+    {TextId::CONTOURS_COLUMN_TYPE, L"Type"},
+    {TextId::CONTOURS_LINE_TYPES, L"Continous,Dashed,Dot,Dash Dot"},
+    {TextId::CONTOURS_COLOR_TABLE_FILES, L"Color Table Files (*.col)"},
+    {TextId::CONTOURS_DEFINITION_FILES, L"Contour Definition Files (*.cdf)"},
+
+    {TextId::CONTOUR_CAPTION, L"Contour Properties"},
+    {TextId::CONTOUR_LEVEL, L"Level:"},
+    {TextId::CONTOUR_COLOR, L"Color:"},
+    {TextId::CONTOUR_CLICK_TO_CHANGE, L"Click to Change"},
+    {TextId::CONTOUR_LINE_STYLE, L"Line style:"},
+    {TextId::CONTOUR_LINE_STYLES, L"CONTINUOUS,DASHED,DOTTED"},
+    {TextId::CONTOUR_LINE_WIDTH, L"Line width:"},
+    {TextId::CONTOUR_SHOW_LABELS, L"Show labels:"},
+
+    {TextId::GENERATE_CAPTION, L"Generate Contours"},
+    {TextId::GENERATE_RANGE, L"Range"},
+    {TextId::GENERATE_LOWEST, L"Lowest level:"},
+    {TextId::GENERATE_HIGHEST, L"Highest level:"},
+    {TextId::GENERATE_INTERVAL, L"Interval:"},
 };
+
+constexpr bool IsBefore(const BuiltInText& a, const BuiltInText& b) { return a.id < b.id; }
+static_assert(std::is_sorted(std::begin(kTexts), std::end(kTexts), IsBefore));
 
 } // namespace
 
+std::span<const BuiltInText> BuiltInTexts() { return kTexts; }
+
 const wchar_t* LoadText(TextId id) {
-    const auto found =
-        std::find_if(std::begin(kTexts), std::end(kTexts), [id](const Entry& e) { return e.id == id; });
-    return found != std::end(kTexts) ? found->text : L"";
+    const auto* const own =
+        std::lower_bound(std::begin(kTexts), std::end(kTexts), BuiltInText{id, nullptr}, IsBefore);
+    if (own == std::end(kTexts) || own->id != id) return L"";
+    static const void* const module = ModuleAt(kTexts);
+    const wchar_t* const translated = VELMSUITE::LanguageText(module, static_cast<std::uint32_t>(id));
+    return translated ? translated : own->text;
 }

@@ -1,5 +1,8 @@
 #include "apps/chartutil/Program.h"
 
+#include "UtilityDLL/module/UtilityDLL.h"
+#include "VelmBase/WideString.h"
+#include "apps/chartutil/Version.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
@@ -48,12 +51,17 @@ ExitCode Finished(ExitCode code) {
 } // namespace
 
 ExitCode RunProgram(std::vector<std::string> arguments) {
+    if (const ErrorString started = UtilityDLLStartUp(); !started) {
+        if (arguments == std::vector<std::string>{"--version"}) std::cout << VersionLines() << '\n';
+        PrintNote("chartutil: " + ToUtf8(started.Text()));
+        return ExitCode::IO_ERROR;
+    }
     CLI::App program("Settings, colours and geometry of the charting suite from the command line",
                      "chartutil");
     program.footer("Exit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.\n"
                    "Ctrl-C stops a command with no file half written; a second one ends it at once.\n"
                    "'chartutil COMMAND --help' explains a command and shows examples.");
-    program.set_version_flag("--version", "chartutil " CHARTUTIL_VERSION);
+    program.set_version_flag("--version", VersionLines, "Show the versions of the program and its libraries");
     program.require_subcommand(1);
     program.allow_windows_style_options(false); // "/data/a.ini" is a path on every platform
     AddCommands(program, arguments);

@@ -12,10 +12,15 @@ TEST(Chartutil, ExplainsItselfAndItsExitCodes) {
     EXPECT_EQ("", result.error);
 }
 
-TEST(Chartutil, TellsItsVersion) {
+TEST(Chartutil, TellsItsVersionAndThoseOfItsLibraries) {
     const ProgramResult result = RunChartutil({"--version"});
     EXPECT_EQ(0, result.exitCode);
-    EXPECT_THAT(result.output, StartsWith("chartutil " PROJECT_VERSION));
+    EXPECT_EQ("", result.error);
+    EXPECT_THAT(result.output, StartsWith("chartutil " PROJECT_VERSION "\n"));
+    for (const char* const library :
+         {"VelmBaseR      ", "Framework      ", "VersionControlR", "VelmConfigureR ", "UtilityDLL     "})
+        EXPECT_THAT(result.output,
+                    HasSubstr(std::string("\n  ") + library + "  " PROJECT_VERSION "  matches\n"));
 }
 
 // A command that words a fault of its own makes its reader learn it anew.

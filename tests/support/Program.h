@@ -23,19 +23,23 @@ struct ProgramResult {
     std::string error;
 };
 
-/// Runs chartutil with UTF-8 arguments and `input` as its standard input.
-inline ProgramResult RunChartutil(const std::vector<std::string>& arguments, std::string_view input = {}) {
+/// Runs the program `path` with UTF-8 arguments and `input` as its standard input.
+inline ProgramResult RunProgramAt(const std::string& path, const std::vector<std::string>& arguments,
+                                  std::string_view input = {}) {
     ProgramResult result;
-    const std::string program = ChartutilPath();
-    if (program.empty()) {
-        ADD_FAILURE() << "the environment variable CHARTUTIL names no program: run this test by ctest";
-        return result;
-    }
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "input", input);
-    result.exitCode = RunWithFiles(program, arguments, folder.File(L"input"), folder.File(L"output"),
-                                   folder.File(L"error"));
+    result.exitCode =
+        RunWithFiles(path, arguments, folder.File(L"input"), folder.File(L"output"), folder.File(L"error"));
     result.output = ReadBytes(folder.Path() / "output");
     result.error = ReadBytes(folder.Path() / "error");
     return result;
+}
+
+/// Runs chartutil in the same way.
+inline ProgramResult RunChartutil(const std::vector<std::string>& arguments, std::string_view input = {}) {
+    const std::string program = ChartutilPath();
+    if (!program.empty()) return RunProgramAt(program, arguments, input);
+    ADD_FAILURE() << "the environment variable CHARTUTIL names no program: run this test by ctest";
+    return {};
 }

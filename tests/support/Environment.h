@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string>
+
+/// Gives this process and those that it starts an environment variable; an empty value takes it away.
+void SetEnvironment(const std::wstring& name, const std::wstring& value);

@@ -17,15 +17,21 @@ namespace {
 using Files = std::vector<std::wstring>;
 
 Files LanguageFiles(const std::wstring& library) {
+    constexpr wchar_t kFolder[] = L"utilitydll/languages/"; // beside the library
     Files files;
+    if (library.empty()) return files;
     const std::size_t name = library.find_last_of(L"/\\") + 1;
     // What follows the first dot is the kind of file and the version.
     const std::wstring title = library.substr(name, library.find(L'.', name) - name);
     const std::vector<std::wstring> languages = LANGUAGES::FileNames(LANGUAGES::ChosenLanguage());
     files.reserve(languages.size());
     for (const std::wstring& language : languages)
-        files.push_back(library.substr(0, name) + L"utilitydll/languages/" + title + L"." + language +
-                        L".po");
+        files.emplace_back(library, 0, name)
+            .append(kFolder)
+            .append(title)
+            .append(L".")
+            .append(language)
+            .append(L".po");
     return files;
 }
 

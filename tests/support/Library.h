@@ -3,7 +3,7 @@
 /// A shared library by its path in the system's narrow text; null when it cannot be loaded.
 void* LoadSharedLibrary(const char* path);
 
-/// A function of it; null when it has none of that name.
+/// Its exported function of that (mangled) name; null when it has none.
 void* FunctionOf(void* library, const char* name);
 
 /// Gives back what LoadSharedLibrary() gave.

@@ -1,0 +1,82 @@
+# Programs and libraries that tests run, load, or put in the place of others: each beside the test that needs it.
+
+# The module's start-up alone, with stand-ins for what it calls, and a program that loads it. The stand-ins need some
+# sources of the base library.
+add_library(StartUpStandIns SHARED module/StandIns.cpp ../VelmBase/LibraryVersion.cpp ../VelmBase/NumberText.cpp
+    ../VelmBase/WideString.cpp ../VelmBase/${system}/Module.cpp)
+target_compile_definitions(StartUpStandIns PRIVATE VelmBaseR_EXPORTS Framework_EXPORTS VersionControlR_EXPORTS)
+add_library(StartUpModule SHARED ../UtilityDLL/module/UtilityDLL.cpp ../UtilityDLL/module/${system}/UtilityDLL.cpp)
+target_compile_definitions(StartUpModule PRIVATE UtilityDLL_EXPORTS LIBRARY_VERSION=${LIBRARY_VERSION_NUMBER})
+target_link_libraries(StartUpModule PRIVATE StartUpStandIns)
+add_executable(LoadModule module/LoadModule.cpp support/${system}/Library.cpp)
+target_link_libraries(LoadModule PRIVATE StartUpStandIns ${CMAKE_DL_LIBS})
+
+# Siblings that do not fit: a version-control library that says no, and one that was built with another version.
+add_library(StandInVersionControl SHARED module/StandInVersionControl.cpp)
+target_compile_definitions(StandInVersionControl PRIVATE VersionControlR_EXPORTS)
+set_target_properties(StandInVersionControl PROPERTIES OUTPUT_NAME VersionControlR)
+add_library(OtherVelmConfigure SHARED ../VelmConfigure/DataSearch.cpp)
+target_compile_definitions(OtherVelmConfigure PRIVATE VelmConfigureR_EXPORTS INSTALLED_DATA_FOLDER=L"/")
+target_link_libraries(OtherVelmConfigure PRIVATE VelmBaseR)
+velm_version_number(other_version 5.0.0.21)
+velm_register(OtherVelmConfigure VelmConfigureR ${other_version})
+set_target_properties(OtherVelmConfigure PROPERTIES OUTPUT_NAME VelmConfigureR)
+foreach(library StandInVersionControl OtherVelmConfigure)
+    set_target_properties(${library} PROPERTIES SOVERSION ${PROJECT_VERSION_MAJOR} PREFIX ""
+        LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${library}
+        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${library})
+endforeach()
+foreach(library StartUpStandIns StartUpModule LoadModule StandInVersionControl OtherVelmConfigure)
+    target_include_directories(${library} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/include)
+    target_link_libraries(${library} PRIVATE ProjectOptions)
+endforeach()
+add_executable(PrintOpenFault module/PrintOpenFault.cpp)
+target_link_libraries(PrintOpenFault PRIVATE UtilityDLL ProjectOptions)
+
+# Tests that run programs with libraries of their own choice.
+foreach(name StartUpTest StartUp_RefusedTest LanguagesTest)
+    add_dependencies(${name} LoadModule StartUpModule StandInVersionControl OtherVelmConfigure PrintOpenFault chartutil)
+    target_compile_definitions(${name} PRIVATE
+        LOAD_MODULE="${drive}$<TARGET_FILE:LoadModule>" START_UP_MODULE="${drive}$<TARGET_FILE:StartUpModule>"
+        PRINT_OPEN_FAULT="${drive}$<TARGET_FILE:PrintOpenFault>"
+        STAND_IN_VERSION_CONTROL="${drive}$<TARGET_FILE_DIR:StandInVersionControl>"
+        OTHER_VELM_CONFIGURE="${drive}$<TARGET_FILE_DIR:OtherVelmConfigure>")
+endforeach()
+
+if(NOT WIN32)
+    # The host program that IniFile_SaveFaultTest kills and traces; it is found beside it.
+    add_executable(SaveLoop settings/posix/SaveLoop.cpp)
+    target_link_libraries(SaveLoop PRIVATE UtilityDLL ProjectOptions)
+    add_dependencies(IniFile_SaveFaultTest SaveLoop)
+
+    # The host that Wnd_ModuleTest runs apart from this build's libraries, and the module that it must not use.
+    add_executable(WindowHost Framework/posix/WindowHost.cpp)
+    target_link_libraries(WindowHost PRIVATE Framework ProjectOptions)
+    set_target_properties(WindowHost PROPERTIES BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH "$ORIGIN/lib")
+    add_library(ForeignModule MODULE Framework/posix/ForeignModule.cpp)
+    target_link_libraries(ForeignModule PRIVATE VelmBaseR ProjectOptions)
+    set_target_properties(ForeignModule PROPERTIES PREFIX "")
+    target_compile_definitions(Wnd_ModuleTest PRIVATE PROJECT_VERSION="${PROJECT_VERSION}")
+    add_dependencies(Wnd_ModuleTest WindowHost ForeignModule)
+endif()
+
+# The host program of Thread_HostEndTest, which gets at the library by loading it alone.
+add_executable(LoadingHost runtime/LoadingHost.cpp support/${system}/Library.cpp)
+target_include_directories(LoadingHost PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/include)
+target_compile_definitions(LoadingHost PRIVATE UTILITYDLL_STATIC_DEFINE)
+target_link_libraries(LoadingHost PRIVATE ProjectOptions ${CMAKE_DL_LIBS})
+add_dependencies(LoadingHost UtilityDLL) # whose generated header it includes
+add_dependencies(Thread_HostEndTest LoadingHost)
+target_compile_definitions(Thread_HostEndTest PRIVATE
+    LOADING_HOST="${drive}$<TARGET_FILE:LoadingHost>" UTILITYDLL_FILE="${drive}$<TARGET_FILE:UtilityDLL>")
+
+# The host program whose static objects outlive the observer, with a library that has some too.
+add_library(ObserverAtExitLibrary SHARED runtime/ObserverAtExitLibrary.cpp)
+set_target_properties(ObserverAtExitLibrary PROPERTIES CXX_VISIBILITY_PRESET default)
+add_executable(ObserverAtExit runtime/ObserverAtExit.cpp)
+foreach(target ObserverAtExitLibrary ObserverAtExit)
+    target_link_libraries(${target} PRIVATE UtilityDLL ProjectOptions)
+endforeach()
+target_link_libraries(ObserverAtExit PRIVATE ObserverAtExitLibrary)
+add_dependencies(ObserverAtExitTest ObserverAtExit)
+target_compile_definitions(ObserverAtExitTest PRIVATE OBSERVER_AT_EXIT="${drive}$<TARGET_FILE:ObserverAtExit>")

@@ -80,10 +80,10 @@ bool ReadStandardInput(void* buffer, std::size_t count, std::size_t& got) {
         const Reading reading;
         if (Interrupt::IsRequested()) return true;
         const auto size = static_cast<DWORD>(std::min<std::size_t>(count, 1u << 30));
-        if (!ReadFile(GetStdHandle(STD_INPUT_HANDLE), buffer, size, &read, nullptr)) error = GetLastError();
+        SetLastError(ERROR_SUCCESS); // a read that succeeds leaves the error of an earlier call
+        const bool hasRead = ReadFile(GetStdHandle(STD_INPUT_HANDLE), buffer, size, &read, nullptr) != 0;
         // A console gives no input after Ctrl-C, even before the handler was called.
-        else if (read == 0)
-            error = GetLastError();
+        if (!hasRead || read == 0) error = GetLastError();
     }
     if (error == ERROR_OPERATION_ABORTED) {
         requested = true;

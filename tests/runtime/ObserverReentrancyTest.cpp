@@ -2,6 +2,7 @@
 
 #include "UtilityDLL/runtime/Observer.h"
 
+#include "tests/runtime/Calls.h"
 #include "tests/support/Random.h"
 
 #include <algorithm>
@@ -19,15 +20,6 @@ namespace {
 
 using UTL::Observer;
 using UTL::Subscriber;
-
-// Who was called with what, in order: "b5 a5".
-std::string calls;
-
-std::string TakeCalls() {
-    std::string taken = std::exchange(calls, {});
-    if (!taken.empty()) taken.pop_back();
-    return taken;
-}
 
 // Notes the call and does what it is told for that code, once.
 class Actor : public Subscriber {

@@ -1,5 +1,6 @@
 #include "UtilityDLL/runtime/Observer.h"
 
+#include "tests/runtime/Calls.h"
 #include "tests/support/Random.h"
 
 #include <algorithm>
@@ -16,15 +17,6 @@ namespace {
 
 using UTL::Observer;
 using UTL::Subscriber;
-
-// Who was called with what, in order: "b5 a5".
-std::string calls;
-
-std::string TakeCalls() {
-    std::string taken = std::exchange(calls, {});
-    if (!taken.empty()) taken.pop_back();
-    return taken;
-}
 
 class Listener : public Subscriber {
 public:

@@ -25,7 +25,7 @@ const char* Name(const void* handle) {
     return handle == g_instance ? "the module" : "something else";
 }
 
-std::vector<const CDynLinkLibrary*> g_libraries; // owned by the framework
+CDynLinkLibrary* g_library = nullptr; // owned by the framework
 
 } // namespace
 
@@ -50,13 +50,19 @@ bool AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, void* module) {
 void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state) {
     std::printf("AfxTermExtensionModule(%s)\n", Name(state.hModule));
     std::fflush(stdout);
+    CDynLinkLibrary::Remove(state.hModule);
     state = {};
 }
 
 CDynLinkLibrary::CDynLinkLibrary(const AFX_EXTENSION_MODULE& state)
     : m_module(state.hModule), m_next(nullptr) {
-    g_libraries.push_back(this);
+    g_library = this;
     std::printf("CDynLinkLibrary(%s)\n", Name(state.hModule));
+}
+
+void CDynLinkLibrary::Remove(const void* /*module*/) {
+    delete g_library;
+    g_library = nullptr;
 }
 
 void VELMSUITE::LoadDLLResourceDLL(void* instance, void* module) {

@@ -40,8 +40,13 @@ int RunWithFiles(const std::string& path, const std::vector<std::string>& argume
     start.hStdError = OpenInherited(errorFile, GENERIC_WRITE, CREATE_ALWAYS);
     PROCESS_INFORMATION process{};
     DWORD exitCode = static_cast<DWORD>(-1);
-    if (CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
-                       &process)) {
+    // A system with much to do may refuse once; that no process begins is never what a test is about.
+    constexpr int kMostTries = 5;
+    bool isStarted = false;
+    for (int i = 0; i < kMostTries && !isStarted; ++i)
+        isStarted = CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                   nullptr, &start, &process) != 0;
+    if (isStarted) {
         WaitForSingleObject(process.hProcess, INFINITE);
         GetExitCodeProcess(process.hProcess, &exitCode);
         CloseHandle(process.hThread);

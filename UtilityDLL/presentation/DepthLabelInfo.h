@@ -8,10 +8,10 @@
 class UTILITYDLL_API DepthLabelInfo : public TextInfo {
 public:
     /// How a label is presented and where it is placed. What the values draw is up to the layout of depth
-    /// labels, which keeps a number in one piece at PRESENTATION_0 with PLACEMENT_2 and otherwise splits it
+    /// labels, which keeps a number in one piece at IN_LINE with WHOLE_LABEL and otherwise splits it
     /// at its point.
-    enum PRESENTATION : std::int32_t { PRESENTATION_0, PRESENTATION_1, PRESENTATION_2 };
-    enum PLACEMENT : std::int32_t { PLACEMENT_0, PLACEMENT_1, PLACEMENT_2 };
+    enum PRESENTATION : std::int32_t { IN_LINE, SMALL_DECIMALS, LOWERED_DECIMALS };
+    enum PLACEMENT : std::int32_t { DECIMAL_POINT, WHOLE_PART, WHOLE_LABEL };
 
     DepthLabelInfo() = default;
 
@@ -66,8 +66,8 @@ private:
     template <typename Items> void ListItems(Items& items) const;
 
     int m_precision = 2;
-    PRESENTATION m_presentation = PRESENTATION_0;
-    PLACEMENT m_placement = PLACEMENT_0;
+    PRESENTATION m_presentation = IN_LINE;
+    PLACEMENT m_placement = DECIMAL_POINT;
     bool m_useTextColor = true;
     bool m_autoTextRotation = true;
     bool m_underlineDryingHeights = false;

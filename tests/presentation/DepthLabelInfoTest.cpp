@@ -13,8 +13,8 @@ DepthLabelInfo FromLine(const std::wstring& line) {
     DepthLabelInfo label;
     label.SetFont(L"Left over");
     label.SetPrecision(9);
-    label.SetPresentation(DepthLabelInfo::PRESENTATION_1);
-    label.SetPlacement(DepthLabelInfo::PLACEMENT_1);
+    label.SetPresentation(DepthLabelInfo::SMALL_DECIMALS);
+    label.SetPlacement(DepthLabelInfo::WHOLE_PART);
     label.UseTextColor(false);
     label.AutoTextRotation(false);
     label.SetUnderlineDryingHeights(true);
@@ -59,8 +59,8 @@ TEST(DepthLabelInfo, EveryFieldButTheInvertedSignCountsForEquality) {
     };
     for (const DepthLabelInfo& other :
          {changed([](auto& l) { l.SetSize(7); }), changed([](auto& l) { l.SetPrecision(3); }),
-          changed([](auto& l) { l.SetPresentation(DepthLabelInfo::PRESENTATION_2); }),
-          changed([](auto& l) { l.SetPlacement(DepthLabelInfo::PLACEMENT_2); }),
+          changed([](auto& l) { l.SetPresentation(DepthLabelInfo::LOWERED_DECIMALS); }),
+          changed([](auto& l) { l.SetPlacement(DepthLabelInfo::WHOLE_LABEL); }),
           changed([](auto& l) { l.UseTextColor(false); }),
           changed([](auto& l) { l.AutoTextRotation(false); }),
           changed([](auto& l) { l.SetUnderlineDryingHeights(true); }),
@@ -123,8 +123,8 @@ TEST(DepthLabelInfo, NamesTheItemsOfItsLine) {
     // Each of the label's fields alone, given a value that is not its default.
     const std::function<void(DepthLabelInfo&)> changes[] = {
         [](DepthLabelInfo& label) { label.SetPrecision(7); },
-        [](DepthLabelInfo& label) { label.SetPresentation(DepthLabelInfo::PRESENTATION_1); },
-        [](DepthLabelInfo& label) { label.SetPlacement(DepthLabelInfo::PLACEMENT_1); },
+        [](DepthLabelInfo& label) { label.SetPresentation(DepthLabelInfo::SMALL_DECIMALS); },
+        [](DepthLabelInfo& label) { label.SetPlacement(DepthLabelInfo::WHOLE_PART); },
         [](DepthLabelInfo& label) { label.UseTextColor(false); },
         [](DepthLabelInfo& label) { label.AutoTextRotation(false); },
         [](DepthLabelInfo& label) { label.SetUnderlineDryingHeights(true); },
@@ -161,8 +161,8 @@ TEST(DepthLabelInfo_ToString, SeventeenItems) {
     EXPECT_EQ(L"Arial,2.5,0,0,0,0,0,0,0,0,2,0,0,1,1,0,0", DepthLabelInfo().ToString());
     DepthLabelInfo label;
     label.SetPrecision(-1);
-    label.SetPresentation(DepthLabelInfo::PRESENTATION_1);
-    label.SetPlacement(DepthLabelInfo::PLACEMENT_2);
+    label.SetPresentation(DepthLabelInfo::SMALL_DECIMALS);
+    label.SetPlacement(DepthLabelInfo::WHOLE_LABEL);
     label.UseTextColor(false);
     label.SetUnderlineDryingHeights(true);
     label.SetNoDecimalZeros(true);

@@ -163,8 +163,8 @@ class House:
 
 
 def covers(entry, room):
-    """A name stands for the rooms in it as well."""
-    return room == entry or room.startswith(entry + "/")
+    """A name stands for the rooms in it as well, but not one that ends in "/."."""
+    return room == entry.removesuffix("/.") or room.startswith(entry + "/")
 
 
 def unit(name):

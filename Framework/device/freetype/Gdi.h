@@ -1,0 +1,189 @@
+#pragma once
+
+#include "Framework/Export.h"
+
+#include <cstdint>
+
+// The part of Windows' device interface that the framework stands on, under the names, with the values and
+// the layouts that the header of Windows gives them: the same source serves hosts on both platforms. Here it
+// is made with fontconfig, FreeType and HarfBuzz, and needs no display: a device context stands for one of 96
+// pixels an inch, and nothing that is measured is rounded to its pixels.
+
+using BOOL = int;
+using BYTE = std::uint8_t;
+using LONG = std::int32_t;
+using UINT = unsigned int;
+using DWORD = unsigned long;
+using LPARAM = std::intptr_t;
+
+/// Numbers, not addresses: one that stands for nothing, or no more, is refused.
+using HGDIOBJ = void*;
+using HDC = struct HDC__*;
+using HFONT = struct HFONT__*;
+
+struct SIZE {
+    LONG cx;
+    LONG cy;
+};
+struct POINT {
+    LONG x;
+    LONG y;
+};
+struct RECT {
+    LONG left;
+    LONG top;
+    LONG right;
+    LONG bottom;
+};
+
+/// Lengths are in logical units.
+struct TEXTMETRICW {
+    LONG tmHeight; ///< ascent and descent
+    LONG tmAscent;
+    LONG tmDescent;
+    LONG tmInternalLeading; ///< of the height what is above the em
+    LONG tmExternalLeading; ///< what the font wants between two lines
+    LONG tmAveCharWidth;
+    LONG tmMaxCharWidth;
+    LONG tmWeight;
+    LONG tmOverhang;
+    LONG tmDigitizedAspectX;
+    LONG tmDigitizedAspectY;
+    char16_t tmFirstChar;
+    char16_t tmLastChar;
+    char16_t tmDefaultChar;
+    char16_t tmBreakChar;
+    BYTE tmItalic;
+    BYTE tmUnderlined;
+    BYTE tmStruckOut;
+    BYTE tmPitchAndFamily;
+    BYTE tmCharSet;
+};
+
+struct PANOSE {
+    BYTE bFamilyType;
+    BYTE bSerifStyle;
+    BYTE bWeight;
+    BYTE bProportion;
+    BYTE bContrast;
+    BYTE bStrokeVariation;
+    BYTE bArmStyle;
+    BYTE bLetterform;
+    BYTE bMidline;
+    BYTE bXHeight;
+};
+
+/// Lengths are in logical units, y up from the base line; a descent is negative.
+struct OUTLINETEXTMETRICW {
+    UINT otmSize; ///< 232 bytes: the names that Windows has behind the structure are not there
+    TEXTMETRICW otmTextMetrics;
+    BYTE otmFiller;
+    PANOSE otmPanoseNumber;
+    UINT otmfsSelection;
+    UINT otmfsType;
+    int otmsCharSlopeRise;
+    int otmsCharSlopeRun;
+    int otmItalicAngle; ///< tenths of a degree
+    UINT otmEMSquare;   ///< font units
+    int otmAscent;      ///< the typographic one
+    int otmDescent;     ///< the typographic one
+    UINT otmLineGap;
+    UINT otmsCapEmHeight;
+    UINT otmsXHeight;
+    RECT otmrcFontBox;
+    int otmMacAscent;
+    int otmMacDescent;
+    UINT otmMacLineGap;
+    UINT otmusMinimumPPEM;
+    POINT otmptSubscriptSize;
+    POINT otmptSubscriptOffset;
+    POINT otmptSuperscriptSize;
+    POINT otmptSuperscriptOffset;
+    UINT otmsStrikeoutSize;
+    int otmsStrikeoutPosition;
+    int otmsUnderscoreSize;
+    int otmsUnderscorePosition;
+    char* otmpFamilyName; ///< this and the other names are null
+    char* otmpFaceName;
+    char* otmpStyleName;
+    char* otmpFullName;
+};
+static_assert(sizeof(OUTLINETEXTMETRICW) == 232);
+
+inline constexpr int LF_FACESIZE = 32;
+struct LOGFONTW {
+    LONG lfHeight; ///< of the cell (ascent and descent) when positive, of the em when negative, in logical
+                   ///< units
+    LONG lfWidth;
+    LONG lfEscapement;
+    LONG lfOrientation;
+    LONG lfWeight;
+    BYTE lfItalic;
+    BYTE lfUnderline;
+    BYTE lfStrikeOut;
+    BYTE lfCharSet;
+    BYTE lfOutPrecision;
+    BYTE lfClipPrecision;
+    BYTE lfQuality;
+    BYTE lfPitchAndFamily;
+    wchar_t lfFaceName[LF_FACESIZE];
+};
+
+inline constexpr int MM_TEXT = 1;
+inline constexpr int MM_HIMETRIC = 3; ///< 0.01 mm, y up
+inline constexpr int MM_ISOTROPIC = 7;
+
+inline constexpr int HORZSIZE = 4; ///< millimetres
+inline constexpr int VERTSIZE = 6;
+inline constexpr int HORZRES = 8; ///< pixels
+inline constexpr int VERTRES = 10;
+inline constexpr int LOGPIXELSX = 88; ///< pixels an inch
+inline constexpr int LOGPIXELSY = 90;
+
+inline constexpr int FW_NORMAL = 400;
+inline constexpr int FW_BOLD = 700;
+inline constexpr int DEFAULT_CHARSET = 1;
+inline constexpr int OUT_TT_ONLY_PRECIS = 7;
+inline constexpr int CLIP_LH_ANGLES = 16;
+inline constexpr int PROOF_QUALITY = 2;
+inline constexpr int TRUETYPE_FONTTYPE = 4;
+
+inline constexpr int WHITE_BRUSH = 0;
+inline constexpr int NULL_BRUSH = 5;
+inline constexpr int BLACK_PEN = 7;
+inline constexpr int SYSTEM_FONT = 13;
+inline constexpr int DEFAULT_GUI_FONT = 17;
+
+/// Null unless the driver is "DISPLAY".
+FRAMEWORK_API HDC CreateDCW(const wchar_t* driver, const wchar_t* device, const wchar_t* output,
+                            const void* initData);
+FRAMEWORK_API BOOL DeleteDC(HDC dc);
+
+/// Both return the mode before, 0 on failure. The modes are those that are named above.
+FRAMEWORK_API int SetMapMode(HDC dc, int mode);
+FRAMEWORK_API int GetMapMode(HDC dc);
+
+/// They count in MM_ISOTROPIC only; `old` may be null.
+FRAMEWORK_API BOOL SetWindowExtEx(HDC dc, int x, int y, SIZE* old);
+FRAMEWORK_API BOOL SetViewportExtEx(HDC dc, int x, int y, SIZE* old);
+FRAMEWORK_API int GetDeviceCaps(HDC dc, int index);
+
+FRAMEWORK_API HFONT CreateFontW(int height, int width, int escapement, int orientation, int weight,
+                                DWORD italic, DWORD underline, DWORD strikeOut, DWORD charSet,
+                                DWORD outPrecision, DWORD clipPrecision, DWORD quality, DWORD pitchAndFamily,
+                                const wchar_t* face);
+FRAMEWORK_API HGDIOBJ GetStockObject(int index);
+FRAMEWORK_API BOOL DeleteObject(HGDIOBJ object);
+
+/// The object of its kind that was selected before; null when one of the two is none.
+FRAMEWORK_API HGDIOBJ SelectObject(HDC dc, HGDIOBJ object);
+
+/// The bytes that were written; with a null pointer, those that there are. 0 for a font without outlines.
+FRAMEWORK_API UINT GetOutlineTextMetricsW(HDC dc, UINT size, OUTLINETEXTMETRICW* metrics);
+
+/// The sum of the advances, without kerning, and the height of the font's cell, in logical units.
+FRAMEWORK_API BOOL GetTextExtentPoint32W(HDC dc, const wchar_t* text, int length, SIZE* extent);
+
+/// The family that the selected font was found in: another than was asked for where that is missing. Returns
+/// the characters that were written with the final 0, or with a null pointer, those that there are.
+FRAMEWORK_API int GetTextFaceW(HDC dc, int count, wchar_t* face);

@@ -1,0 +1,3 @@
+#include "UtilityDLL/text/GDIScaleFactor.h"
+
+constinit const GDIScaleFactor GDIScaleFactor::m_instance;

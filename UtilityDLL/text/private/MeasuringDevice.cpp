@@ -1,0 +1,31 @@
+#include "UtilityDLL/text/private/MeasuringDevice.h"
+
+#include "UtilityDLL/text/GDIScaleFactor.h"
+#include "VelmBase/Math.h"
+
+#include <cstdint>
+
+MeasuringDevice::MeasuringDevice() {
+    CreateDCW(L"DISPLAY", nullptr, nullptr);
+    const double factor = GDIScaleFactor::Get();
+    if (factor == 1000.0) {
+        SetMapMode(MM_HIMETRIC);
+    } else {
+        SetMapMode(MM_ISOTROPIC);
+        SetWindowExt(MATH::ToInt(GetDeviceCaps(HORZSIZE) * factor),
+                     MATH::ToInt(GetDeviceCaps(VERTSIZE) * factor));
+        SetViewportExt(GetDeviceCaps(HORZRES), -GetDeviceCaps(VERTRES));
+    }
+}
+
+void MakeMeasuringFont(CFont& font, int height, bool isBold, bool isItalic, bool isUnderlined,
+                       const std::wstring& face) {
+    font.CreateFontW(height, 0, 0, 0, isBold ? FW_BOLD : FW_NORMAL, isItalic, isUnderlined, false, 0,
+                     OUT_TT_ONLY_PRECIS, CLIP_LH_ANGLES, PROOF_QUALITY, 0, face.c_str());
+}
+
+int CellPart(int part, int height, const TEXTMETRICW& cell) {
+    const auto product =
+        static_cast<std::int32_t>(static_cast<std::uint32_t>(part) * static_cast<std::uint32_t>(height));
+    return cell.tmHeight == 0 ? 0 : static_cast<int>(std::int64_t{product} / cell.tmHeight);
+}

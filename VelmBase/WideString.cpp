@@ -74,8 +74,9 @@ bool icompareW(std::wstring_view a, std::wstring_view b) {
 }
 
 int CompareNoCaseW(std::wstring_view a, std::wstring_view b) {
-    const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(),
-                                      [](wchar_t c, wchar_t d) { return ToLowerW(c) == ToLowerW(d); });
+    const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t c, wchar_t d) {
+        return c == d || ToLowerW(c) == ToLowerW(d);
+    });
     if (x == a.end()) return y == b.end() ? 0 : -1;
     if (y == b.end()) return 1;
     return ToLowerW(*x) < ToLowerW(*y) ? -1 : 1;

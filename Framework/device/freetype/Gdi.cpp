@@ -1,6 +1,7 @@
 #include "Framework/device/Gdi.h"
 
 #include "Framework/device/freetype/Face.h"
+#include "Framework/device/freetype/FontList.h"
 #include "VelmBase/WideString.h"
 
 #include <algorithm>
@@ -12,6 +13,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -213,4 +215,43 @@ int GetTextFaceW(HDC dc, int count, wchar_t* face) {
     const auto copied = family.copy(face, static_cast<std::size_t>(count) - 1);
     face[copied] = 0;
     return static_cast<int>(copied) + 1;
+}
+
+int EnumFontFamiliesExW(HDC dc, const LOGFONTW* wanted, FONTENUMPROCW callback, LPARAM parameter, DWORD) {
+    {
+        const std::lock_guard lock(guard);
+        if (!Handles::Find(contexts, dc) || !callback) return 0;
+    }
+    std::wstring_view name;
+    if (wanted) {
+        name = {wanted->lfFaceName, LF_FACESIZE};
+        name = name.substr(0, name.find(L'\0'));
+    }
+    std::vector<ListedFont> fonts = ListFonts();
+    if (name.empty())
+        fonts.erase(
+            std::unique(fonts.begin(), fonts.end(),
+                        [](const ListedFont& a, const ListedFont& b) { return a.family == b.family; }),
+            fonts.end());
+    else
+        std::erase_if(fonts, [&](const ListedFont& font) {
+            return !icompareW(std::wstring_view(font.family).substr(0, LF_FACESIZE - 1), name);
+        });
+    int result = 1;
+    for (const ListedFont& font : fonts) {
+        LOGFONTW logical = {};
+        logical.lfWeight = font.weight;
+        logical.lfItalic = font.isItalic ? 255 : 0;
+        logical.lfPitchAndFamily = font.isMonospaced ? FIXED_PITCH : VARIABLE_PITCH;
+        font.family.copy(logical.lfFaceName, LF_FACESIZE - 1);
+        TEXTMETRICW metrics = {};
+        metrics.tmWeight = logical.lfWeight;
+        metrics.tmItalic = logical.lfItalic;
+        metrics.tmPitchAndFamily = static_cast<BYTE>((font.isMonospaced ? 0 : TMPF_FIXED_PITCH) |
+                                                     (font.hasOutlines ? TMPF_VECTOR | TMPF_TRUETYPE : 0));
+        result =
+            callback(&logical, &metrics, font.hasOutlines ? TRUETYPE_FONTTYPE : RASTER_FONTTYPE, parameter);
+        if (result == 0) break;
+    }
+    return result;
 }

@@ -146,7 +146,19 @@ inline constexpr int DEFAULT_CHARSET = 1;
 inline constexpr int OUT_TT_ONLY_PRECIS = 7;
 inline constexpr int CLIP_LH_ANGLES = 16;
 inline constexpr int PROOF_QUALITY = 2;
+
+// What EnumFontFamiliesExW says a font is: with neither bit, outlines that are not counted as TrueType.
+inline constexpr int RASTER_FONTTYPE = 1;
+inline constexpr int DEVICE_FONTTYPE = 2;
 inline constexpr int TRUETYPE_FONTTYPE = 4;
+
+// The low bits of lfPitchAndFamily, and of tmPitchAndFamily, where the first one means the opposite of its
+// name.
+inline constexpr int FIXED_PITCH = 1;
+inline constexpr int VARIABLE_PITCH = 2;
+inline constexpr int TMPF_FIXED_PITCH = 1; ///< the font is NOT of fixed pitch
+inline constexpr int TMPF_VECTOR = 2;
+inline constexpr int TMPF_TRUETYPE = 4;
 
 inline constexpr int WHITE_BRUSH = 0;
 inline constexpr int NULL_BRUSH = 5;
@@ -187,3 +199,20 @@ FRAMEWORK_API BOOL GetTextExtentPoint32W(HDC dc, const wchar_t* text, int length
 /// The family that the selected font was found in: another than was asked for where that is missing. Returns
 /// the characters that were written with the final 0, or with a null pointer, those that there are.
 FRAMEWORK_API int GetTextFaceW(HDC dc, int count, wchar_t* face);
+
+/// Gets a font, its measures, its type (RASTER_FONTTYPE for bitmaps, TRUETYPE_FONTTYPE for all outlines) and
+/// the caller's own parameter. Enumerating ends when it returns 0.
+using FONTENUMPROCW = int (*)(const LOGFONTW* font, const TEXTMETRICW* metrics, DWORD type, LPARAM parameter);
+
+/// Calls back for each installed family, with its most regular style, in the order of their names; with a
+/// name in `wanted`, for each style of that family (letter case does not count), upright ones first, of these
+/// the nearest to regular. The rest of `wanted` does not count; with a null pointer all families are meant.
+///
+/// A family has one entry, with character set 0, where Windows has one for each character set. No font file
+/// is opened: of the measures only weight, slant, pitch and type are set, the lengths are 0. Of a name of
+/// LF_FACESIZE or more characters lfFaceName holds the first LF_FACESIZE - 1, by which CreateFontW finds it
+/// again.
+///
+/// Returns what was returned last; 1 when there is nothing to call back for, 0 for what is no context.
+FRAMEWORK_API int EnumFontFamiliesExW(HDC dc, const LOGFONTW* wanted, FONTENUMPROCW callback,
+                                      LPARAM parameter, DWORD flags);

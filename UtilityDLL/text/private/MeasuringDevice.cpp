@@ -1,13 +1,10 @@
 #include "UtilityDLL/text/private/MeasuringDevice.h"
 
-#include "UtilityDLL/text/GDIScaleFactor.h"
+#include "UtilityDLL/GTL/Element.h"
 #include "VelmBase/Math.h"
 
-#include <cstdint>
-
-MeasuringDevice::MeasuringDevice() {
+MeasuringDevice::MeasuringDevice(double factor) {
     CreateDCW(L"DISPLAY", nullptr, nullptr);
-    const double factor = GDIScaleFactor::Get();
     if (factor == 1000.0) {
         SetMapMode(MM_HIMETRIC);
     } else {
@@ -25,7 +22,6 @@ void MakeMeasuringFont(CFont& font, int height, bool isBold, bool isItalic, bool
 }
 
 int CellPart(int part, int height, const TEXTMETRICW& cell) {
-    const auto product =
-        static_cast<std::int32_t>(static_cast<std::uint32_t>(part) * static_cast<std::uint32_t>(height));
-    return cell.tmHeight == 0 ? 0 : static_cast<int>(std::int64_t{product} / cell.tmHeight);
+    const auto cellHeight = static_cast<int>(cell.tmHeight);
+    return cellHeight == 0 ? 0 : GTL::ELEMENT::Quotient(GTL::ELEMENT::Product(part, height), cellHeight);
 }

@@ -1,46 +1,53 @@
 #include "UtilityDLL/text/TextHeightFactComp.h"
 
+#include "UtilityDLL/GTL/Element.h"
 #include "UtilityDLL/text/GDIScaleFactor.h"
-#include "UtilityDLL/text/GDISelector.h"
 #include "UtilityDLL/text/private/MeasuringDevice.h"
+#include "UtilityDLL/text/private/MeasuringFont.h"
 #include "VelmBase/Math.h"
 
-#include <cstdlib>
+#include <limits>
+
+namespace {
+
+using GTL::ELEMENT::Difference;
+using GTL::ELEMENT::Sum;
+
+int Magnitude(int length) { return length < 0 ? Difference(0, length) : length; }
+
+} // namespace
 
 TextHeightFactComp& TextHeightFactComp::Get() {
-    static TextHeightFactComp instance;
-    return instance;
+    // Never destroyed: a host's static objects may measure in their destructors.
+    static TextHeightFactComp* const instance = new TextHeightFactComp;
+    return *instance;
 }
 
 float TextHeightFactComp::operator()(const TextInfo& text) {
-    const auto entry = Find(text);
+    const auto entry = AddEntry(text);
     return entry == m_entries.end() ? 0.0f : entry->second.first;
 }
 
 const OUTLINETEXTMETRICW& TextHeightFactComp::GetMetrics(const TextInfo& text) {
-    static const OUTLINETEXTMETRICW none = {};
-    const auto entry = Find(text);
+    static constexpr OUTLINETEXTMETRICW none = {};
+    const auto entry = AddEntry(text);
     return entry == m_entries.end() ? none : entry->second.second;
 }
 
-TextHeightFactComp::Entries::const_iterator TextHeightFactComp::Find(const TextInfo& text) {
-    const auto entry = m_entries.find(text);
-    return entry == m_entries.end() ? AddEntry(text) : entry;
-}
-
 TextHeightFactComp::Entries::const_iterator TextHeightFactComp::AddEntry(const TextInfo& text) {
-    MeasuringDevice device;
+    const auto place = m_entries.lower_bound(text);
+    if (place != m_entries.end() && !(text < place->first)) return place;
     const double scale = GDIScaleFactor::Get();
     const int height = MATH::ToInt(double{text.Size()} * scale);
-    CFont font;
-    MakeMeasuringFont(font, height, false, false, false, text.Font());
-    const GDISelector selected(&device, font);
+    if (height == std::numeric_limits<int>::min()) return m_entries.end(); // NaN, or it does not fit
+    const MeasuringFont font(height, false, false, false, text.Font());
     OUTLINETEXTMETRICW metrics = {};
-    if (device.GetOutlineTextMetricsW(sizeof metrics, &metrics) == 0) return m_entries.end();
+    if (font.GetOutlineTextMetricsW(sizeof metrics, &metrics) == 0) return m_entries.end();
     const TEXTMETRICW& cell = metrics.otmTextMetrics;
-    const int below = std::abs(metrics.otmDescent) + std::abs(static_cast<int>(cell.tmExternalLeading)) +
-                      std::abs(static_cast<int>(cell.tmInternalLeading));
-    const int visible = height - CellPart(below, height, cell);
+    const int hidden =
+        Sum(Magnitude(metrics.otmDescent), Sum(Magnitude(static_cast<int>(cell.tmExternalLeading)),
+                                               Magnitude(static_cast<int>(cell.tmInternalLeading))));
+    const int visible = Difference(height, CellPart(hidden, height, cell));
     const double factor = visible == 0 ? 0.0 : text.Size() / (visible / scale);
-    return m_entries.emplace(text, Entry(static_cast<float>(factor), metrics)).first;
+    return m_entries.emplace_hint(place, text, Entry(static_cast<float>(factor), metrics));
 }

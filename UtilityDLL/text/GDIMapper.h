@@ -8,8 +8,8 @@
 /// Fits a box of the world (doubles, y up) into a rectangle of a device (integer pixels, y down), and
 /// converts points and distances both ways.
 ///
-/// Nothing is checked: an empty box or rectangle gives a scale of 0, infinity or NaN. A device coordinate
-/// that does not fit into 32 bits is -2147483648, and arithmetic on device coordinates wraps.
+/// Nothing is checked: an empty box or rectangle gives a scale of 0, infinity or NaN. What does not fit when
+/// it is truncated to 32 bits, or is NaN, becomes -2147483648, and arithmetic on device coordinates wraps.
 class UTILITYDLL_API GDIMapper {
 public:
     /// All is 0.
@@ -25,10 +25,12 @@ public:
     /// rectangle's height, not about its top.
     CPoint operator<<(const GTL::Point2D<double>& point) const;
 
-    /// The point of the world in the middle of the pixel.
+    /// The point of the world in the middle of the pixel. The operator above shows it one row lower: there a
+    /// row lies above its coordinate, here below.
     GTL::Point2D<double> operator<<(const CPoint& pixel) const;
 
-    /// World units as pixels: the half is added before truncating toward zero, for negative ones too.
+    /// World units as pixels: the half is added before truncating toward zero, to negative ones as well, so
+    /// that -2 pixels are -1.
     int PixelDist(double distance) const;
 
     /// Pixels as world units.

@@ -3,7 +3,8 @@
 #include "Framework/device/DC.h"
 #include "UtilityDLL/Export.h"
 
-/// Selects an object into a device context for as long as this lives. The context must outlive it.
+/// Selects an object into a device context for as long as this lives, and then the one that was there before.
+/// The CDC must outlive it and is not null; without a context or an object, nothing is selected or restored.
 class UTILITYDLL_API GDISelector {
 public:
     GDISelector(CDC* dc, CGdiObject& object);

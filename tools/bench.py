@@ -6,6 +6,7 @@ The ratio is the peer's time divided by ours: above 1 we are faster. Times are m
 times, or the time on the clock where a benchmark asks for it (whole processes, threads)."""
 import json
 import pathlib
+import re
 import subprocess
 import sys
 
@@ -23,8 +24,9 @@ for program in sorted((folder / "bin").glob("*Bench")):
     for row in json.loads(output)["benchmarks"]:
         if row.get("aggregate_name") != "median":
             continue
-        name = row["run_name"].removesuffix("/real_time").removesuffix("/manual_time")
-        time = "cpu_time" if name == row["run_name"] else "real_time"
+        run = re.sub(r"/iterations:\d+", "", row["run_name"])
+        name = run.removesuffix("/real_time").removesuffix("/manual_time")
+        time = "cpu_time" if name == run else "real_time"
         task, who = name.rsplit("/", 1) if "/" in name else (name, "ours")
         tasks.setdefault(task, {})[who] = (row[time], row["time_unit"])
         more = []
@@ -32,6 +34,12 @@ for program in sorted((folder / "bin").glob("*Bench")):
             more.append(f"{row['bytes_per_second'] / 1e6:.0f} MB/s")
         if "bytes_per_file_byte" in row:
             more.append(f"{row['bytes_per_file_byte']:.2f} bytes in memory per byte of the file")
+        if "more_resident_bytes" in row:
+            more.append(f"{row['more_resident_bytes'] / 1e6:.1f} MB more resident")
+        if "more_heap_bytes" in row:
+            more.append(f"{row['more_heap_bytes'] / 1e6:.1f} MB more in use of the heap")
+        if "bytes_per_style" in row:
+            more.append(f"{row['bytes_per_style']:.0f} bytes in memory per style")
         if "shortest_us" in row:
             more.append(f"shortest {row['shortest_us']:.0f} us")
         counters.setdefault(task, {})[who] = ", ".join(more)

@@ -4,14 +4,30 @@
 
 /// How the depth numbers on a chart are written: a text style, the number's format and the label's layout.
 ///
-/// It is kept in its one-line form alone, not in sections.
+/// The number (12.34) has Precision() decimals, and a sign only where it is negative as it is shown. It is
+/// rounded up, for depths that count downward: a label shows no less depth than there is. Where the sign is
+/// inverted it is rounded down, which is the same for depths that are negative. To be exact, 0.499999999999
+/// of the last decimal's unit is added or subtracted, and the sum is rounded. It has a point in every locale.
+/// For what is no number it is "nan", "inf" or "-inf".
+///
+/// The layout is made by TextRectComp; docs/text-measurement.md shows its nine combinations. A label is kept
+/// in its one-line form alone, not in sections.
 class UTILITYDLL_API DepthLabelInfo : public TextInfo {
 public:
-    /// How a label is presented and where it is placed. What the values draw is up to the layout of depth
-    /// labels, which keeps a number in one piece at IN_LINE with WHOLE_LABEL and otherwise splits it
-    /// at its point.
-    enum PRESENTATION : std::int32_t { IN_LINE, SMALL_DECIMALS, LOWERED_DECIMALS };
-    enum PLACEMENT : std::int32_t { DECIMAL_POINT, WHOLE_PART, WHOLE_LABEL };
+    /// How the decimals look.
+    enum PRESENTATION : std::int32_t {
+        IN_LINE,          ///< as the whole part, with the point before them
+        SMALL_DECIMALS,   ///< two thirds in size and without the point, on the same base line
+        LOWERED_DECIMALS, ///< the same, lowered by a third of the text's size, as charts print soundings
+    };
+
+    /// What of the label stands on its position. Other numbers, here and above, count as 0.
+    enum PLACEMENT : std::int32_t {
+        DECIMAL_POINT, ///< the seam of whole part and decimals; in height, the whole part's justification
+        WHOLE_PART,    ///< the centre of the whole part, whatever the justification
+        WHOLE_LABEL,   ///< the box round the whole label, by its justification (a base line is the whole
+                       ///< part's); IN_LINE the label is one text
+    };
 
     DepthLabelInfo() = default;
 
@@ -19,14 +35,14 @@ public:
     /// assign to the text part: `static_cast<TextInfo&>(label) = text`.
     explicit DepthLabelInfo(const TextInfo& text) : TextInfo(text) {}
 
-    int Precision() const { return m_precision; } ///< decimal places
+    int Precision() const { return m_precision; } ///< decimals; below 0 is 0 and above 300 is 300
     PRESENTATION Presentation() const { return m_presentation; }
     PLACEMENT Placement() const { return m_placement; }
     bool UseTextColor() const { return m_useTextColor; }         ///< draw in the text's colour
-    bool AutoTextRotation() const { return m_autoTextRotation; } ///< rotate the label automatically
+    bool AutoTextRotation() const { return m_autoTextRotation; } ///< hosts rotate the label by themselves
     bool GetUnderlineDryingHeights() const { return m_underlineDryingHeights; }
-    bool GetNoDecimalZeros() const { return m_noDecimalZeros; } ///< leave out trailing zeros
-    bool GetSignIsInverted() const { return m_signIsInverted; } ///< depths are signed the other way
+    bool GetNoDecimalZeros() const { return m_noDecimalZeros; } ///< no decimals when they are all zeros
+    bool GetSignIsInverted() const { return m_signIsInverted; } ///< depths are negative
 
     /// All are stored as given.
     void SetPrecision(int precision) { m_precision = precision; }

@@ -1,60 +1,139 @@
 #include "UtilityDLL/text/TextRectComp.h"
 
+#include "UtilityDLL/GTL/Element.h"
 #include "UtilityDLL/text/GDIScaleFactor.h"
-#include "UtilityDLL/text/GDISelector.h"
 #include "UtilityDLL/text/TextHeightFactComp.h"
+#include "UtilityDLL/text/private/DepthLabelText.h"
+#include "UtilityDLL/text/private/LineDivision.h"
 #include "UtilityDLL/text/private/MeasuringDevice.h"
+#include "UtilityDLL/text/private/MeasuringFont.h"
 #include "VelmBase/Math.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
+#include <iterator>
+#include <optional>
+#include <string_view>
 
 namespace {
+
+using Rectangle = TextRectComp::Rectangle;
+using Vector = GTL::Vector2D<double>;
 
 bool IsOnBaseline(TextInfo::JUSTIFICATION justification) {
     return justification >= TextInfo::BASELINE_LEFT && justification <= TextInfo::BASELINE_RIGHT;
 }
 
-// The point of a box of width and height 1, from its lower left corner, that sits on the insertion point.
-GTL::Point2D<double> Anchor(TextInfo::JUSTIFICATION justification) {
-    switch (justification) {
-    case TextInfo::BOTTOM_CENTER:
-    case TextInfo::BASELINE_CENTER:
-        return {0.5, 0.0};
-    case TextInfo::BOTTOM_RIGHT:
-    case TextInfo::BASELINE_RIGHT:
-        return {1.0, 0.0};
-    case TextInfo::MIDDLE_RIGHT:
-        return {1.0, 0.5};
-    case TextInfo::TOP_RIGHT:
-        return {1.0, 1.0};
-    case TextInfo::TOP_CENTER:
-        return {0.5, 1.0};
-    case TextInfo::TOP_LEFT:
-        return {0.0, 1.0};
-    case TextInfo::MIDDLE_LEFT:
-        return {0.0, 0.5};
-    case TextInfo::MIDDLE_CENTER:
-        return {0.5, 0.5};
-    default:
-        return {0.0, 0.0};
-    }
+// The point of a box that sits on the insertion point: shares of its width and height, from the lower left.
+struct Anchor {
+    double along, up;
+};
+constexpr Anchor kAnchors[] = {
+    // indexed by TextInfo::JUSTIFICATION
+    {0.0, 0.0}, {0.5, 0.0}, {1.0, 0.0},                         // bottom: left, centre, right
+    {1.0, 0.5}, {1.0, 1.0}, {0.5, 1.0}, {0.0, 1.0}, {0.0, 0.5}, // on anticlockwise to middle left
+    {0.5, 0.5},                                                 // middle centre
+    {0.0, 0.0}, {0.5, 0.0}, {1.0, 0.0}, // baseline, where the box ends: left, centre, right
+};
+static_assert(std::size(kAnchors) == 12);
+
+Anchor AnchorOf(TextInfo::JUSTIFICATION justification) {
+    const auto index = static_cast<std::uint32_t>(justification);
+    return index < std::size(kAnchors) ? kAnchors[index] : Anchor{0.0, 0.0};
 }
 
-TextRectComp::Rectangle Place(const TextInfo& info, const GTL::Vector2D<double>& extents) {
-    const TextRectComp::Rectangle atOrigin({}, extents.X(), extents.Y(), info.Rotation());
-    const GTL::Point2D<double> anchor = Anchor(info.Justification());
-    const GTL::Vector2D<double> along = atOrigin.Corner(1) - atOrigin.Corner(0);
-    const GTL::Vector2D<double> up = atOrigin.Corner(3) - atOrigin.Corner(0);
-    const GTL::Point2D<double> origin(-anchor.X() * along.X() - anchor.Y() * up.X(),
-                                      -anchor.X() * along.Y() - anchor.Y() * up.Y());
-    return {origin, extents.X(), extents.Y(), info.Rotation()};
+void Move(Rectangle& rectangle, const Vector& offset) {
+    for (int i = 0; i < 4; ++i) rectangle.SetCorner(i, rectangle.Corner(i) + offset);
 }
+
+// The style at the size that it is measured at: a copy where that is another.
+const TextInfo& Sized(const TextInfo& info, bool smaller, std::optional<TextInfo>& copy) {
+    if (!smaller && !std::signbit(info.Size())) return info;
+    copy = info;
+    copy->SetSize(static_cast<float>(info.Size() * (smaller ? 0.6666666666666666 : 1.0)));
+    return *copy;
+}
+
+bool IsInLine(const DepthLabelInfo& info) {
+    return info.Presentation() != DepthLabelInfo::SMALL_DECIMALS &&
+           info.Presentation() != DepthLabelInfo::LOWERED_DECIMALS;
+}
+
+// Which share of a font's cell is below the base line.
+double ShareBelowBaseline(const TextInfo& style) {
+    const TEXTMETRICW& cell = TextHeightFactComp::Get().GetMetrics(style).otmTextMetrics;
+    return cell.tmHeight == 0 ? 0.0 : double(cell.tmDescent) / cell.tmHeight;
+}
+
+// Measures lines of a style, in the font of the height that the style's factor gives.
+class LineMeter {
+public:
+    explicit LineMeter(const TextInfo& style) : m_style(style) {
+        if (!(style.Size() > 0.0f)) return;
+        const float factor = TextHeightFactComp::Get()(style);
+        m_height = MATH::ToInt(std::ceil(style.Size() * (factor * m_scale)));
+        if (m_height <= 0) return;
+        const auto has = [&](TextInfo::STYLE flag) { return (style.Style() & flag) != 0; };
+        m_font.emplace(m_height, has(TextInfo::BOLD), has(TextInfo::ITALIC), has(TextInfo::UNDERLINE),
+                       style.Font());
+    }
+
+    // False, and nothing changes, when the style cannot be measured. What is below is of the line that was
+    // measured last; there must be one.
+    bool Measure(std::wstring_view line) {
+        const CSize extent = m_font ? m_font->GetTextExtent(line) : CSize();
+        if (extent.cy <= 0) return false;
+        m_width = extent.cx;
+        m_cell = extent.cy; // the height of the font's cell as the device has it
+        return true;
+    }
+
+    // A length of the device in world units, as it is and as it would be in a cell of the height that was
+    // asked for.
+    double World(double length) const { return length / m_scale; }
+    double Adjusted(double length) const { return World(length) * (double(m_height) / m_cell); }
+
+    int Width() const { return m_width; }
+
+    // How high a line is: the part above the base line, or all of it.
+    int LineHeight() const {
+        if (!IsOnBaseline(m_style.Justification())) return m_cell;
+        const OUTLINETEXTMETRICW& metrics = Metrics();
+        return GTL::ELEMENT::Difference(
+            m_cell, CellPart(Sum(metrics.otmDescent, metrics.otmTextMetrics.tmInternalLeading)));
+    }
+
+    double LineSpacing() const {
+        return double(m_cell) + CellPart(Sum(Metrics().otmTextMetrics.tmExternalLeading, 0));
+    }
+
+private:
+    const OUTLINETEXTMETRICW& Metrics() const { return TextHeightFactComp::Get().GetMetrics(m_style); }
+    int CellPart(int part) const { return ::CellPart(part, m_height, Metrics().otmTextMetrics); }
+
+    static int Sum(std::int64_t a, std::int64_t b) { return static_cast<int>(std::abs(a) + std::abs(b)); }
+
+    const TextInfo& m_style;
+    const double m_scale = GDIScaleFactor::Get();
+    int m_height = 0;
+    std::optional<MeasuringFont> m_font;
+    int m_width = 0;
+    int m_cell = 0;
+};
 
 } // namespace
 
 TextRectComp::Rectangle TextRectComp::operator()(const TextInfo& info, const wchar_t* text) {
-    return Place(info, GetTextExtents(info, text, false));
+    const Vector extents = GetTextExtents(info, text, false);
+    Rectangle rectangle({}, extents.X(), extents.Y(), info.Rotation());
+    const Anchor anchor = AnchorOf(info.Justification());
+    const Vector along = rectangle.Corner(1);
+    const Vector up = rectangle.Corner(3);
+    Move(rectangle, {0.0 - (anchor.along * along.X() + anchor.up * up.X()),
+                     0.0 - (anchor.along * along.Y() + anchor.up * up.Y())});
+    return rectangle;
 }
 
 TextRectComp::Rectangle TextRectComp::operator()(const TextInfo& info, const std::wstring& text) {
@@ -67,6 +146,34 @@ TextRectComp::Rectangle TextRectComp::operator()(const TextInfo& info, const wch
 
 TextRectComp::Rectangle TextRectComp::operator()(const TextInfo& info, const std::wstring& text, double) {
     return (*this)(info, text);
+}
+
+std::pair<std::pair<TextRectComp::Rectangle, std::wstring>, std::pair<TextRectComp::Rectangle, std::wstring>>
+TextRectComp::operator()(const DepthLabelInfo& info, double value) {
+    DepthLabelInfo style = info;
+    style.SetMultiLine(false);
+    style.SetSize(info.Size()); // which is not negative then
+    DepthLabelText text = FormatDepth(info, value);
+    const bool isInLine = IsInLine(info);
+    if (isInLine && !text.decimals.empty()) text.decimals.insert(0, 1, L'.');
+    if (isInLine && info.Placement() == DepthLabelInfo::WHOLE_LABEL) {
+        text.whole += text.decimals;
+        text.decimals.clear();
+    }
+    // The whole part last, whose text is kept.
+    const Vector small = GetTextExtents(style, text.decimals.c_str(), !isInLine);
+    const Vector large = GetTextExtents(style, text.whole.c_str(), false);
+    Rectangle whole({}, large.X(), large.Y(), info.Rotation());
+    Rectangle decimals;
+    if (!text.decimals.empty()) decimals = Rectangle({}, small.X(), small.Y(), info.Rotation());
+    OffsetLabels(style, whole, decimals);
+    return {{whole, std::move(text.whole)}, {decimals, std::move(text.decimals)}};
+}
+
+bool TextRectComp::IsDryingHeight(const DepthLabelInfo& info, double value) {
+    const DepthLabelText text = FormatDepth(info, value);
+    const bool isZero = (text.whole + text.decimals).find_first_not_of(L"-0") == std::wstring::npos;
+    return !isZero && !std::isnan(value) && (text.whole[0] == L'-') != info.GetSignIsInverted();
 }
 
 std::wstring TextRectComp::GetSubString(int index) const {
@@ -82,44 +189,67 @@ bool TextRectComp::GetSubString(int index, std::wstring& out) const {
 GTL::Vector2D<double> TextRectComp::GetTextExtents(const TextInfo& info, const wchar_t* text, bool smaller) {
     if (!text || !*text) return {};
     if (info.MultiLine()) return GetMTextExtents(info, text);
-    std::wstring line = text; // it may be one of the lines that are forgotten here
-    m_subStrings.clear();
-    MeasuringDevice device;
-    TextInfo sized = info;
-    sized.SetSize(static_cast<float>(info.Size() * (smaller ? 0.6666666666666666 : 1.0)));
-    const double scale = GDIScaleFactor::Get();
-    const float factor = TextHeightFactComp::Get()(sized);
-    if (factor == 0.0f) return {};
-    const int height = MATH::ToInt(std::ceil(sized.Size() * (factor * scale)));
-    CFont font;
-    MakeMeasuringFont(font, height, (info.Style() & TextInfo::BOLD) != 0,
-                      (info.Style() & TextInfo::ITALIC) != 0, (info.Style() & TextInfo::UNDERLINE) != 0,
-                      sized.Font());
-    const GDISelector selected(&device, font);
-    const CSize extent = device.GetTextExtent(line);
-    const double ratio = double(height) / extent.cy;
-    const OUTLINETEXTMETRICW& metrics = TextHeightFactComp::Get().GetMetrics(sized);
-    int lineHeight = extent.cy;
-    if (IsOnBaseline(info.Justification())) {
-        const int below = std::abs(metrics.otmDescent) +
-                          std::abs(static_cast<int>(metrics.otmTextMetrics.tmInternalLeading));
-        lineHeight -= CellPart(below, height, metrics.otmTextMetrics);
+    if (m_subStrings.empty()) m_subStrings.emplace_back();
+    m_subStrings.front() = text;
+    m_subStrings.resize(1);
+    std::optional<TextInfo> copy;
+    LineMeter meter(Sized(info, smaller, copy));
+    if (!meter.Measure(m_subStrings.front())) {
+        m_subStrings.clear();
+        return {};
     }
-    m_subStrings.push_back(std::move(line));
-    m_textHeight = lineHeight / scale;
-    return {extent.cx / scale * ratio, lineHeight / scale * ratio};
+    const int lineHeight = meter.LineHeight();
+    m_textHeight = meter.World(lineHeight);
+    return {meter.Adjusted(meter.Width()), meter.Adjusted(lineHeight)};
 }
 
 GTL::Vector2D<double> TextRectComp::GetMTextExtents(const TextInfo& info, const wchar_t* text) {
-    TextInfo single = info;
-    single.SetMultiLine(false);
-    return GetTextExtents(single, text, false);
+    std::optional<TextInfo> copy;
+    LineMeter meter(Sized(info, false, copy));
+    if (!meter.Measure(L" ")) {
+        m_subStrings.clear();
+        return {};
+    }
+    const auto width = [&](std::wstring_view line) {
+        return !line.empty() && meter.Measure(line) ? meter.Adjusted(meter.Width()) : 0.0;
+    };
+    const std::vector<std::wstring_view> lines = DivideIntoLines(text, info.RectWidth(), width);
+    m_subStrings = std::vector<std::wstring>(lines.begin(), lines.end());
+    double widest = 0.0;
+    for (const std::wstring_view line : m_subStrings) widest = std::max(widest, width(line));
+    const double spacing = meter.LineSpacing();
+    m_textHeight = meter.Adjusted(spacing);
+    const auto others = static_cast<double>(m_subStrings.size() - 1);
+    return {widest, meter.Adjusted(others * spacing + meter.LineHeight())};
 }
 
-std::pair<std::pair<TextRectComp::Rectangle, std::wstring>, std::pair<TextRectComp::Rectangle, std::wstring>>
-TextRectComp::operator()(const DepthLabelInfo& info, double value) {
-    const std::wstring text = std::to_wstring(value);
-    return {{(*this)(info, text), text}, {}};
-}
+void TextRectComp::OffsetLabels(const DepthLabelInfo& info, Rectangle& whole, Rectangle& decimals) const {
+    // Where things are is reckoned along the text and upward, from the lower left of the whole part.
+    const bool isOnBaseline = IsOnBaseline(info.Justification());
+    const bool hasDecimals = decimals.Height() > 0.0;
+    const double seam = whole.Width();
+    double bottom = 0.0; // of the decimals
+    if (hasDecimals && !isOnBaseline)
+        bottom = (whole.Height() - decimals.Height()) * ShareBelowBaseline(info);
+    if (hasDecimals && info.Presentation() == DepthLabelInfo::LOWERED_DECIMALS)
+        bottom -= double{info.Size()} / 3.0;
 
-void TextRectComp::OffsetLabels(const DepthLabelInfo&, Rectangle&, Rectangle&) const {}
+    const Anchor anchor = AnchorOf(info.Justification());
+    double x = seam, y = anchor.up * whole.Height(); // of what stands on the position
+    if (info.Placement() == DepthLabelInfo::WHOLE_PART) {
+        x = seam / 2.0;
+        y = whole.Height() / 2.0;
+    } else if (info.Placement() == DepthLabelInfo::WHOLE_LABEL) {
+        const double low = isOnBaseline ? 0.0 : std::min(0.0, bottom);
+        const double high = std::max(whole.Height(), bottom + decimals.Height());
+        x = anchor.along * (seam + decimals.Width());
+        y = low + anchor.up * (high - low);
+    }
+
+    const double sine = info.Rotation().Sin(), cosine = info.Rotation().Cos();
+    const auto move = [&](Rectangle& rectangle, double along, double up) {
+        Move(rectangle, {along * cosine + up * sine, up * cosine - along * sine});
+    };
+    move(whole, -x, -y);
+    if (hasDecimals) move(decimals, seam - x, bottom - y);
+}

@@ -14,7 +14,7 @@ using ::testing::Not;
 namespace {
 
 constexpr RGBColor kRed(255, 0, 0);
-constexpr Font kFont{2.048}; // a thousandth of a millimetre is a unit of the font's design
+const Font kFont{2.048}; // a thousandth of a millimetre is a unit of the font's design
 
 } // namespace
 
@@ -68,6 +68,21 @@ TEST(Surface, SvgIsInMillimetres) {
               "font-weight=\"bold\" font-style=\"italic\" transform=\"rotate(-30 5 6)\">a&lt;b&amp;c</text>\n"
               "</svg>\n",
               SvgFile(surface));
+}
+
+TEST(Surface, FittedTextIsAsWideAsItWasMeasuredInItsOwnFont) {
+    Surface surface(100, 50);
+    surface.FittedText(5, 6, "A  B", {3, false, false, true, R"(O'Neil \ "Sans" <x>)"}, kRed, 12.5, -30);
+    surface.FittedText(5, 6, "no width", {3}, kRed, 0);
+    surface.FittedText(5, 6, "no width", {3}, kRed, std::numeric_limits<double>::quiet_NaN());
+    ASSERT_EQ(1u, surface.Shapes().size());
+    EXPECT_THAT(
+        SvgFile(surface),
+        HasSubstr("<text x=\"5\" y=\"6\" font-size=\"3\" fill=\"#FF0000\" text-decoration=\"underline\" "
+                  "font-family=\"'O\\'Neil \\\\ &quot;Sans&quot; &lt;x&gt;', DejaVu Sans, Verdana, Segoe UI, "
+                  "sans-serif\" textLength=\"12.5\" lengthAdjust=\"spacingAndGlyphs\" xml:space=\"preserve\" "
+                  "style=\"font-kerning:none;font-variant-ligatures:none\" "
+                  "transform=\"rotate(30 5 6)\">A  B</text>"));
 }
 
 TEST(Surface, PolygonsNeedThreePointsAndLinesTwo) {

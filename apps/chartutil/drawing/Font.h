@@ -1,18 +1,21 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
-/// How a text is drawn: DejaVu Sans, or what the viewer has in its place. `size` is the em's height in
-/// millimetres.
+/// How a text is drawn. `size` is the em's height in millimetres. Without a family it is DejaVu Sans, or what
+/// the viewer has in its place.
 struct Font {
     double size = 3.0;
     bool bold = false;
     bool italic = false;
+    bool underline = false;
+    std::string family = {}; // UTF-8
 
-    /// The millimetres that a line of UTF-8 text takes, by the font's own advance widths. Kerning can make it
-    /// a trace narrower. Latin, Greek and Cyrillic letters, digits and punctuation are known; for any other
-    /// character the widest of the font is counted, so that a box made to measure holds the text. A viewer
-    /// without the font draws with another one, which may be wider.
+    /// The millimetres that a line of UTF-8 text takes, by the advance widths of DejaVu Sans. Kerning can
+    /// make it a trace narrower. Latin, Greek and Cyrillic letters, digits and punctuation are known; for any
+    /// other character the widest of the font is counted, so that a box made to measure holds the text. A
+    /// viewer without the font draws with another one, which may be wider.
     double Width(std::string_view text) const;
 
     /// Height of capital letters and digits above the baseline, in millimetres.

@@ -42,5 +42,12 @@ void Surface::Polygon(std::vector<Point> points, const RGBColor& fill) {
 void Surface::Text(double x, double y, std::string_view text, const Font& font, const RGBColor& color,
                    Anchor anchor, double rotation) {
     m_shapes.emplace_back(Label{Finite(x), Finite(y), std::string(text), font, color, anchor,
-                                Finite(rotation), font.Width(text)});
+                                Finite(rotation), font.Width(text), false});
+}
+
+void Surface::FittedText(double x, double y, std::string_view text, const Font& font, const RGBColor& color,
+                         double width, double rotation) {
+    if (Finite(width) <= 0) return;
+    m_shapes.emplace_back(Label{Finite(x), Finite(y), std::string(text), font, color, Anchor::START,
+                                Finite(rotation), width, true});
 }

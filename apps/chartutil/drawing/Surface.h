@@ -47,6 +47,7 @@ public:
         Anchor anchor;
         double rotation; // degrees anticlockwise
         double width;    // as measured; a format whose font is wider squeezes the text
+        bool isFitted;   // also one whose font is narrower draws it that wide
     };
     using Shape = std::variant<FilledRectangle, FilledPolygon, Stroke, Label>;
 
@@ -75,6 +76,11 @@ public:
     /// `rotation` degrees anticlockwise.
     void Text(double x, double y, std::string_view text, const Font& font, const RGBColor& color,
               Anchor anchor = Anchor::START, double rotation = 0);
+
+    /// A text that was measured in its own font: it starts at the point and takes `width` millimetres along
+    /// its baseline, also where another font stands in. One without width is not drawn.
+    void FittedText(double x, double y, std::string_view text, const Font& font, const RGBColor& color,
+                    double width, double rotation = 0);
 
 private:
     double m_width;

@@ -57,11 +57,24 @@ std::string Escaped(std::string_view text) {
         case '>':
             escaped += "&gt;";
             break;
+        case '"':
+            escaped += "&quot;";
+            break;
         default:
             escaped += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? ' ' : c;
         }
     }
     return escaped;
+}
+
+// A family before those that all texts have. Within its quotes CSS takes a backslash for what follows it.
+std::string FamiliesFrom(const std::string& family) {
+    std::string quoted;
+    for (const char c : family) {
+        if (c == '\'' || c == '\\') quoted += '\\';
+        quoted += c;
+    }
+    return Escaped("'" + quoted + "', " + std::string(kFontFamilies));
 }
 
 // One element for each kind of shape.
@@ -91,6 +104,12 @@ struct Element {
             text += Attribute("text-anchor", kAnchors[static_cast<int>(shape.anchor)]);
         if (shape.font.bold) text += " font-weight=\"bold\"";
         if (shape.font.italic) text += " font-style=\"italic\"";
+        if (shape.font.underline) text += " text-decoration=\"underline\"";
+        if (!shape.font.family.empty()) text += Attribute("font-family", FamiliesFrom(shape.font.family));
+        if (shape.isFitted)
+            text += Attribute("textLength", shape.width) +
+                    " lengthAdjust=\"spacingAndGlyphs\" xml:space=\"preserve\" "
+                    "style=\"font-kerning:none;font-variant-ligatures:none\"";
         if (shape.rotation != 0) // SVG turns clockwise
             text += Attribute("transform", "rotate(" + Numbers({-shape.rotation, shape.x, shape.y}) + ')');
         return text + ">" + Escaped(shape.text) + "</text>\n";

@@ -17,10 +17,10 @@ constexpr double kBarWidth = 22.5;
 constexpr double kBarGap = 2;
 constexpr double kDefaultHeight = 6.5;
 constexpr double kLinePitch = 3.75; // of the smaller texts
-constexpr Font kTitle{3.75, true};
-constexpr Font kHeading{2.75};
-constexpr Font kIndex{2.75};
-constexpr Font kLabel{3};
+const Font kTitle{3.75, true};
+const Font kHeading{2.75};
+const Font kIndex{2.75};
+const Font kLabel{3};
 
 // In whole quarters of a millimetre, the pixels of a PNG. A band has room for its number as long as the
 // picture stays on a screen, and goes down to half a millimetre as long as it stays on a page.

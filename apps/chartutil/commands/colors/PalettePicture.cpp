@@ -14,9 +14,9 @@ Surface PalettePicture() {
     constexpr double kHues = 32;
     constexpr double kGreys = kHues + kLevels * kCellHeight + 7.5;
     constexpr double kToText = 2; // from a block up to the line of text over it
-    constexpr Font kTitle{4.5, true};
-    constexpr Font kNote{3};
-    constexpr Font kNumber{3.25};
+    const Font kTitle{4.5, true};
+    const Font kNote{3};
+    const Font kNumber{3.25};
 
     Surface surface(2 * kMargin + kGroups * kCellWidth, kGreys + kCellHeight + kMargin);
     const auto cell = [&](int index, double x, double y) {

@@ -17,10 +17,10 @@ constexpr double kTop = 18; // of the first row
 constexpr double kRow = 6.5;
 constexpr double kLineLength = 47.5;
 constexpr double kColumnGap = 7;
-constexpr Font kTitle{3.75, true};
-constexpr Font kHeading{2.75};
-constexpr Font kLevel{3.25};
-constexpr Font kNote{2.75};
+const Font kTitle{3.75, true};
+const Font kHeading{2.75};
+const Font kLevel{3.25};
+const Font kNote{2.75};
 
 int KnownType(int type) { return type >= 0 && type < static_cast<int>(kLineTypes.size()) ? type : 0; }
 

@@ -91,16 +91,20 @@ struct Brush {
         static const QStringList families =
             QString::fromLatin1(kFontFamilies.data(), kFontFamilies.size()).split(", ");
         QFont font(families);
+        if (!shape.font.family.empty())
+            font.setFamilies(QStringList{QString::fromStdString(shape.font.family)} + families);
         font.setPixelSize(kDesignSize);
         font.setBold(shape.font.bold);
         font.setItalic(shape.font.italic);
+        font.setUnderline(shape.font.underline);
         font.setKerning(false);
         font.setHintingPreference(QFont::PreferNoHinting);
         const QString text = QString::fromStdString(shape.text);
         const double advance = QFontMetricsF(font, painter.device()).horizontalAdvance(text);
         const double scale = shape.font.size / kDesignSize;
         // Where another font stands in, the text still keeps to the room that was measured for it.
-        const double squeeze = advance * scale > shape.width ? shape.width / (advance * scale) : 1;
+        const bool isStretched = advance > 0 && (shape.isFitted || advance * scale > shape.width);
+        const double squeeze = isStretched ? shape.width / (advance * scale) : 1;
         painter.save();
         painter.setRenderHint(QPainter::Antialiasing);
         painter.translate(shape.x, shape.y);

@@ -15,6 +15,7 @@
 #include "VelmBase/FormatString.h"
 #include "VelmBase/NumberText.h"
 #include "VelmBase/WideString.h"
+#include "apps/chartutil/commands/style/Names.h"
 #include "apps/chartutil/terminal/HexText.h"
 
 #include <algorithm>
@@ -31,13 +32,6 @@ bool EndsWith(const std::wstring& text, std::wstring_view end) {
 
 // What a number in a field stands for, where that is not plain to see.
 std::string NoteOn(const std::wstring& key, const std::wstring& value) {
-    constexpr const char* kJustifications[] = {"bottom left",   "bottom centre",   "bottom right",
-                                               "middle right",  "top right",       "top centre",
-                                               "top left",      "middle left",     "middle centre",
-                                               "baseline left", "baseline centre", "baseline right"};
-    constexpr const char* kStyles[] = {
-        "regular",   "bold",           "italic",           "bold italic",
-        "underline", "bold underline", "italic underline", "bold italic underline"};
     const auto named = [&](const auto& names) {
         const auto number = static_cast<std::size_t>(atoi(value));
         return number < std::size(names) ? std::string(names[number]) : std::string();
@@ -52,7 +46,7 @@ std::string NoteOn(const std::wstring& key, const std::wstring& value) {
     }
     if (EndsWith(key, L"Color")) return "palette " + HexText(RGBColor(DXFColor(atoi(value))));
     if (EndsWith(key, L"TextJustification")) return named(kJustifications);
-    if (EndsWith(key, L"TextStyle")) return named(kStyles);
+    if (EndsWith(key, L"TextStyle")) return named(kTextStyles);
     return {};
 }
 

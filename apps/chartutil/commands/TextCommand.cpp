@@ -1,0 +1,106 @@
+#include "apps/chartutil/commands/AddCommand.h"
+#include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/commands/style/Names.h"
+#include "apps/chartutil/commands/text/Texts.h"
+
+namespace {
+
+void AddStyle(CLI::App& command, StyleOptions& options, const char* line) {
+    command.add_option("--style", options.line,
+                       std::string("A style in one line, such as '") + line +
+                           "'; the other options go over it");
+    AddOptional(command, "--font", options.font, "The font's face; Arial without this and --style");
+    command.add_option("--size", options.size,
+                       "The text's height, in the plot's unit; 2.5 without this and --style");
+    command.add_flag("--bold", options.isBold, "Bold");
+    command.add_flag("--italic", options.isItalic, "Italic");
+    command.add_flag("--underline", options.isUnderlined, "Underlined");
+}
+
+void AddPlacing(CLI::App& command, StyleOptions& options) {
+    command.add_option("--rotation", options.rotation, "The text's direction, in degrees clockwise");
+    command.add_option("--justification", options.justification,
+                       "What stands on the insertion point: " + ListOfNames(kJustifications));
+}
+
+void AddOutput(CLI::App& command, std::string& picture, bool& json) {
+    command.add_option("--picture", picture, "Draw it into this file, .svg, .png or .pdf");
+    command.add_flag("--json", json, "Print a JSON document");
+}
+
+void AddMeasure(CLI::App& text) {
+    const auto [command, options] = AddCommand<MeasureText>(
+        text, "measure", "The rectangle that a text covers about its insertion point", Run,
+        R"(Lengths are in the unit of --size, and coordinates those of a plot, with y up and (0, 0) at the
+insertion point. The rectangle of a baseline justification stands on the baseline. The height
+factor makes what is visible above the descent as high as --size says.
+
+Multi-line text is broken at its line breaks, and at blanks so that its lines fit --width.
+
+Examples:
+  chartutil text measure 'Sounding 123.4' --font 'Liberation Sans' --size 3 --justification middle-centre
+  chartutil text measure 'Pensacola Bay' --style 'Arial,5,1,8,0,30' --picture bay.svg
+  chartutil text measure --width 60 --json - < notice.txt)");
+    command.add_option("TEXT", options.text, "The text; '-' is standard input")->required();
+    AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0");
+    AddPlacing(command, options);
+    command.add_flag("--multi-line", options.isMultiLine, "Break the text into lines");
+    command.add_option("--width", options.width, "Wrap multi-line text into this width; 0 does not wrap");
+    AddOutput(command, options.picture, options.json);
+}
+
+void AddSounding(CLI::App& text) {
+    const auto [command, options] = AddCommand<MeasureSounding>(
+        text, "sounding", "How a depth is written: its two parts and their rectangles", Run,
+        R"(Lengths are in the unit of --size, and coordinates those of a plot, with y up and (0, 0) at the
+position of the depth.
+
+Examples:
+  chartutil text sounding 12.34 --precision 1 --presentation lowered-decimals --picture depth.svg
+  chartutil text sounding 12.34 -1.25 --underline-drying --each --picture depths.png
+  chartutil text sounding 7 --style 'Arial,2.5,0,8,0,0,0,0,0,0,1,2,1,1,1,0,0' --json)");
+    command.add_option("DEPTH", options.values, "Depths, with a decimal point")->required();
+    AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0,2,0,0,1,1,0,0");
+    AddPlacing(command, options);
+    command.add_option("--precision", options.precision, "Decimal places; 2 without this and --style")
+        ->check(CLI::Range(0, 15));
+    CLI::Option* const presentation = command.add_option("--presentation", options.presentation,
+                                                         "How decimals look: " + ListOfNames(kPresentations));
+    CLI::Option* const placement = command.add_option(
+        "--placement", options.placement, "What stands on the position: " + ListOfNames(kPlacements));
+    command.add_flag("--no-decimal-zeros", options.hasNoDecimalZeros,
+                     "Leave out decimals that are all zeros");
+    command.add_flag("--invert-sign", options.isSignInverted, "Depths are signed the other way");
+    command.add_flag("--underline-drying", options.isDryingUnderlined, "Underline drying heights");
+    command.add_flag("--each", options.isEach, "Every presentation with every placement")
+        ->excludes(presentation)
+        ->excludes(placement);
+    AddOutput(command, options.picture, options.json);
+}
+
+void AddJustifications(CLI::App& text) {
+    const auto [command, options] = AddCommand<DrawJustifications>(
+        text, "justifications", "Draw a text at every justification, in its rectangles", Run,
+        R"(Examples:
+  chartutil text justifications --picture sheet.svg --font Arial
+  chartutil text justifications --picture sheet.png --rotations 0,45,90 \
+      --sample 'Liberation Serif=Depth' --sample 'DejaVu Sans=)"
+        "\u0412\u0430\u0439')");
+    command.add_option("--picture", options.picture, "The file to draw into, .svg, .png or .pdf")->required();
+    AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0");
+    command.add_option("--sample", options.samples, "A face and a text in it; can be given again for others")
+        ->type_name("FACE=TEXT")
+        ->allow_extra_args(false);
+    command.add_option("--rotations", options.rotations, "The text's directions, in degrees clockwise")
+        ->capture_default_str();
+}
+
+} // namespace
+
+void AddTextCommand(CLI::App& program) {
+    CLI::App& text = *program.add_subcommand("text", "What texts and depth labels cover on a chart");
+    text.require_subcommand(1);
+    AddMeasure(text);
+    AddSounding(text);
+    AddJustifications(text);
+}

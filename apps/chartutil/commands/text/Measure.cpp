@@ -1,0 +1,105 @@
+#include "UtilityDLL/text/TextHeightFactComp.h"
+#include "apps/chartutil/commands/text/Output.h"
+#include "apps/chartutil/commands/text/Style.h"
+#include "apps/chartutil/commands/text/TextSheet.h"
+#include "apps/chartutil/commands/text/Texts.h"
+#include "apps/chartutil/drawing/PictureFile.h"
+#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/work/Interrupt.h"
+#include "apps/chartutil/work/LongWork.h"
+
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+// Standard input without the line end that every text file has at its end.
+std::wstring ReadInput() {
+    std::string bytes;
+    char block[65536];
+    std::size_t got = 0;
+    const Progress progress("standard input");
+    do {
+        if (!ReadStandardInput(block, sizeof block, got))
+            throw CommandError(ExitCode::IO_ERROR, "standard input cannot be read");
+        bytes.append(block, got);
+        progress.Show(bytes.size());
+    } while (got > 0);
+    if (bytes.ends_with('\n')) bytes.pop_back();
+    if (bytes.ends_with('\r')) bytes.pop_back();
+    return FromUtf8(bytes);
+}
+
+std::wstring TextOf(const MeasureText& options, const TextInfo& style) {
+    std::wstring text = options.text.Utf8() == "-" ? ReadInput() : options.text.Wide();
+    if (text.find(L'\0') != std::wstring::npos)
+        throw CommandError(ExitCode::WRONG_USE, "the text has a zero character, at which every text ends");
+    if (!style.MultiLine() && text.find(L'\n') != std::wstring::npos)
+        PrintNote("chartutil: note: line breaks count in multi-line text only; give --multi-line");
+    return text;
+}
+
+TextInfo StyleOf(const MeasureText& options) {
+    TextInfo style;
+    Apply(options, style);
+    if (!options.width.empty()) style.SetRectWidth(RequireLength(options.width, "width"));
+    if (options.isMultiLine || !options.width.empty()) style.SetMultiLine(true);
+    return style;
+}
+
+void RequireDrawable(const std::wstring& text, const std::string& picture) {
+    constexpr std::size_t kLongest = 10'000;
+    RequirePictureName(picture);
+    if (text.size() > kLongest)
+        throw CommandError(ExitCode::WRONG_USE, picture + ": a picture holds a text of up to " +
+                                                    std::to_string(kLongest) + " characters, and this has " +
+                                                    std::to_string(text.size()));
+}
+
+Surface Picture(const TextInfo& style, const FontInUse& font, const TextRectComp::Rectangle& box,
+                const std::vector<std::wstring>& lines) {
+    constexpr double kWidth = 160;
+    constexpr double kHeight = 100;
+    TextSheet sheet;
+    sheet.title = FamilyText(font, CaptionText(style.Font()));
+    sheet.note = StyleText(style) + ", " + LengthText(box.Width()) + " by " + LengthText(box.Height());
+    sheet.blocks.push_back({"", {{"", {{LayOut(style, font, box, lines)}}}}});
+    return TextPicture(sheet, kWidth, kHeight);
+}
+
+} // namespace
+
+void Run(const MeasureText& options) {
+    const TextInfo style = StyleOf(options);
+    if (!options.picture.empty()) RequirePictureName(options.picture);
+    const std::wstring text = TextOf(options, style);
+    if (!options.picture.empty()) RequireDrawable(text, options.picture);
+    const FontInUse font = FindFont(style);
+    const float factor = TextHeightFactComp::Get()(style);
+    TextRectComp measure;
+    const TextRectComp::Rectangle box = measure(style, text);
+    std::vector<std::wstring> lines;
+    for (int i = 0; i < measure.GetNumberOfSubStrings(); ++i) lines.push_back(measure.GetSubString(i));
+    StopIfInterrupted();
+    if (!options.picture.empty()) SavePicture(Picture(style, font, box, lines), options.picture);
+
+    if (options.json) {
+        Json document = {
+            {"text", ToUtf8(text)}, {"style", StyleJson(style)}, {"font", FontJson(font, factor)}};
+        document.update(BoxJson(box));
+        document["textHeight"] = measure.GetTextHeight();
+        document["lines"] = Json::array();
+        for (const std::wstring& line : lines) document["lines"].push_back(ToUtf8(line));
+        PrintJson(document);
+    } else {
+        PrintFont(style, font, factor);
+        PrintBox(box);
+        PrintFact("text height", LengthText(measure.GetTextHeight()));
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            StopIfInterrupted();
+            PrintFact(lines.size() == 1 ? "text" : "line " + std::to_string(i + 1), ToUtf8(lines[i]));
+        }
+    }
+    if (factor == 0 && style.Size() > 0 && !text.empty()) ThrowNotMeasured(style);
+}

@@ -1,0 +1,73 @@
+#include "apps/chartutil/commands/text/Output.h"
+
+#include "VelmBase/WideString.h"
+#include "apps/chartutil/commands/style/Names.h"
+#include "apps/chartutil/terminal/Columns.h"
+#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Numbers.h"
+
+#include <cstddef>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+template <std::size_t N> std::string NameOf(int number, const char* const (&names)[N]) {
+    return number >= 0 && static_cast<std::size_t>(number) < N ? names[number] : std::to_string(number);
+}
+
+} // namespace
+
+void PrintFact(std::string_view name, const std::string& text) {
+    std::cout << Padded(name, 14) << "  " << Printable(text) << '\n';
+}
+
+// Adding zero takes the sign off one.
+std::string LengthText(double value) { return GeneralText(value + 0.0, 6); }
+
+std::string StyleText(const TextInfo& style) {
+    std::string text = NameOf(style.Style(), kTextStyles) + ", " +
+                       NameOf(style.Justification(), kJustifications) + ", size " + LengthText(style.Size());
+    if (style.Rotation().Get() != 0) text += ", turned by " + LengthText(style.Rotation().Get()) + " degrees";
+    if (style.MultiLine())
+        text += ", multi-line" +
+                (style.RectWidth() > 0 ? " of width " + LengthText(style.RectWidth()) : std::string());
+    return text;
+}
+
+void PrintFont(const TextInfo& style, const FontInUse& font, float factor) {
+    PrintFact("face", FamilyText(font, ToUtf8(style.Font())));
+    PrintFact("style", StyleText(style));
+    PrintFact("height factor", LengthText(factor));
+}
+
+void PrintBox(const TextRectComp::Rectangle& box) {
+    PrintFact("rectangle", LengthText(box.Width()) + " wide, " + LengthText(box.Height()) + " high");
+    std::string corners;
+    for (int i = 0; i < box.NumCorners(); ++i)
+        corners += (i > 0 ? "  " : "") + ('(' + LengthText(box.Corner(i).X())) + ", " +
+                   LengthText(box.Corner(i).Y()) + ')';
+    PrintFact("corners", corners);
+}
+
+Json StyleJson(const TextInfo& style) {
+    return {{"font", ToUtf8(style.Font())},
+            {"size", style.Size()},
+            {"style", NameOf(style.Style(), kTextStyles)},
+            {"justification", NameOf(style.Justification(), kJustifications)},
+            {"rotation", style.Rotation().Get()},
+            {"width", style.RectWidth()},
+            {"multiLine", style.MultiLine()}};
+}
+
+Json FontJson(const FontInUse& font, float factor) {
+    Json family = font.family.empty() ? Json() : Json(ToUtf8(font.family));
+    return {{"family", std::move(family)}, {"isInstalled", font.isInstalled}, {"heightFactor", factor}};
+}
+
+Json BoxJson(const TextRectComp::Rectangle& box) {
+    Json corners = Json::array();
+    for (int i = 0; i < box.NumCorners(); ++i)
+        corners.push_back({box.Corner(i).X() + 0.0, box.Corner(i).Y() + 0.0});
+    return {{"width", box.Width()}, {"height", box.Height()}, {"corners", std::move(corners)}};
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "UtilityDLL/text/TextRectComp.h"
+#include "apps/chartutil/commands/text/FontInUse.h"
+#include "apps/chartutil/terminal/Json.h"
+
+#include <string>
+#include <string_view>
+
+// What the commands that measure texts print alike.
+
+/// One line of a description: a name, and what is to be said (UTF-8).
+void PrintFact(std::string_view name, const std::string& text);
+
+/// A length or coordinate with as many digits as tell a thousandth of a text's height.
+std::string LengthText(double value);
+
+/// "bold, middle left, size 2.5, turned by 30 degrees"
+std::string StyleText(const TextInfo& style);
+
+void PrintFont(const TextInfo& style, const FontInUse& font, float factor);
+void PrintBox(const TextRectComp::Rectangle& box);
+
+Json StyleJson(const TextInfo& style);
+Json FontJson(const FontInUse& font, float factor);
+Json BoxJson(const TextRectComp::Rectangle& box);

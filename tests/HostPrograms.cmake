@@ -80,3 +80,11 @@ endforeach()
 target_link_libraries(ObserverAtExit PRIVATE ObserverAtExitLibrary)
 add_dependencies(ObserverAtExitTest ObserverAtExit)
 target_compile_definitions(ObserverAtExitTest PRIVATE OBSERVER_AT_EXIT="${drive}$<TARGET_FILE:ObserverAtExit>")
+
+# Prints what this platform measures of fonts and texts. `./test --windows` prints the table of Linux into the build tree
+# for Windows, whose test compares.
+add_executable(FontTable text/FontTable.cpp)
+target_link_libraries(FontTable PRIVATE UtilityDLL ProjectOptions)
+if(WIN32)
+    target_compile_definitions(FontTableTest PRIVATE LINUX_FONT_TABLE="${drive}${PROJECT_BINARY_DIR}/FontTable.csv")
+endif()

@@ -35,11 +35,12 @@ const OUTLINETEXTMETRICW& TextHeightFactComp::GetMetrics(const TextInfo& text) {
 }
 
 TextHeightFactComp::Entries::const_iterator TextHeightFactComp::AddEntry(const TextInfo& text) {
-    const auto place = m_entries.lower_bound(text);
-    if (place != m_entries.end() && !(text < place->first)) return place;
     const double scale = GDIScaleFactor::Get();
     const int height = MATH::ToInt(double{text.Size()} * scale);
-    if (height == std::numeric_limits<int>::min()) return m_entries.end(); // NaN, or it does not fit
+    if (height == std::numeric_limits<int>::min())
+        return m_entries.end(); // NaN, which has no place in the map's order, or it does not fit
+    const auto place = m_entries.lower_bound(text);
+    if (place != m_entries.end() && !(text < place->first)) return place;
     const MeasuringFont font(height, false, false, false, text.Font());
     OUTLINETEXTMETRICW metrics = {};
     if (font.GetOutlineTextMetricsW(sizeof metrics, &metrics) == 0) return m_entries.end();

@@ -145,6 +145,7 @@ TEST(TextHeightFactComp, MeasuresNothingThatDoesNotFitIntoLogicalUnits) {
     const TextInfo greatest = Style(L"zzz", 1.0f);
     ASSERT_GT(factors(least), 0.0f);
     ASSERT_GT(factors(greatest), 0.0f);
+    ASSERT_GT(factors(Style(L"Liberation Sans", 1.0f)), 0.0f);
     for (const double size :
          {kNaN, -kNaN, kInfinity, -kInfinity, 1e9, -1e9, 2147484.0, -2147484.0, 3.4e38, -3.4e38}) {
         TextInfo style;
@@ -158,7 +159,7 @@ TEST(TextHeightFactComp, MeasuresNothingThatDoesNotFitIntoLogicalUnits) {
         EXPECT_EQ(factors(Style(L"Liberation Sans", size)), 0.0f) << size;
         EXPECT_TRUE(IsAllZero(factors.GetMetrics(Style(L"Liberation Sans", size)))) << size;
     }
-    EXPECT_EQ(std::distance(factors.AddEntry(least), factors.AddEntry(greatest)), 1); // nothing came between
+    EXPECT_EQ(std::distance(factors.AddEntry(least), factors.AddEntry(greatest)), 2); // nothing came between
 }
 
 TEST(TextHeightFactComp, SharesEntriesAmongWhatDoesNotChangeTheHeight) {

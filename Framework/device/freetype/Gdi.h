@@ -129,9 +129,15 @@ struct LOGFONTW {
     wchar_t lfFaceName[LF_FACESIZE];
 };
 
-inline constexpr int MM_TEXT = 1;
-inline constexpr int MM_HIMETRIC = 3; ///< 0.01 mm, y up
-inline constexpr int MM_ISOTROPIC = 7;
+// Map modes: what a logical unit is. In all but the first, y is up.
+inline constexpr int MM_TEXT = 1;        ///< a pixel, y down
+inline constexpr int MM_LOMETRIC = 2;    ///< 0.1 mm
+inline constexpr int MM_HIMETRIC = 3;    ///< 0.01 mm
+inline constexpr int MM_LOENGLISH = 4;   ///< 0.01 inch
+inline constexpr int MM_HIENGLISH = 5;   ///< 0.001 inch
+inline constexpr int MM_TWIPS = 6;       ///< 1/1440 inch
+inline constexpr int MM_ISOTROPIC = 7;   ///< what the extents say, the same length in x and y
+inline constexpr int MM_ANISOTROPIC = 8; ///< what the extents say
 
 inline constexpr int HORZSIZE = 4; ///< millimetres
 inline constexpr int VERTSIZE = 6;
@@ -152,19 +158,34 @@ inline constexpr int RASTER_FONTTYPE = 1;
 inline constexpr int DEVICE_FONTTYPE = 2;
 inline constexpr int TRUETYPE_FONTTYPE = 4;
 
-// The low bits of lfPitchAndFamily, and of tmPitchAndFamily, where the first one means the opposite of its
-// name.
+// lfPitchAndFamily, and tmPitchAndFamily, in which TMPF_FIXED_PITCH means the opposite of its name.
 inline constexpr int FIXED_PITCH = 1;
 inline constexpr int VARIABLE_PITCH = 2;
 inline constexpr int TMPF_FIXED_PITCH = 1; ///< the font is NOT of fixed pitch
 inline constexpr int TMPF_VECTOR = 2;
 inline constexpr int TMPF_TRUETYPE = 4;
+inline constexpr int FF_ROMAN = 0x10;
+inline constexpr int FF_SWISS = 0x20;
+inline constexpr int FF_MODERN = 0x30;
+inline constexpr int FF_SCRIPT = 0x40;
+inline constexpr int FF_DECORATIVE = 0x50;
 
+// Stock objects: brushes to NULL_BRUSH, pens to NULL_PEN, fonts.
 inline constexpr int WHITE_BRUSH = 0;
 inline constexpr int NULL_BRUSH = 5;
 inline constexpr int BLACK_PEN = 7;
+inline constexpr int NULL_PEN = 8;
 inline constexpr int SYSTEM_FONT = 13;
+inline constexpr int DEFAULT_PALETTE = 15; ///< there is none
 inline constexpr int DEFAULT_GUI_FONT = 17;
+inline constexpr int DC_BRUSH = 18;
+inline constexpr int DC_PEN = 19;
+
+// What GetObjectType returns.
+inline constexpr int OBJ_PEN = 1;
+inline constexpr int OBJ_BRUSH = 2;
+inline constexpr int OBJ_DC = 3;
+inline constexpr int OBJ_FONT = 6;
 
 /// Null unless the driver is "DISPLAY".
 FRAMEWORK_API HDC CreateDCW(const wchar_t* driver, const wchar_t* device, const wchar_t* output,
@@ -185,6 +206,12 @@ FRAMEWORK_API HFONT CreateFontW(int height, int width, int escapement, int orien
                                 DWORD outPrecision, DWORD clipPrecision, DWORD quality, DWORD pitchAndFamily,
                                 const wchar_t* face);
 FRAMEWORK_API HGDIOBJ GetStockObject(int index);
+
+/// OBJ_FONT and the like; 0 for a handle that stands for nothing.
+FRAMEWORK_API DWORD GetObjectType(HGDIOBJ object);
+
+/// False for a handle that stands for nothing. What is selected goes with the last of its selections; stock
+/// objects stay.
 FRAMEWORK_API BOOL DeleteObject(HGDIOBJ object);
 
 /// The object of its kind that was selected before; null when one of the two is none.

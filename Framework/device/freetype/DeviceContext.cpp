@@ -1,0 +1,223 @@
+#include "Framework/device/freetype/private/DeviceContext.h"
+
+#include "VelmBase/WideString.h"
+
+#include <array>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+namespace {
+
+constexpr SIZE kMillimetres = {508, 286};
+constexpr SIZE kPixels = {1920, 1080};
+constexpr double kPixelsPerInch = 96;
+
+// Logical units an inch, by mode. MM_ISOTROPIC and MM_ANISOTROPIC begin as MM_LOMETRIC.
+constexpr double kUnitsPerInch[] = {0, kPixelsPerInch, 254, 2540, 100, 1000, 1440, 254, 254};
+
+bool HasFreeExtents(int mode) { return mode == MM_ISOTROPIC || mode == MM_ANISOTROPIC; }
+
+void SetMode(DeviceContext& context, int mode) {
+    context.mode = mode;
+    if (mode == MM_TEXT) {
+        context.windowExtent = context.viewportExtent = {1, 1};
+        return;
+    }
+    const double unitsPerMillimetre = kUnitsPerInch[mode] / 25.4;
+    context.windowExtent = {static_cast<LONG>(std::lround(kMillimetres.cx * unitsPerMillimetre)),
+                            static_cast<LONG>(std::lround(kMillimetres.cy * unitsPerMillimetre))};
+    context.viewportExtent = {kPixels.cx, -kPixels.cy};
+}
+
+// One unit is the same length in both directions: of the viewport the direction that would stretch is cut.
+void MakeIsotropic(DeviceContext& context) {
+    const SIZE& window = context.windowExtent;
+    SIZE& viewport = context.viewportExtent;
+    const double x = std::abs(double(kMillimetres.cx) / kPixels.cx * viewport.cx / window.cx);
+    const double y = std::abs(double(kMillimetres.cy) / kPixels.cy * viewport.cy / window.cy);
+    const auto cut = [](LONG& extent, double ratio) {
+        const auto less = static_cast<LONG>(std::floor(extent * ratio + 0.5));
+        extent = less != 0 ? less : extent < 0 ? -1 : 1;
+    };
+    if (x > y)
+        cut(viewport.cx, y / x);
+    else if (y > x)
+        cut(viewport.cy, x / y);
+}
+
+BOOL SetExtent(HDC dc, SIZE DeviceContext::*which, int x, int y, SIZE* old) {
+    bool isTaken = true;
+    const bool found = DeviceContexts().Access(dc, [&](DeviceContext& context) {
+        if (old) *old = context.*which;
+        if (!HasFreeExtents(context.mode)) return;
+        isTaken = x != 0 && y != 0;
+        if (!isTaken) return;
+        context.*which = {x, y};
+        if (context.mode == MM_ISOTROPIC) MakeIsotropic(context);
+    });
+    return found && isTaken;
+}
+
+ObjectKind KindOfStock(int index) {
+    if (index <= NULL_BRUSH || index == DC_BRUSH) return ObjectKind::BRUSH;
+    if (index <= NULL_PEN || index == DC_PEN) return ObjectKind::PEN;
+    return ObjectKind::FONT;
+}
+
+HGDIOBJ MakeStockObject(int index) {
+    DeviceObject object;
+    object.kind = KindOfStock(index);
+    object.isStock = true;
+    if (object.kind == ObjectKind::FONT) {
+        auto typeface = std::make_shared<Typeface>();
+        typeface->family = L"System";
+        auto font = std::make_shared<Font>();
+        font->typeface = std::move(typeface);
+        object.font = std::move(font);
+    }
+    return DeviceObjects().Add(std::move(object));
+}
+
+bool GoesWithoutSelection(const DeviceObject& object) { return object.isDeleted && object.selections == 0; }
+
+void Deselect(HGDIOBJ handle) {
+    DeviceObjects().Remove(handle, [](DeviceObject& object) {
+        --object.selections;
+        return GoesWithoutSelection(object);
+    });
+}
+
+} // namespace
+
+HandleTable<DeviceObject>& DeviceObjects() {
+    static auto& table = *new HandleTable<DeviceObject>(0);
+    return table;
+}
+
+HandleTable<DeviceContext>& DeviceContexts() {
+    static auto& table = *new HandleTable<DeviceContext>(1);
+    return table;
+}
+
+PixelSize SizeOfPixel(const DeviceContext& context) {
+    const SIZE& window = context.windowExtent;
+    const SIZE& viewport = context.viewportExtent;
+    if (HasFreeExtents(context.mode))
+        return {std::abs(double(window.cx) / viewport.cx), std::abs(double(window.cy) / viewport.cy)};
+    const double size = kUnitsPerInch[context.mode] / kPixelsPerInch;
+    return {size, size};
+}
+
+std::shared_ptr<const Font> SelectedFont(HDC dc, PixelSize& pixel) {
+    std::shared_ptr<const Font> font;
+    DeviceContexts().Access(dc, [&](const DeviceContext& context) {
+        font = context.font;
+        pixel = SizeOfPixel(context);
+    });
+    return font;
+}
+
+HDC CreateDCW(const wchar_t* driver, const wchar_t*, const wchar_t*, const void*) {
+    if (!driver || !icompareW(driver, L"DISPLAY")) return nullptr;
+    const HDC dc = static_cast<HDC>(DeviceContexts().Add({}));
+    for (const int index : {WHITE_BRUSH, BLACK_PEN, SYSTEM_FONT}) SelectObject(dc, GetStockObject(index));
+    return dc;
+}
+
+BOOL DeleteDC(HDC dc) {
+    return DeviceContexts().Remove(dc, [](const DeviceContext& context) {
+        for (const HGDIOBJ object : context.selected) Deselect(object);
+        return true;
+    });
+}
+
+int SetMapMode(HDC dc, int mode) {
+    int old = 0;
+    if (mode < MM_TEXT || mode > MM_ANISOTROPIC) return old;
+    DeviceContexts().Access(dc, [&](DeviceContext& context) {
+        old = context.mode;
+        if (mode != old) SetMode(context, mode);
+    });
+    return old;
+}
+
+int GetMapMode(HDC dc) {
+    int mode = 0;
+    DeviceContexts().Access(dc, [&](const DeviceContext& context) { mode = context.mode; });
+    return mode;
+}
+
+BOOL SetWindowExtEx(HDC dc, int x, int y, SIZE* old) {
+    return SetExtent(dc, &DeviceContext::windowExtent, x, y, old);
+}
+
+BOOL SetViewportExtEx(HDC dc, int x, int y, SIZE* old) {
+    return SetExtent(dc, &DeviceContext::viewportExtent, x, y, old);
+}
+
+int GetDeviceCaps(HDC dc, int index) {
+    if (GetMapMode(dc) == 0) return 0;
+    switch (index) {
+    case HORZSIZE:
+        return kMillimetres.cx;
+    case VERTSIZE:
+        return kMillimetres.cy;
+    case HORZRES:
+        return kPixels.cx;
+    case VERTRES:
+        return kPixels.cy;
+    case LOGPIXELSX:
+    case LOGPIXELSY:
+        return static_cast<int>(kPixelsPerInch);
+    default:
+        return 0;
+    }
+}
+
+HGDIOBJ GetStockObject(int index) {
+    static const auto objects = [] {
+        std::array<HGDIOBJ, DC_PEN + 1> made = {};
+        for (int i = 0; i <= DC_PEN; ++i)
+            if (i != 9 && i != DEFAULT_PALETTE) made[static_cast<std::size_t>(i)] = MakeStockObject(i);
+        return made;
+    }();
+    return index >= 0 && index <= DC_PEN ? objects[static_cast<std::size_t>(index)] : nullptr;
+}
+
+DWORD GetObjectType(HGDIOBJ object) {
+    constexpr DWORD types[] = {OBJ_BRUSH, OBJ_PEN, OBJ_FONT};
+    static_assert(std::size(types) == static_cast<std::size_t>(ObjectKind::COUNT));
+    DWORD type = GetMapMode(static_cast<HDC>(object)) == 0 ? 0 : OBJ_DC;
+    DeviceObjects().Access(object,
+                           [&](const DeviceObject& found) { type = types[static_cast<int>(found.kind)]; });
+    return type;
+}
+
+BOOL DeleteObject(HGDIOBJ handle) {
+    bool isTaken = false;
+    DeviceObjects().Remove(handle, [&](DeviceObject& object) {
+        isTaken = true;
+        object.isDeleted = !object.isStock;
+        return GoesWithoutSelection(object);
+    });
+    return isTaken || DeleteDC(static_cast<HDC>(handle));
+}
+
+HGDIOBJ SelectObject(HDC dc, HGDIOBJ handle) {
+    HGDIOBJ old = nullptr;
+    DeviceContexts().Access(dc, [&](DeviceContext& context) {
+        ObjectKind kind = {};
+        std::shared_ptr<const Font> font;
+        const bool found = DeviceObjects().Access(handle, [&](DeviceObject& object) {
+            ++object.selections;
+            kind = object.kind;
+            font = object.font;
+        });
+        if (!found) return;
+        old = std::exchange(context.selected[static_cast<int>(kind)], handle);
+        if (kind == ObjectKind::FONT) context.font.swap(font);
+        if (old) Deselect(old);
+    });
+    return old;
+}

@@ -1,0 +1,123 @@
+#include "Framework/device/freetype/module/private/FaceStore.h"
+
+#include "VelmBase/File.h"
+#include "VelmBase/WideString.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+namespace {
+
+// No installed family has a longer name.
+constexpr std::size_t kLongestName = 255;
+
+// Of a family that has no bold face what is below counts as regular.
+constexpr int kHeaviestRegular = 550;
+
+// The whole file: a mapped one would end the process if somebody made it shorter.
+std::string Read(const std::string& path) {
+    FILES::Reader file(FromUtf8(path));
+    std::string bytes;
+    if (!file.IsOpen() || file.Size() > FaceStore::kMostBytes) return bytes;
+    bytes.resize(static_cast<std::size_t>(file.Size()));
+    std::size_t filled = 0;
+    while (filled < bytes.size()) {
+        const std::size_t count = file.Read(bytes.data() + filled, bytes.size() - filled);
+        if (count == 0) break;
+        filled += count;
+    }
+    bytes.resize(filled);
+    return bytes;
+}
+
+class InstalledHelpers final : public HelpingFaces {
+public:
+    explicit InstalledHelpers(InstalledFont font) : m_font(std::move(font)) {}
+
+    std::shared_ptr<const OutlineFace> FaceWith(char32_t character) const override {
+        std::call_once(m_asked, [&] { m_fallbacks = std::make_unique<InstalledFallbacks>(m_font); });
+        InstalledFont font;
+        return m_fallbacks->Find(character, font) ? FaceStore::Get().Open(font) : nullptr;
+    }
+
+private:
+    InstalledFont m_font;
+    mutable std::once_flag m_asked; // most texts need none
+    mutable std::unique_ptr<const InstalledFallbacks> m_fallbacks;
+};
+
+} // namespace
+
+std::size_t FaceStore::Hash::operator()(const Asked& asked) const {
+    return std::hash<std::wstring_view>()(asked.family) * 4 + (asked.isBold ? 2 : 0) +
+           (asked.isItalic ? 1 : 0);
+}
+
+bool FaceStore::Equal::operator()(const Asked& a, const Asked& b) const {
+    return a.family == b.family && a.isBold == b.isBold && a.isItalic == b.isItalic;
+}
+
+FaceStore& FaceStore::Get() {
+    static auto& store = *new FaceStore; // static objects of a host may still measure at its end
+    return store;
+}
+
+std::shared_ptr<const Typeface> FaceStore::Find(std::wstring_view family, bool isBold, bool isItalic) {
+    const Asked asked = {family.substr(0, kLongestName), isBold, isItalic};
+    const std::lock_guard lock(m_guard);
+    auto found = m_answers.find(asked);
+    if (found == m_answers.end()) {
+        if (m_answers.size() >= kMostRequests) m_answers.clear();
+        Answer answer = FindAnswer(asked);
+        found =
+            m_answers.emplace(Request{std::wstring(asked.family), isBold, isItalic}, std::move(answer)).first;
+    }
+    if (Kept* const kept = found->second.kept) kept->lastUse = ++m_clock;
+    return found->second.typeface;
+}
+
+std::shared_ptr<const OutlineFace> FaceStore::Open(const InstalledFont& font) {
+    const std::lock_guard lock(m_guard);
+    return Keep(font).face;
+}
+
+FaceStore::Answer FaceStore::FindAnswer(const Asked& asked) {
+    const InstalledFont font = FindInstalled(asked.family, asked.isBold, asked.isItalic);
+    Answer answer = {};
+    auto typeface = std::make_shared<Typeface>();
+    typeface->family = font.family;
+    typeface->isEmboldened = asked.isBold && font.weight <= kHeaviestRegular;
+    typeface->isSlanted = asked.isItalic && !font.isItalic;
+    if (font.hasOutlines) {
+        answer.kept = &Keep(font);
+        typeface->face = answer.kept->face;
+    }
+    answer.typeface = std::move(typeface);
+    return answer;
+}
+
+FaceStore::Kept& FaceStore::Keep(const InstalledFont& font) {
+    const auto [place, isNew] = m_faces.try_emplace(font.file);
+    Kept& kept = place->second;
+    kept.lastUse = ++m_clock;
+    if (!isNew) return kept;
+    kept.face = OutlineFace::Open(Read(font.file.path), font.file, std::make_unique<InstalledHelpers>(font));
+    if (kept.face) m_bytes += kept.face->Size();
+    Drop(kept);
+    return kept;
+}
+
+void FaceStore::Drop(const Kept& newest) {
+    while (m_faces.size() > 1 && (m_faces.size() > kMostFaces || m_bytes > kMostBytes)) {
+        const auto oldest =
+            std::min_element(m_faces.begin(), m_faces.end(), [](const auto& a, const auto& b) {
+                return a.second.lastUse < b.second.lastUse;
+            });
+        const Kept* const dropped = &oldest->second;
+        if (dropped == &newest) return;
+        std::erase_if(m_answers, [&](const auto& answer) { return answer.second.kept == dropped; });
+        if (dropped->face) m_bytes -= dropped->face->Size();
+        m_faces.erase(oldest);
+    }
+}

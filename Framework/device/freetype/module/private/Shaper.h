@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Framework/device/freetype/module/private/FaceFile.h"
+
+#include <cstddef>
+#include <hb.h>
+#include <memory>
+#include <string_view>
+
+/// Whether what the character takes depends on its neighbours: marks, joiners, and the letters of scripts
+/// that join, stack or reorder. Without kerning, other characters have a width of their own.
+bool NeedsShaping(char32_t character);
+
+/// Whether a character that needs shaping goes with the one before it.
+bool GoesWithPrevious(char32_t character);
+
+/// What a run of characters takes.
+struct ShapedRun {
+    double units = 0;       ///< font units
+    std::size_t glyphs = 0; ///< that take room
+    char32_t missing = 0;   ///< the first character that the face lacks
+};
+
+/// Shapes text with a face by HarfBuzz, without kerning. Any thread may call, one at a time.
+class Shaper {
+public:
+    /// `bytes` is the font file and has to outlive this.
+    Shaper(std::string_view bytes, const FaceFile& file, unsigned unitsPerEm);
+
+    /// False for a font of a kind that HarfBuzz does not read.
+    bool CanShape() const { return m_font != nullptr; }
+
+    ShapedRun Shape(std::u32string_view text) const;
+
+private:
+    void Add(std::u32string_view text, std::size_t begin, std::size_t end, ShapedRun& run) const;
+
+    std::unique_ptr<hb_font_t, void (*)(hb_font_t*)> m_font;
+};

@@ -4,7 +4,9 @@
 
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -65,23 +67,32 @@ ObjectKind KindOfStock(int index) {
     return ObjectKind::FONT;
 }
 
-HGDIOBJ MakeStockObject(int index) {
-    DeviceObject object;
-    object.kind = KindOfStock(index);
-    object.isStock = true;
-    if (object.kind == ObjectKind::FONT) {
+// Their handles have a tag of their own, and their index for a number.
+constexpr std::uintptr_t kStockTag = 2;
+using StockObjects = std::array<std::optional<DeviceObject>, DC_PEN + 1>;
+
+const StockObjects& AllStockObjects() {
+    static const auto& objects = *[] {
         auto typeface = std::make_shared<Typeface>();
         typeface->family = L"System";
         auto font = std::make_shared<Font>();
         font->typeface = std::move(typeface);
-        object.font = std::move(font);
-    }
-    return DeviceObjects().Add(std::move(object));
+        auto* const made = new StockObjects; // never destroyed, as the tables
+        for (int i = 0; i <= DC_PEN; ++i) {
+            if (i == NULL_PEN + 1 || i == DEFAULT_PALETTE) continue;
+            DeviceObject& object = (*made)[static_cast<std::size_t>(i)].emplace();
+            object.kind = KindOfStock(i);
+            if (object.kind == ObjectKind::FONT) object.font = font;
+        }
+        return made;
+    }();
+    return objects;
 }
 
 bool GoesWithoutSelection(const DeviceObject& object) { return object.isDeleted && object.selections == 0; }
 
 void Deselect(HGDIOBJ handle) {
+    if (StockObject(handle)) return;
     DeviceObjects().Remove(handle, [](DeviceObject& object) {
         --object.selections;
         return GoesWithoutSelection(object);
@@ -89,6 +100,14 @@ void Deselect(HGDIOBJ handle) {
 }
 
 } // namespace
+
+const DeviceObject* StockObject(HGDIOBJ handle) {
+    const auto number = reinterpret_cast<std::uintptr_t>(handle);
+    const std::uintptr_t index = number >> 2;
+    if ((number & 3) != kStockTag || index > DC_PEN) return nullptr;
+    const std::optional<DeviceObject>& object = AllStockObjects()[index];
+    return object ? &*object : nullptr;
+}
 
 HandleTable<DeviceObject>& DeviceObjects() {
     static auto& table = *new HandleTable<DeviceObject>(0);
@@ -120,9 +139,13 @@ std::shared_ptr<const Font> SelectedFont(HDC dc, PixelSize& pixel) {
 
 HDC CreateDCW(const wchar_t* driver, const wchar_t*, const wchar_t*, const void*) {
     if (!driver || !icompareW(driver, L"DISPLAY")) return nullptr;
-    const HDC dc = static_cast<HDC>(DeviceContexts().Add({}));
-    for (const int index : {WHITE_BRUSH, BLACK_PEN, SYSTEM_FONT}) SelectObject(dc, GetStockObject(index));
-    return dc;
+    DeviceContext context;
+    context.selected[static_cast<int>(ObjectKind::BRUSH)] = GetStockObject(WHITE_BRUSH);
+    context.selected[static_cast<int>(ObjectKind::PEN)] = GetStockObject(BLACK_PEN);
+    const HGDIOBJ font = GetStockObject(SYSTEM_FONT);
+    context.selected[static_cast<int>(ObjectKind::FONT)] = font;
+    context.font = StockObject(font)->font;
+    return static_cast<HDC>(DeviceContexts().Add(std::move(context)));
 }
 
 BOOL DeleteDC(HDC dc) {
@@ -176,29 +199,27 @@ int GetDeviceCaps(HDC dc, int index) {
 }
 
 HGDIOBJ GetStockObject(int index) {
-    static const auto objects = [] {
-        std::array<HGDIOBJ, DC_PEN + 1> made = {};
-        for (int i = 0; i <= DC_PEN; ++i)
-            if (i != 9 && i != DEFAULT_PALETTE) made[static_cast<std::size_t>(i)] = MakeStockObject(i);
-        return made;
-    }();
-    return index >= 0 && index <= DC_PEN ? objects[static_cast<std::size_t>(index)] : nullptr;
+    const auto handle =
+        reinterpret_cast<HGDIOBJ>(static_cast<std::uintptr_t>(static_cast<unsigned>(index)) << 2 | kStockTag);
+    return StockObject(handle) ? handle : nullptr;
 }
 
 DWORD GetObjectType(HGDIOBJ object) {
     constexpr DWORD types[] = {OBJ_BRUSH, OBJ_PEN, OBJ_FONT};
     static_assert(std::size(types) == static_cast<std::size_t>(ObjectKind::COUNT));
-    DWORD type = GetMapMode(static_cast<HDC>(object)) == 0 ? 0 : OBJ_DC;
-    DeviceObjects().Access(object,
-                           [&](const DeviceObject& found) { type = types[static_cast<int>(found.kind)]; });
-    return type;
+    if (const DeviceObject* const stock = StockObject(object)) return types[static_cast<int>(stock->kind)];
+    DWORD type = 0;
+    if (DeviceObjects().Access(
+            object, [&](const DeviceObject& found) { type = types[static_cast<int>(found.kind)]; }))
+        return type;
+    return GetMapMode(static_cast<HDC>(object)) == 0 ? 0 : OBJ_DC;
 }
 
 BOOL DeleteObject(HGDIOBJ handle) {
+    if (StockObject(handle)) return 1;
     bool isTaken = false;
     DeviceObjects().Remove(handle, [&](DeviceObject& object) {
-        isTaken = true;
-        object.isDeleted = !object.isStock;
+        isTaken = object.isDeleted = true;
         return GoesWithoutSelection(object);
     });
     return isTaken || DeleteDC(static_cast<HDC>(handle));
@@ -209,15 +230,20 @@ HGDIOBJ SelectObject(HDC dc, HGDIOBJ handle) {
     DeviceContexts().Access(dc, [&](DeviceContext& context) {
         ObjectKind kind = {};
         std::shared_ptr<const Font> font;
-        const bool found = DeviceObjects().Access(handle, [&](DeviceObject& object) {
-            ++object.selections;
+        const auto take = [&](const DeviceObject& object) {
             kind = object.kind;
             font = object.font;
-        });
-        if (!found) return;
+        };
+        const DeviceObject* const stock = StockObject(handle);
+        if (stock) take(*stock);
+        const auto select = [&](DeviceObject& object) {
+            ++object.selections;
+            take(object);
+        };
+        if (!stock && !DeviceObjects().Access(handle, select)) return;
         old = std::exchange(context.selected[static_cast<int>(kind)], handle);
         if (kind == ObjectKind::FONT) context.font.swap(font);
-        if (old) Deselect(old);
+        Deselect(old);
     });
     return old;
 }

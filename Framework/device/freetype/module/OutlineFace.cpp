@@ -60,10 +60,18 @@ OutlineFace::~OutlineFace() {
 TextAdvance OutlineFace::Advance(std::wstring_view text) const {
     TextAdvance sum;
     char32_t previous = kNone; // an unshaped one directly before
+    const Page* page = nullptr;
+    char32_t numberOfPage = kNone;
     for (std::size_t i = 0; i < text.size();) {
         const std::size_t begin = i;
         char32_t character = Next(text, i);
-        const float advance = Known(character);
+        if (character >> 8 != numberOfPage && character < kNone) {
+            numberOfPage = character >> 8;
+            page = &PageOf(character);
+        }
+        float advance =
+            character < kNone ? (*page)[character & 0xFF].load(std::memory_order_relaxed) : m_missing;
+        if (advance == kLacking) advance = HelpedAdvance(character);
         if (advance >= 0) {
             sum.units += advance;
             ++sum.characters;

@@ -20,7 +20,6 @@ enum class ObjectKind { BRUSH, PEN, FONT, COUNT };
 /// What stands behind a HGDIOBJ.
 struct DeviceObject {
     ObjectKind kind = ObjectKind::BRUSH;
-    bool isStock = false;   ///< it cannot be deleted
     bool isDeleted = false; ///< it goes with the last of its selections
     std::size_t selections = 0;
     std::shared_ptr<const Font> font; ///< null but for fonts
@@ -35,8 +34,11 @@ struct DeviceContext {
     std::shared_ptr<const Font> font; ///< the selected one
 };
 
-// They are never destroyed: static objects of a host may still measure, and give back what they hold, at its
-// end. Whoever needs both accesses an object within a context.
+/// The stock object of a handle; null for another handle. These objects stay as they are.
+const DeviceObject* StockObject(HGDIOBJ handle);
+
+// All others. They are never destroyed: static objects of a host may still measure, and give back what they
+// hold, at its end. Whoever needs both accesses an object within a context.
 HandleTable<DeviceObject>& DeviceObjects();
 HandleTable<DeviceContext>& DeviceContexts();
 

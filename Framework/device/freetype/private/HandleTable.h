@@ -46,7 +46,7 @@ public:
         const std::lock_guard lock(m_guard);
         Slot* const slot = Find(handle);
         if (!slot || !mayGo(slot->value)) return false;
-        value = std::exchange(slot->value, T());
+        value = std::move(slot->value); // what is left is reached by nobody
         slot->handle = 0;
         m_free.push_back(static_cast<std::uint32_t>(slot - m_slots.data()));
         return true;

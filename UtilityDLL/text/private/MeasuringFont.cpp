@@ -3,10 +3,11 @@
 #include "UtilityDLL/text/private/MeasuringDevice.h"
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cstddef>
-#include <utility>
-#include <vector>
+#include <cstdint>
+#include <span>
 
 struct MeasuringFont::Style {
     int height;
@@ -14,6 +15,15 @@ struct MeasuringFont::Style {
     std::wstring_view face;
 
     bool operator==(const Style&) const = default;
+
+    std::size_t Hash() const {
+        std::uint32_t sum = static_cast<std::uint32_t>(height);
+        for (const std::size_t part :
+             {std::size_t{isBold}, std::size_t{isItalic}, std::size_t{isUnderlined}, face.size(),
+              face.empty() ? std::size_t{0} : static_cast<std::size_t>(face.back())})
+            sum = sum * 31 + static_cast<std::uint32_t>(part);
+        return sum * 2654435769u >> 16; // sums of round heights differ in their upper bits
+    }
 };
 
 struct MeasuringFont::Made {
@@ -34,14 +44,16 @@ struct MeasuringFont::Made {
 
 namespace {
 
-constexpr std::size_t kKept = 32;
+// A style has one of the sets, by its hash; where that is full, it displaces the font that was used least
+// recently. Looking at all fonts would cost a new style more than making its font.
+constexpr std::size_t kSets = 32;
+constexpr std::size_t kFontsInSet = 4;
 
 // A host's static objects may measure in their destructors, when those of the main thread are gone already.
 thread_local bool isThreadEnding = false;
 
 } // namespace
 
-// The fonts of a thread, the one that was used last in front.
 class MeasuringFont::Kept {
 public:
     static Kept* OfThread() {
@@ -49,27 +61,35 @@ public:
         static thread_local Kept kept;
         return &kept;
     }
-    Kept() { m_fonts.reserve(kKept + 1); }
+    Kept() = default;
     ~Kept() { isThreadEnding = true; }
     Kept(const Kept&) = delete;
     Kept& operator=(const Kept&) = delete;
 
     const Font& Get(const Style& style) {
-        if (!m_fonts.empty() && m_fonts.front()->style == style) return m_fonts.front();
-        auto found = std::find_if(m_fonts.begin(), m_fonts.end(),
-                                  [&](const Font& font) { return font->style == style; });
-        if (found == m_fonts.end()) {
-            if (m_fonts.size() == kKept) m_fonts.pop_back();
-            found = m_fonts.insert(m_fonts.end(), std::make_shared<const Made>(style));
+        const std::span set(m_entries[style.Hash() % kSets]);
+        auto found = std::ranges::find_if(
+            set, [&](const Entry& entry) { return entry.font && entry.font->style == style; });
+        if (found == set.end()) {
+            found = std::ranges::min_element(set, {}, &Entry::lastUse);
+            found->font = std::make_shared<const Made>(style);
         }
-        std::rotate(m_fonts.begin(), found, found + 1);
-        return m_fonts.front();
+        found->lastUse = ++m_uses;
+        return found->font;
     }
 
-    void Forget(const Font& font) { std::erase(m_fonts, font); }
+    void Forget(const Font& font) {
+        for (Entry& entry : m_entries[font->style.Hash() % kSets])
+            if (entry.font == font) entry = {};
+    }
 
 private:
-    std::vector<Font> m_fonts;
+    struct Entry {
+        Font font;
+        std::uint64_t lastUse = 0;
+    };
+    std::array<std::array<Entry, kFontsInSet>, kSets> m_entries;
+    std::uint64_t m_uses = 0;
 };
 
 MeasuringFont::MeasuringFont(int height, bool isBold, bool isItalic, bool isUnderlined,

@@ -10,8 +10,9 @@
 
 /// A font in which text is measured on the display (MeasuringDevice): outline fonts only.
 ///
-/// The last 32 of each thread stay made when nobody uses them any more, each with its context, so that making
-/// one of them again calls nothing of the system. One that failed to measure is not kept.
+/// The last ones of each thread, 128 at most, stay made when nobody uses them any more, each with its
+/// context, so that making one of them again calls nothing of the system. One that failed to measure is not
+/// kept.
 class UTILITYDLL_API MeasuringFont {
 public:
     /// `height` is that of the cell in logical units.

@@ -15,7 +15,7 @@
 
 namespace {
 
-using Rectangle = TextRectComp::Rectangle;
+using TextRectangle = TextRectComp::Rectangle;
 
 // Fonts of the platform's own choice where they are missing, which measure alike.
 const std::vector<std::wstring> kFaces = {L"Arial", L"Times New Roman", L"Courier New", L"DejaVu Sans"};
@@ -51,12 +51,12 @@ struct Measured {
     int height = 0, width = 0, cell = 0, hidden = 0, leading = 0;
 };
 
-void ExpectSize(double width, double height, const Rectangle& rectangle) {
+void ExpectSize(double width, double height, const TextRectangle& rectangle) {
     EXPECT_NEAR(width, rectangle.Width(), 1e-9);
     EXPECT_NEAR(height, rectangle.Height(), 1e-9);
 }
 
-void ExpectNothing(const Rectangle& rectangle) {
+void ExpectNothing(const TextRectangle& rectangle) {
     EXPECT_EQ(0.0, rectangle.Width());
     EXPECT_EQ(0.0, rectangle.Height());
     for (int i = 0; i < 4; ++i) {
@@ -130,8 +130,8 @@ TEST(TextRectComp, CoversWhatTheDeviceMeasures) {
 
 TEST(TextRectComp, OnTheBaseLineIsLowerByDescentAndInternalLeading) {
     TextRectComp measure;
-    const Rectangle onBaseline = measure(Style(2.5f, TextInfo::BASELINE_LEFT), L"Sounding");
-    const Rectangle whole = measure(Style(2.5f), L"Sounding");
+    const TextRectangle onBaseline = measure(Style(2.5f, TextInfo::BASELINE_LEFT), L"Sounding");
+    const TextRectangle whole = measure(Style(2.5f), L"Sounding");
     EXPECT_EQ(whole.Width(), onBaseline.Width());
     EXPECT_LT(onBaseline.Height(), 0.85 * whole.Height());
     EXPECT_GT(onBaseline.Height(), 0.5 * whole.Height());
@@ -189,7 +189,7 @@ TEST(TextRectComp, IsDefinedForEverySize) {
                                static_cast<TextInfo::JUSTIFICATION>(random.Below(12)));
         style.SetMultiLine(random.OnceIn(2));
         style.SetRectWidth(random.OnceIn(2) ? style.Size() : 0.0f);
-        const Rectangle rectangle = measure(style, L"Sounding 123.4");
+        const TextRectangle rectangle = measure(style, L"Sounding 123.4");
         EXPECT_TRUE(std::isfinite(rectangle.Width()) && std::isfinite(rectangle.Height())) << style.Size();
         EXPECT_GE(rectangle.Width(), 0.0);
         DepthLabelInfo label(style);
@@ -207,7 +207,7 @@ TEST(TextRectComp, TakesANegativeSizeAsAPositiveOne) {
         negative.SetMultiLine(isMultiLine);
         TextInfo positive = negative;
         positive.SetSize(2.5f);
-        const Rectangle expected = measure(positive, L"Sounding");
+        const TextRectangle expected = measure(positive, L"Sounding");
         ExpectSize(expected.Width(), expected.Height(), measure(negative, L"Sounding"));
         EXPECT_LT(2.5, expected.Height());
     }
@@ -215,7 +215,7 @@ TEST(TextRectComp, TakesANegativeSizeAsAPositiveOne) {
 
 TEST(TextRectComp, TheNumberDoesNotCount) {
     TextRectComp measure;
-    const Rectangle expected = measure(Style(3), L"abc");
+    const TextRectangle expected = measure(Style(3), L"abc");
     for (const double number : {0.0, 7.0, kNaN}) {
         ExpectSize(expected.Width(), expected.Height(), measure(Style(3), L"abc", number));
         ExpectSize(expected.Width(), expected.Height(), measure(Style(3), std::wstring(L"abc"), number));
@@ -237,7 +237,7 @@ TEST(TextRectComp, TurnsClockwiseAboutThePointOfTheJustification) {
             SCOPED_TRACE(::testing::Message() << row.justification << " at " << rotation);
             TextInfo style = Style(2.5f, static_cast<TextInfo::JUSTIFICATION>(row.justification));
             style.SetRotation(rotation);
-            const Rectangle rectangle = measure(style, L"Sounding");
+            const TextRectangle rectangle = measure(style, L"Sounding");
             const double width = rectangle.Width(), height = rectangle.Height();
             EXPECT_EQ(rotation, rectangle.Rotation().Get());
 
@@ -261,7 +261,7 @@ TEST(TextRectComp, WrapsMultiLineTextIntoTheWidth) {
     const double width = measure(style, L"a line of text").Width();
     style.SetMultiLine(true);
     style.SetRectWidth(static_cast<float>(width + 0.01));
-    const Rectangle rectangle = measure(style, L"a line of text  and another\r\n\r\nlast");
+    const TextRectangle rectangle = measure(style, L"a line of text  and another\r\n\r\nlast");
     EXPECT_EQ((std::vector<std::wstring>{L"a line of text", L"and another", L"", L"last"}), Lines(measure));
     EXPECT_EQ(width, rectangle.Width());
 
@@ -282,7 +282,7 @@ TEST(TextRectComp, MeasuresMultiLineTextOfOneLineAsASingleOne) {
     TextRectComp measure;
     for (const auto justification : {TextInfo::TOP_RIGHT, TextInfo::BASELINE_LEFT}) {
         TextInfo style = Style(4, justification);
-        const Rectangle expected = measure(style, L"Sounding 123.4 ");
+        const TextRectangle expected = measure(style, L"Sounding 123.4 ");
         style.SetMultiLine(true);
         for (const float width : {0.0f, 1000.0f}) {
             style.SetRectWidth(width);
@@ -296,7 +296,7 @@ TEST(TextRectComp, MeasuresBreaksAloneAsEmptyLines) {
     TextInfo style = Style(4);
     style.SetMultiLine(true);
     const double one = measure(style, L"x").Height();
-    const Rectangle rectangle = measure(style, L"\n\n");
+    const TextRectangle rectangle = measure(style, L"\n\n");
     EXPECT_EQ(0.0, rectangle.Width());
     EXPECT_NEAR(one + 2 * measure.GetTextHeight(), rectangle.Height(), 1e-9);
     EXPECT_EQ(std::vector<std::wstring>(3), Lines(measure));
@@ -337,7 +337,7 @@ TEST(TextRectComp, MeasuresLongTexts) {
     for (int i = 0; i < 100'000; ++i) words += L"sounding ";
     for (const std::wstring& text : {words, std::wstring(1'000'000, L'a'), std::wstring(1'000'000, L' '),
                                      std::wstring(100'000, L'\n')}) {
-        const Rectangle rectangle = measure(style, text);
+        const TextRectangle rectangle = measure(style, text);
         EXPECT_LE(rectangle.Width(), 50.0);
         EXPECT_NEAR(one + (measure.GetNumberOfSubStrings() - 1) * measure.GetTextHeight(), rectangle.Height(),
                     1e-9 * rectangle.Height());

@@ -30,9 +30,9 @@ public:
     /// The rectangle of a text, which ends at its first NUL; a null pointer is an empty text. The
     /// justification says which of its points is the insertion point, lower left where the number is none.
     ///
-    /// In the box of a line is the font's cell; with a justification on the base line what stands above that,
-    /// without the internal leading. What a font measures at large sizes is computed with 32 bits that wrap:
-    /// from a height of the font of about 70 on, which parts of the cell are left out no longer fits it.
+    /// The box of a line holds the font's cell; with a justification on the base line what is above that,
+    /// without the internal leading. Parts of the cell are computed with 32 bits that wrap: above sizes of
+    /// about 70 (Arial) the height is defined, but no more the font's.
     ///
     /// Text whose style says so (MultiLine()) is divided into lines that fit RectWidth():
     ///   - CR LF, LF and CR end a line, and what is behind the last of them is a line, too.

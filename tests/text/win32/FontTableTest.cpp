@@ -115,7 +115,7 @@ Tables Read() {
         Pair pair{row, rowsOfLinux[row.Name()], {}};
         for (const Column& column : Columns()) pair.windows.push_back(column.value(row.measured));
         if (pair.linux.size() != Columns().size()) {
-            tables.fault = "The table of Linux has not all of row "  + row.Name();
+            tables.fault = "The table of Linux has not all of row " + row.Name();
             return tables;
         }
         pair.em = pair.EmOnTheDisplay();

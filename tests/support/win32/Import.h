@@ -1,0 +1,7 @@
+#pragma once
+
+#include <basetsd.h>
+
+/// Puts the address of a function in the place of the one that Framework.dll imports under that name, and
+/// returns the one before. 0, and nothing changes, when it imports none of that name.
+ULONG_PTR ReplaceImport(const char* name, ULONG_PTR function);

@@ -60,6 +60,11 @@ if(NOT WIN32)
     add_dependencies(Wnd_ModuleTest WindowHost ForeignModule)
 endif()
 
+if(NOT WIN32)
+    # It opens faces that are not installed.
+    target_link_libraries(DeviceFaceTest PRIVATE FrameworkFontFaces)
+endif()
+
 # The host program of Thread_HostEndTest, which gets at the library by loading it alone.
 add_executable(LoadingHost runtime/LoadingHost.cpp support/${system}/Library.cpp)
 target_include_directories(LoadingHost PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/include)

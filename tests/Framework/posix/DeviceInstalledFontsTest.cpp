@@ -1,0 +1,313 @@
+// What is installed, and what becomes of it: each test has fonts of its own, in a process of its own, since a
+// process asks once what there is.
+
+#include "Framework/device/DC.h"
+#include "Framework/device/GdiObject.h"
+#include "tests/Framework/posix/DeviceTestFont.h"
+#include "tests/support/Resources.h"
+#include "tests/support/TestFiles.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+/// A folder with the only fonts that there are.
+class InstalledFonts {
+public:
+    void Add(const std::string& file, const std::string& bytes) const {
+        std::filesystem::create_directories(Folder());
+        WriteBytes(Folder() / file, bytes);
+    }
+    void Remove() const { std::filesystem::remove_all(Folder()); }
+    std::filesystem::path Folder() const { return m_folder.Path() / "fonts"; }
+
+    /// Runs in a process that sees these fonts. What fails there fails here.
+    void See(const std::function<void()>& body) const {
+        const std::string path = m_folder.Path().string();
+        WriteBytes(m_folder.Path() / "fonts.conf", "<fontconfig><dir>" + Folder().string() +
+                                                       "</dir><cachedir>" + path +
+                                                       "/cache</cachedir></fontconfig>");
+        std::fflush(nullptr);
+        const pid_t process = fork();
+        ASSERT_NE(-1, process);
+        if (process == 0) {
+            setenv("FONTCONFIG_FILE", (path + "/fonts.conf").c_str(), 1);
+            body();
+            std::fflush(nullptr);
+            _exit(::testing::Test::HasFailure() ? 1 : 0);
+        }
+        int status = -1;
+        waitpid(process, &status, 0);
+        EXPECT_EQ(0, status) << "what failed is told above";
+    }
+
+private:
+    TemporaryFolder m_folder;
+};
+
+struct Measured {
+    UINT bytes = 0; ///< of the outline metrics
+    OUTLINETEXTMETRICW metrics = {};
+    CSize extent;
+    std::wstring face;
+};
+
+Measured Measure(const std::wstring& face, const std::wstring& text = L"ABC", int height = 1000,
+                 int weight = FW_NORMAL) {
+    Measured measured;
+    CDC dc;
+    EXPECT_TRUE(dc.CreateDCW(L"DISPLAY", nullptr, nullptr));
+    dc.SetMapMode(MM_HIMETRIC);
+    CFont font;
+    EXPECT_TRUE(font.CreateFontW(height, 0, 0, 0, weight, 0, 0, 0, 0, OUT_TT_ONLY_PRECIS, CLIP_LH_ANGLES,
+                                 PROOF_QUALITY, 0, face.c_str()));
+    EXPECT_NE(nullptr, CDC::SelectGdiObject(dc.m_hDC, font.m_hObject));
+    measured.bytes = dc.GetOutlineTextMetricsW(sizeof measured.metrics, &measured.metrics);
+    measured.extent = dc.GetTextExtent(text);
+    measured.face = dc.GetTextFaceW().GetString();
+    return measured;
+}
+
+void ExpectNothing(const Measured& measured) {
+    EXPECT_EQ(0u, measured.bytes);
+    EXPECT_EQ(0, measured.extent.cx);
+    EXPECT_EQ(0, measured.extent.cy);
+}
+
+std::u16string Numbered(int number) {
+    std::u16string name = u"Test ";
+    for (const char digit : std::to_string(number)) name += static_cast<char16_t>(digit);
+    return name;
+}
+
+} // namespace
+
+TEST(DeviceInstalledFonts, WithoutAnyFontNothingIsMeasured) {
+    InstalledFonts().See([] {
+        ExpectNothing(Measure(L"Arial"));
+        EXPECT_EQ(L"", Measure(L"").face);
+        CDC dc;
+        ASSERT_TRUE(dc.CreateDCW(L"DISPLAY", nullptr, nullptr));
+        const FONTENUMPROCW fail = [](const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM) { return 0; };
+        EXPECT_EQ(1, EnumFontFamiliesExW(dc.m_hDC, nullptr, fail, 0, 0));
+    });
+}
+
+TEST(DeviceInstalledFonts, BitmapFontIsSelectedByItsNameAloneAndHasNoMeasures) {
+    const InstalledFonts fonts;
+    fonts.Add("bits.bdf", BitmapFont("Bits"));
+    fonts.Add("test.ttf", TestFont().Bytes());
+    fonts.See([] {
+        const Measured bits = Measure(L"bits");
+        ExpectNothing(bits);
+        EXPECT_EQ(L"Bits", bits.face);
+        EXPECT_EQ(L"Test", Measure(L"Another").face);
+        EXPECT_EQ(1500, Measure(L"Another").extent.cx);
+    });
+}
+
+TEST(DeviceInstalledFonts, FontWithOutlinesGoesBeforeTheBitmapsOfItsFamily) {
+    const InstalledFonts fonts;
+    fonts.Add("bits.bdf", BitmapFont("Test"));
+    fonts.Add("test.ttf", TestFont().Bytes());
+    fonts.See([] { EXPECT_EQ(1500, Measure(L"Test").extent.cx); });
+}
+
+TEST(DeviceInstalledFonts, BitmapFontsAloneHaveNoMeasures) {
+    const InstalledFonts fonts;
+    fonts.Add("bits.bdf", BitmapFont("Bits"));
+    fonts.See([] { ExpectNothing(Measure(L"Arial")); });
+}
+
+TEST(DeviceInstalledFonts, CellComesFromTheNextTableWhereOneHasNone) {
+    struct Row {
+        const char* what;
+        TestFont font;
+        int ascent, descent, external;
+    };
+    TestFont all, noOs2, noWin, noHeader, none, negative;
+    noOs2.hasOs2 = false;
+    noWin.winAscent = noWin.winDescent = 0;
+    noHeader = noWin;
+    noHeader.ascent = noHeader.descent = noHeader.lineGap = 0;
+    none = noHeader;
+    none.typoAscent = none.typoDescent = 0;
+    negative = noOs2;
+    negative.ascent = -750;
+    for (const Row& row :
+         {Row{"Windows' own", all, 800, 200, 90}, Row{"no OS/2", noOs2, 750, 250, 90},
+          Row{"zero of Windows", noWin, 750, 250, 90}, Row{"no header", noHeader, 700, 150, 0},
+          Row{"box", none, 700, 0, 0}, Row{"negative", negative, 700, 0, -1}}) {
+        SCOPED_TRACE(row.what);
+        const InstalledFonts fonts;
+        fonts.Add("test.ttf", row.font.Bytes());
+        fonts.See([&] {
+            const Measured test = Measure(L"Test", L"ABC", -1000);
+            ASSERT_EQ(sizeof(OUTLINETEXTMETRICW), test.bytes);
+            EXPECT_EQ(row.ascent, test.metrics.otmTextMetrics.tmAscent);
+            EXPECT_EQ(row.descent, test.metrics.otmTextMetrics.tmDescent);
+            EXPECT_EQ(row.ascent + row.descent - 1000, test.metrics.otmTextMetrics.tmInternalLeading);
+            if (row.external >= 0) {
+                EXPECT_EQ(row.external, test.metrics.otmTextMetrics.tmExternalLeading);
+            }
+            EXPECT_EQ(1500, test.extent.cx);
+        });
+    }
+}
+
+TEST(DeviceInstalledFonts, AbsurdMeasuresAreStillDefined) {
+    TestFont small, large, wide;
+    small.family = u"Small";
+    small.unitsPerEm = 16;
+    large.family = u"Large";
+    large.unitsPerEm = 16384;
+    large.winAscent = large.winDescent = 0xFFFF;
+    large.ascent = 32767;
+    large.descent = -32768;
+    large.lineGap = 32767;
+    wide.family = u"Wide";
+    wide.advance = 0xFFFF;
+    wide.winAscent = 1;
+    wide.winDescent = 0;
+    const InstalledFonts fonts;
+    fonts.Add("small.ttf", small.Bytes());
+    fonts.Add("large.ttf", large.Bytes());
+    fonts.Add("wide.ttf", wide.Bytes());
+    fonts.See([] {
+        for (const wchar_t* const face : {L"Small", L"Large", L"Wide"})
+            for (const int height : {0, 1, -1, 1000, -1000, 2147483647, -2147483647 - 1}) {
+                const Measured test = Measure(face, L"ABC", height);
+                EXPECT_EQ(face, test.face);
+                const TEXTMETRICW& text = test.metrics.otmTextMetrics;
+                EXPECT_EQ(text.tmHeight, text.tmAscent + text.tmDescent);
+                EXPECT_GE(test.extent.cx, 0);
+                EXPECT_GE(test.extent.cy, 0);
+            }
+    });
+}
+
+TEST(DeviceInstalledFonts, CollectionHoldsSeveralFaces) {
+    TestFont first, second;
+    first.family = u"First";
+    second.family = u"Second";
+    second.advance = 700;
+    const InstalledFonts fonts;
+    fonts.Add("both.ttc", TestFont::Collection(first, second));
+    fonts.See([] {
+        EXPECT_EQ(1500, Measure(L"First").extent.cx);
+        EXPECT_EQ(2100, Measure(L"Second").extent.cx);
+    });
+}
+
+TEST(DeviceInstalledFonts, VariableFontHasTheWidthsOfTheWeightThatIsAskedFor) {
+    TestFont font;
+    font.boldAdvance = 620;
+    const InstalledFonts fonts;
+    fonts.Add("test.ttf", font.Bytes());
+    fonts.See([] {
+        EXPECT_EQ(1500, Measure(L"Test").extent.cx);
+        EXPECT_EQ(3 * 620, Measure(L"Test", L"ABC", 1000, FW_BOLD).extent.cx);
+    });
+}
+
+TEST(DeviceInstalledFonts, FamilyWithALongNameIsFoundByWhatALogicalFontHolds) {
+    TestFont font;
+    font.family = u"A Family Whose Name Has More Than Thirty-One Letters";
+    const InstalledFonts fonts;
+    fonts.Add("long.ttf", font.Bytes());
+    fonts.Add("test.ttf", TestFont().Bytes());
+    fonts.See([] {
+        const std::wstring name = L"A Family Whose Name Has More Than Thirty-One Letters";
+        EXPECT_EQ(name, Measure(name).face);
+        CDC dc;
+        ASSERT_TRUE(dc.CreateDCW(L"DISPLAY", nullptr, nullptr));
+        std::wstring first;
+        const FONTENUMPROCW keep = [](const LOGFONTW* found, const TEXTMETRICW*, DWORD, LPARAM text) {
+            *reinterpret_cast<std::wstring*>(text) = found->lfFaceName;
+            return 0;
+        };
+        EnumFontFamiliesExW(dc.m_hDC, nullptr, keep, reinterpret_cast<LPARAM>(&first), 0);
+        EXPECT_EQ(name.substr(0, 31), first);
+        EXPECT_EQ(name, Measure(first).face);
+    });
+}
+
+TEST(DeviceInstalledFonts, MeasuredFaceNeedsItsFileNoMore) {
+    const InstalledFonts fonts;
+    fonts.Add("test.ttf", TestFont().Bytes());
+    fonts.See([&] {
+        EXPECT_EQ(500, Measure(L"Test", L"A").extent.cx);
+        fonts.Remove();
+        EXPECT_EQ(1000, Measure(L"Test", L"BC").extent.cx);
+        EXPECT_EQ(2000, Measure(L"Test", L"XY", 2000).extent.cx);
+        EXPECT_EQ(500, Measure(L"Test", L"\u6D77").extent.cx); // no font has it
+    });
+}
+
+TEST(DeviceInstalledFonts, FileThatIsGoneOrShorterSinceItWasFoundHasNoMeasures) {
+    for (const bool isGone : {true, false}) {
+        const InstalledFonts fonts;
+        TestFont other;
+        other.family = u"Other";
+        fonts.Add("other.ttf", other.Bytes());
+        fonts.Add("test.ttf", TestFont().Bytes());
+        fonts.See([&] {
+            EXPECT_EQ(L"Other", Measure(L"Other").face); // now it is known what there is
+            if (isGone)
+                std::filesystem::remove(fonts.Folder() / "test.ttf");
+            else
+                std::filesystem::resize_file(fonts.Folder() / "test.ttf", 100);
+            ExpectNothing(Measure(L"Test"));
+        });
+    }
+}
+
+TEST(DeviceInstalledFonts, FileThatIsCutShortWhileItIsUsedDoesNoHarm) {
+    const InstalledFonts fonts;
+    fonts.Add("test.ttf", TestFont().Bytes());
+    fonts.See([&] {
+        EXPECT_EQ(500, Measure(L"Test", L"A").extent.cx);
+        std::filesystem::resize_file(fonts.Folder() / "test.ttf", 0);
+        EXPECT_EQ(1500, Measure(L"Test", L"XYZ").extent.cx);
+    });
+}
+
+TEST(DeviceInstalledFonts, MemoryIsBoundedHoweverManyFacesAndNamesAreMeasured) {
+    const InstalledFonts fonts;
+    constexpr int kFaces = 150;
+    for (int i = 0; i < kFaces; ++i) {
+        TestFont font;
+        font.family = Numbered(i);
+        fonts.Add("test" + std::to_string(i) + ".ttf", font.Bytes() + std::string(1 << 20, '\0'));
+    }
+    fonts.See([&] {
+        const auto name = [](int i) { return L"Test " + std::to_wstring(i); };
+        for (int i = 0; i < kFaces; ++i) EXPECT_EQ(1500, Measure(name(i)).extent.cx);
+        const std::size_t heap = ResourcesInUse().heap;
+        EXPECT_LT(heap, std::size_t{80} << 20); // 64 MB of files, and what is small
+        for (int i = 0; i < 3000; ++i) Measure(L"Missing " + std::to_wstring(i));
+        for (int i = 0; i < kFaces; ++i) EXPECT_EQ(1500, Measure(name(i)).extent.cx); // some are read again
+        EXPECT_LT(ResourcesInUse().heap, std::size_t{80} << 20);
+    });
+}
+
+TEST(DeviceInstalledFonts, MemoryIsBoundedHoweverManyCharactersAreMeasured) {
+    const InstalledFonts fonts;
+    fonts.Add("test.ttf", TestFont().Bytes());
+    fonts.See([] {
+        Measure(L"Test");
+        const std::size_t before = ResourcesInUse().heap;
+        std::wstring all;
+        for (int character = 0; character < 0x110000; ++character) all += static_cast<wchar_t>(character);
+        EXPECT_GT(Measure(L"Test", all).extent.cx, 0);
+        all = std::wstring();
+        EXPECT_LT(ResourcesInUse().heap, before + (std::size_t{8} << 20));
+    });
+}

@@ -63,6 +63,13 @@ endif()
 if(NOT WIN32)
     # It opens faces that are not installed.
     target_link_libraries(DeviceFaceTest PRIVATE FrameworkFontFaces)
+
+    # The host that DeviceModuleTest runs apart from this build's libraries.
+    add_executable(FontHost Framework/posix/FontHost.cpp)
+    target_link_libraries(FontHost PRIVATE Framework ProjectOptions)
+    set_target_properties(FontHost PROPERTIES BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH "$ORIGIN/lib")
+    target_compile_definitions(DeviceModuleTest PRIVATE PROJECT_VERSION="${PROJECT_VERSION}")
+    add_dependencies(DeviceModuleTest FontHost)
 endif()
 
 # The host program of Thread_HostEndTest, which gets at the library by loading it alone.

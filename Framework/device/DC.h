@@ -46,7 +46,7 @@ public:
     UINT GetOutlineTextMetricsW(UINT size, OUTLINETEXTMETRICW* metrics) const;
 
     /// What a line of text takes in the selected font, in logical units: the sum of the advances, and the
-    /// height of the font's cell. (0, 0) on failure.
+    /// height of the font's cell. (0, 0) for an empty text and on failure.
     CSize GetTextExtent(const std::wstring& text) const;
 
     /// The family that the selected font was found in: another than was asked for where that is not

@@ -7,7 +7,15 @@
 // The part of Windows' device interface that the framework stands on, under the names, with the values and
 // the layouts that the header of Windows gives them: the same source serves hosts on both platforms. Here it
 // is made with fontconfig, FreeType and HarfBuzz, and needs no display: a device context stands for one of 96
-// pixels an inch, and nothing that is measured is rounded to its pixels.
+// pixels an inch, and nothing that is measured is rounded to its pixels. Any thread may call.
+//
+// What a font measures is in its file, which is read into memory when the first font of its face is made.
+// After that neither the file nor the list of what is installed is looked at again for that face, at any size
+// and for any text, except for characters that it lacks: the first of these has the faces looked up that help
+// out, and each of them is read when a character needs it. The last 64 faces are kept, with at most 64 MB of
+// font files, and of each the widths that were asked for: some KB, 4.3 MB if it was asked for every character
+// of Unicode. A file above 64 MB, one that is damaged, and a program without the module FrameworkFonts have
+// no outlines to measure.
 
 using BOOL = int;
 using BYTE = std::uint8_t;
@@ -187,7 +195,7 @@ inline constexpr int OBJ_BRUSH = 2;
 inline constexpr int OBJ_DC = 3;
 inline constexpr int OBJ_FONT = 6;
 
-/// Null unless the driver is "DISPLAY".
+/// Null unless the driver is "DISPLAY" in any letter case, and when there are a million contexts.
 FRAMEWORK_API HDC CreateDCW(const wchar_t* driver, const wchar_t* device, const wchar_t* output,
                             const void* initData);
 FRAMEWORK_API BOOL DeleteDC(HDC dc);
@@ -196,15 +204,22 @@ FRAMEWORK_API BOOL DeleteDC(HDC dc);
 FRAMEWORK_API int SetMapMode(HDC dc, int mode);
 FRAMEWORK_API int GetMapMode(HDC dc);
 
-/// They count in MM_ISOTROPIC only; `old` may be null.
+/// They count in MM_ISOTROPIC and MM_ANISOTROPIC, where 0 is refused; in other modes they change nothing. In
+/// MM_ISOTROPIC the viewport is cut so that a unit is as long in x as in y. `old` may be null.
 FRAMEWORK_API BOOL SetWindowExtEx(HDC dc, int x, int y, SIZE* old);
 FRAMEWORK_API BOOL SetViewportExtEx(HDC dc, int x, int y, SIZE* old);
 FRAMEWORK_API int GetDeviceCaps(HDC dc, int index);
 
+/// `height` in logical units: of the cell (ascent and descent) when positive, of the em when negative; 0 is a
+/// cell of 16 pixels. `width` is the average width of a character, 0 that of the face's design. A weight
+/// above 550 asks for a bold face. Of the rest only italic, underline, strikeOut and the face's name count:
+/// letter case and blanks of that do not, and the first 31 characters of a longer one find it too. Null when
+/// there are a million objects.
 FRAMEWORK_API HFONT CreateFontW(int height, int width, int escapement, int orientation, int weight,
                                 DWORD italic, DWORD underline, DWORD strikeOut, DWORD charSet,
                                 DWORD outPrecision, DWORD clipPrecision, DWORD quality, DWORD pitchAndFamily,
                                 const wchar_t* face);
+/// Null for what is none. The fonts among them have no outlines.
 FRAMEWORK_API HGDIOBJ GetStockObject(int index);
 
 /// OBJ_FONT and the like; 0 for a handle that stands for nothing.
@@ -220,7 +235,14 @@ FRAMEWORK_API HGDIOBJ SelectObject(HDC dc, HGDIOBJ object);
 /// The bytes that were written; with a null pointer, those that there are. 0 for a font without outlines.
 FRAMEWORK_API UINT GetOutlineTextMetricsW(HDC dc, UINT size, OUTLINETEXTMETRICW* metrics);
 
-/// The sum of the advances, without kerning, and the height of the font's cell, in logical units.
+/// The sum of the advances, without kerning, and the height of the font's cell, in logical units; of a text
+/// of no characters both are 0. False, and `extent` is as it was, for a font without outlines.
+///
+/// A character above U+FFFF may come in one piece or as its two surrogates. Letters of scripts that join,
+/// stack or reorder and marks are shaped; a character that the face lacks has the width that it has in the
+/// first installed face with it, at the same size of the em; what no face has, controls and surrogates
+/// without a partner have the width of the face's sign for missing characters. A font that is made bold for
+/// want of a bold face adds a pixel to each character, one that is slanted keeps its widths.
 FRAMEWORK_API BOOL GetTextExtentPoint32W(HDC dc, const wchar_t* text, int length, SIZE* extent);
 
 /// The family that the selected font was found in: another than was asked for where that is missing. Returns

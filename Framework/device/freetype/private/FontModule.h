@@ -9,8 +9,8 @@
 #include <vector>
 
 // The border to the module FrameworkFonts, which links fontconfig, FreeType and HarfBuzz. It is loaded for
-// the first font, since these libraries would otherwise more than double the time that any program of the
-// suite takes to start.
+// the first font, since these libraries would otherwise cost each program of the suite a millisecond of its
+// start.
 
 /// What a text takes on its line.
 struct TextAdvance {

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs a Windows program under Wine: tools/wine.sh FOLDER PROGRAM [ARGUMENT...]
 # Wine's registry, its drive C and what it takes for the user's home lie in FOLDER, which is made by the first call;
-# nothing is written anywhere else, and no display is needed.
+# nothing is written anywhere else, and no display is needed. Its fonts are this machine's, found through fontconfig.
 set -euo pipefail
 mkdir -p "$1/home" "$1/tmp"
 folder=$(cd "$1" && pwd)

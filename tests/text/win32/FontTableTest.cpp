@@ -269,7 +269,7 @@ TEST_F(FontTable, RectanglesFollowFromTheFactor) {
         // A cell is up to 2.5 pixels lower than was asked for: truncated, and two lengths of a whole em.
         const double least = cell - 2.5;
         m_differences.Compare(pair, "width for a height", aspect, onTheDisplay,
-                              (pair.Units() + aspect) / least);
+                              (pair.Units() + 2 * aspect) * ROUNDING / least);
         m_differences.Compare(pair, "line height in pixels", cell,
                               pair.OfWindows("line height") * 1000 / ThePixel().y, 2.5);
     }

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 
 struct MeasuringFont::Style {
     int height;
@@ -26,20 +27,41 @@ struct MeasuringFont::Style {
     }
 };
 
+// The context of a thread, and which of its fonts is selected into it.
+struct MeasuringFont::Device : MeasuringDevice {
+    const Made* selected = nullptr;
+};
+
 struct MeasuringFont::Made {
-    explicit Made(const Style& wanted) : face(wanted.face), style(wanted) {
+    Made(const Style& wanted, std::shared_ptr<Device> context)
+        : face(wanted.face), style(wanted), device(std::move(context)) {
         style.face = face;
         font.CreateFontW(style.height, 0, 0, 0, style.isBold ? FW_BOLD : FW_NORMAL, style.isItalic,
                          style.isUnderlined, false, 0, OUT_TT_ONLY_PRECIS, CLIP_LH_ANGLES, PROOF_QUALITY, 0,
                          face.c_str());
-        isSelected = ::SelectObject(device.m_hDC, font.m_hObject) != nullptr;
+    }
+    ~Made() {
+        if (device->selected == this) {
+            device->selected = nullptr;
+            ::SelectObject(device->m_hDC, GetStockObject(SYSTEM_FONT));
+        }
+    }
+    Made(const Made&) = delete;
+    Made& operator=(const Made&) = delete;
+
+    // The context with this font; null when one of them is not there, for it is not this font that measures
+    // then.
+    HDC Selected() const {
+        if (device->selected == this) return device->m_hDC;
+        if (!::SelectObject(device->m_hDC, font.m_hObject)) return nullptr;
+        device->selected = this;
+        return device->m_hDC;
     }
 
     const std::wstring face;
     Style style;
-    CFont font; // outlives the context that it is selected in
-    MeasuringDevice device;
-    bool isSelected = false; // else it would be the system's font that measures
+    CFont font;
+    const std::shared_ptr<Device> device;
 };
 
 namespace {
@@ -72,15 +94,17 @@ public:
             set, [&](const Entry& entry) { return entry.font && entry.font->style == style; });
         if (found == set.end()) {
             found = std::ranges::min_element(set, {}, &Entry::lastUse);
-            found->font = std::make_shared<const Made>(style);
+            if (!m_device) m_device = std::make_shared<Device>();
+            found->font = std::make_shared<const Made>(style, m_device);
         }
         found->lastUse = ++m_uses;
         return found->font;
     }
 
-    void Forget(const Font& font) {
-        for (Entry& entry : m_entries[font->style.Hash() % kSets])
-            if (entry.font == font) entry = {};
+    // Another context is made for all fonts.
+    void Forget() {
+        m_entries = {};
+        m_device.reset();
     }
 
 private:
@@ -88,6 +112,7 @@ private:
         Font font;
         std::uint64_t lastUse = 0;
     };
+    std::shared_ptr<Device> m_device;
     std::array<std::array<Entry, kFontsInSet>, kSets> m_entries;
     std::uint64_t m_uses = 0;
 };
@@ -96,12 +121,12 @@ MeasuringFont::MeasuringFont(int height, bool isBold, bool isItalic, bool isUnde
                              const std::wstring& face) {
     const Style style{height, isBold, isItalic, isUnderlined, face};
     Kept* const kept = Kept::OfThread();
-    m_made = kept ? kept->Get(style) : std::make_shared<const Made>(style);
+    m_made = kept ? kept->Get(style) : std::make_shared<const Made>(style, std::make_shared<Device>());
 }
 
 UINT MeasuringFont::GetOutlineTextMetricsW(UINT size, OUTLINETEXTMETRICW* metrics) const {
-    const UINT written =
-        m_made->isSelected ? ::GetOutlineTextMetricsW(m_made->device.m_hDC, size, metrics) : 0;
+    const HDC dc = m_made->Selected();
+    const UINT written = dc ? ::GetOutlineTextMetricsW(dc, size, metrics) : 0;
     if (written == 0) Forget();
     return written;
 }
@@ -109,14 +134,15 @@ UINT MeasuringFont::GetOutlineTextMetricsW(UINT size, OUTLINETEXTMETRICW* metric
 CSize MeasuringFont::GetTextExtent(std::wstring_view text) const {
     SIZE extent = {};
     const auto length = static_cast<int>(std::min<std::size_t>(text.size(), INT_MAX));
-    if (!m_made->isSelected || !::GetTextExtentPoint32W(m_made->device.m_hDC, text.data(), length, &extent)) {
+    const HDC dc = m_made->Selected();
+    if (!dc || !::GetTextExtentPoint32W(dc, text.data(), length, &extent)) {
         Forget();
         return {};
     }
     return {static_cast<int>(extent.cx), static_cast<int>(extent.cy)};
 }
 
-// The context may be one that the display does not serve any more: the next try gets a new one.
-void MeasuringFont::Forget() const {
-    if (Kept* const kept = Kept::OfThread()) kept->Forget(m_made);
+// The context may be one that the display does not serve any more.
+void MeasuringFont::Forget() {
+    if (Kept* const kept = Kept::OfThread()) kept->Forget();
 }

@@ -24,11 +24,12 @@ public:
 
 private:
     struct Style;
+    struct Device;
     struct Made;
     class Kept;
     using Font = std::shared_ptr<const Made>;
 
-    void Forget() const;
+    static void Forget();
 
     Font m_made;
 };

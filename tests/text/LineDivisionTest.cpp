@@ -274,6 +274,16 @@ TEST(LineDivision, KeepsItsPromisesForHostileTexts) {
         ExpectPromisesKept(std::wstring().append(1000, unit), 3, Columns);
 }
 
+TEST(LineDivision, FitsEvenWhereMoreTextIsNarrower) {
+    Random random(44);
+    const auto shrinking = [](std::wstring_view text) { return static_cast<double>(text.size() * 5 % 7); };
+    for (int run = 0; run < 10'000; ++run) {
+        const std::wstring text = random.Text(kLetters, 40);
+        ExpectPromisesKept(text, random.Real(0.1, 6), shrinking);
+        if (HasFatalFailure()) FAIL() << ::testing::PrintToString(text);
+    }
+}
+
 TEST(LineDivision, StaysWithinBoundsForMeasuresThatMakeNoSense) {
     const std::wstring text = L"ab cd  efgh \n\n i\x0301jk";
     Random random(43);

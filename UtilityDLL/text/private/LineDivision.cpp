@@ -31,7 +31,8 @@ private:
         const std::size_t fitting = CountFitting();
         if (fitting > 0 && m_ends[fitting - 1] == m_text.size()) return m_text.size();
         for (std::size_t count = fitting; count > 0; --count)
-            if (IsBlankCharacter(count) && !IsBlankCharacter(count - 1)) return m_ends[count - 1];
+            if (IsBlankCharacter(count) && !IsBlankCharacter(count - 1) && Fits(count))
+                return m_ends[count - 1];
         if (IsBlankCharacter(0)) return 0;
         return m_ends[std::max<std::size_t>(fitting, 1) - 1];
     }

@@ -6,7 +6,8 @@
 #include <string_view>
 #include <vector>
 
-/// How wide a piece of text is. What it begins with must be no wider.
+/// How wide a piece of text is. What it begins with should be no wider, or lines are not always as long as
+/// they could be.
 using TextWidth = std::function<double(std::wstring_view)>;
 
 /// Divides a text into lines that fit `width`, in the unit of the measure. A width that is not above 0 wraps

@@ -134,6 +134,19 @@ TEST(TextMeasure, ReadsStandardInputWithoutItsLastLineEnd) {
     EXPECT_EQ("chartutil: the text has a zero character, at which every text ends\n", zero.error);
 }
 
+TEST(TextMeasure, TextOfAMegabyte) {
+    std::string text;
+    while (text.size() < 1'000'000) text += "soundings in metres ";
+    const json document = TextJson({"measure", "-", "--width", "100"}, text);
+    EXPECT_LE(document["width"], 100.0);
+    EXPECT_GT(document["height"], 1000.0);
+}
+
+TEST(TextMeasure, PictureHasALineForEachLine) {
+    const std::string svg = PictureOf({"measure", "one\ntwo\nthree", "--multi-line"});
+    for (const char* const line : {">one<", ">two<", ">three<"}) EXPECT_EQ(1u, Count(svg, line)) << line;
+}
+
 TEST(TextMeasure, BytesThatAreNoTextAreMeasuredAllTheSame) {
     for (const char* const input : {"a\xFFz", "\xED\xA0\x80", "\xC3"}) // also half of a surrogate pair
         EXPECT_EQ(1u, TextJson({"measure", "-"}, input)["lines"].size());

@@ -32,15 +32,9 @@ Sounding Measured(double value, const DepthLabelInfo& style) {
 std::string PresentationText(const DepthLabelInfo& style) { return kPresentations[style.Presentation()]; }
 std::string PlacementText(const DepthLabelInfo& style) { return kPlacements[style.Placement()]; }
 
-// A height above the datum, as it is written.
-bool IsDryingHeight(const Sounding& sounding) {
-    const bool isAbove = sounding.style.GetSignIsInverted() ? sounding.value > 0 : sounding.value < 0;
-    const std::wstring digits = sounding.whole.second + sounding.decimals.second;
-    return isAbove && digits.find_first_of(L"123456789") != std::wstring::npos;
-}
-
 bool IsUnderlined(const Sounding& sounding) {
-    return sounding.style.GetUnderlineDryingHeights() && IsDryingHeight(sounding);
+    return sounding.style.GetUnderlineDryingHeights() &&
+           TextRectComp::IsDryingHeight(sounding.style, sounding.value);
 }
 
 std::vector<double> ValuesOf(const MeasureSounding& options) {

@@ -31,6 +31,9 @@ do_job settings check sample-project.ini
 do_job settings show sample-project.ini "Chart Sheet"
 do_job settings show sample-project.ini Tides
 
+printf '\nThe depths of the sheet, as they will be written on it:\n'
+do_job text sounding 12.34 -1.25 --precision 1 --presentation lowered-decimals --underline-drying --picture depths.svg
+
 printf '\nWhat the job changed, byte for byte (< the sample project, > the copy):\n'
 diff --text ../../data/sample-project.ini sample-project.ini | tr -d '\r' || true
 cd ../..

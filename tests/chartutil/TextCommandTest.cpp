@@ -212,6 +212,14 @@ TEST(TextMeasure, LargestSizesGiveNumbers) {
     }
 }
 
+TEST(TextMeasure, NotesASizeAtWhichHeightsDoNotFit) {
+    for (const auto& [size, isNoted] : {std::pair("50", false), {"1000", true}}) {
+        const ProgramResult result = Text({"measure", "x", "--font", "Liberation Sans", "--size", size});
+        EXPECT_EQ(isNoted, result.error.find("measure at a smaller size and multiply") != std::string::npos)
+            << size << result.error;
+    }
+}
+
 TEST(TextMeasure, PictureHasTheTextAsWideAsItWasMeasured) {
     const std::string installed = InstalledFamily();
     const std::string svg = PictureOf({"measure", "Tide & <wind>", "--font", installed, "--size", "5",

@@ -101,5 +101,6 @@ void Run(const MeasureText& options) {
             PrintFact(lines.size() == 1 ? "text" : "line " + std::to_string(i + 1), ToUtf8(lines[i]));
         }
     }
-    if (factor == 0 && style.Size() > 0 && !text.empty()) ThrowNotMeasured(style);
+    NoteOverflow(style);
+    if (factor == 0 && style.Size() != 0 && !text.empty()) ThrowNotMeasured(style);
 }

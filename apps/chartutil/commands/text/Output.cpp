@@ -1,13 +1,18 @@
 #include "apps/chartutil/commands/text/Output.h"
 
+#include "UtilityDLL/text/GDIScaleFactor.h"
+#include "UtilityDLL/text/TextHeightFactComp.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/commands/style/Names.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Numbers.h"
 
+#include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <iostream>
+#include <limits>
 #include <nlohmann/json.hpp>
 
 namespace {
@@ -48,6 +53,17 @@ void PrintBox(const TextRectComp::Rectangle& box) {
         corners += (i > 0 ? "  " : "") + ('(' + LengthText(box.Corner(i).X())) + ", " +
                    LengthText(box.Corner(i).Y()) + ')';
     PrintFact("corners", corners);
+}
+
+void NoteOverflow(const TextInfo& style) {
+    const OUTLINETEXTMETRICW& metrics = TextHeightFactComp::Get().GetMetrics(style);
+    const TEXTMETRICW& cell = metrics.otmTextMetrics;
+    const double below = std::abs(double(metrics.otmDescent)) + std::abs(double(cell.tmExternalLeading)) +
+                         std::abs(double(cell.tmInternalLeading));
+    const double height = std::abs(double(style.Size())) * GDIScaleFactor::Get();
+    if (below * height > std::numeric_limits<std::int32_t>::max())
+        PrintNote("chartutil: note: texts of this size are not measured exactly, since their heights do not "
+                  "fit; measure at a smaller size and multiply");
 }
 
 Json StyleJson(const TextInfo& style) {

@@ -21,6 +21,9 @@ std::string StyleText(const TextInfo& style);
 void PrintFont(const TextInfo& style, const FontInUse& font, float factor);
 void PrintBox(const TextRectComp::Rectangle& box);
 
+/// Notes on standard error that the style is so large that the library's arithmetic of 32 bits wraps.
+void NoteOverflow(const TextInfo& style);
+
 Json StyleJson(const TextInfo& style);
 Json FontJson(const FontInUse& font, float factor);
 Json BoxJson(const TextRectComp::Rectangle& box);

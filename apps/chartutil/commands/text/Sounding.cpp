@@ -162,5 +162,6 @@ void Run(const MeasureSounding& options) {
         PrintFont(style, font, factor);
         for (const Sounding& sounding : soundings) Print(sounding);
     }
-    if (factor == 0 && style.Size() > 0) ThrowNotMeasured(style);
+    NoteOverflow(style);
+    if (factor == 0 && style.Size() != 0) ThrowNotMeasured(style);
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
@@ -66,8 +67,8 @@ void ExpectNothing(const TextRectangle& rectangle) {
 }
 
 std::vector<std::wstring> Lines(const TextRectComp& measure) {
-    std::vector<std::wstring> lines;
-    for (int i = 0; i < measure.GetNumberOfSubStrings(); ++i) lines.push_back(measure.GetSubString(i));
+    std::vector<std::wstring> lines(static_cast<std::size_t>(measure.GetNumberOfSubStrings()));
+    for (std::size_t i = 0; i < lines.size(); ++i) lines[i] = measure.GetSubString(static_cast<int>(i));
     return lines;
 }
 

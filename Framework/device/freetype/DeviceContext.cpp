@@ -199,8 +199,8 @@ int GetDeviceCaps(HDC dc, int index) {
 }
 
 HGDIOBJ GetStockObject(int index) {
-    const auto handle =
-        reinterpret_cast<HGDIOBJ>(static_cast<std::uintptr_t>(static_cast<unsigned>(index)) << 2 | kStockTag);
+    const std::uintptr_t number = std::uintptr_t{static_cast<unsigned>(index)} << 2 | kStockTag;
+    const auto handle = reinterpret_cast<HGDIOBJ>(number); // NOLINT(performance-no-int-to-ptr): no address
     return StockObject(handle) ? handle : nullptr;
 }
 

@@ -29,7 +29,7 @@ public:
         Slot& slot = m_slots[index];
         slot.handle = ((++m_lastSerial << kIndexBits | index) << kTagBits) | m_tag;
         slot.value = std::move(value);
-        return reinterpret_cast<void*>(slot.handle);
+        return reinterpret_cast<void*>(slot.handle); // NOLINT(performance-no-int-to-ptr): no address
     }
 
     /// Calls `use` with the value, which no other call reaches meanwhile. False when there is none.

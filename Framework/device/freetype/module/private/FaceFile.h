@@ -1,7 +1,7 @@
 #pragma once
 
-#include <compare>
 #include <string>
+#include <tuple>
 
 /// Where a face lies.
 struct FaceFile {
@@ -9,5 +9,7 @@ struct FaceFile {
     int index = 0;          ///< in a collection; above 16 bits the instance of a variable font, from 1
     std::string variations; ///< of a variable font, as in "wght=700,wdth=75"
 
-    auto operator<=>(const FaceFile&) const = default;
+    bool operator<(const FaceFile& other) const {
+        return std::tie(path, index, variations) < std::tie(other.path, other.index, other.variations);
+    }
 };

@@ -60,8 +60,8 @@ OutlineFace::~OutlineFace() {
 TextAdvance OutlineFace::Advance(std::wstring_view text) const {
     TextAdvance sum;
     char32_t previous = kNone; // an unshaped one directly before
-    const Page* page = nullptr;
-    char32_t numberOfPage = kNone;
+    const Page* page = &PageOf(0); // of the last character
+    char32_t numberOfPage = 0;
     for (std::size_t i = 0; i < text.size();) {
         const std::size_t begin = i;
         char32_t character = Next(text, i);

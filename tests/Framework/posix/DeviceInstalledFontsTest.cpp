@@ -9,12 +9,12 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
-#include <memory>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -111,6 +111,39 @@ TEST(DeviceInstalledFonts, BitmapFontIsSelectedByItsNameAloneAndHasNoMeasures) {
         EXPECT_EQ(L"Test", Measure(L"Another").face);
         EXPECT_EQ(1500, Measure(L"Another").extent.cx);
     });
+}
+
+TEST(DeviceInstalledFonts, BitmapFontIsEnumeratedAsOne) {
+    const InstalledFonts fonts;
+    fonts.Add("bits.bdf", BitmapFont("Bits"));
+    fonts.Add("test.ttf", TestFont().Bytes());
+    fonts.See([] {
+        CDC dc;
+        ASSERT_TRUE(dc.CreateDCW(L"DISPLAY", nullptr, nullptr));
+        std::vector<std::pair<std::wstring, DWORD>> found;
+        const FONTENUMPROCW keep = [](const LOGFONTW* font, const TEXTMETRICW*, DWORD type, LPARAM list) {
+            reinterpret_cast<decltype(found)*>(list)->emplace_back(font->lfFaceName, type);
+            return 1;
+        };
+        EnumFontFamiliesExW(dc.m_hDC, nullptr, keep, reinterpret_cast<LPARAM>(&found), 0);
+        const decltype(found) expected = {{L"Bits", RASTER_FONTTYPE}, {L"Test", TRUETYPE_FONTTYPE}};
+        EXPECT_EQ(expected, found);
+    });
+}
+
+TEST(DeviceInstalledFonts, UsersLanguageDoesNotCount) {
+    TestFont font;
+    font.family = u"Another";
+    const InstalledFonts fonts;
+    fonts.Add("another.ttf", font.Bytes());
+    fonts.Add("test.ttf", TestFont().Bytes());
+    for (const char* const language : {"C", "ja_JP.UTF-8", "ar_EG.UTF-8", "not a language"})
+        fonts.See([&] {
+            for (const char* const variable : {"LANG", "LC_ALL", "LC_CTYPE", "FC_LANG"})
+                setenv(variable, language, 1);
+            EXPECT_EQ(L"Test", Measure(L"Test").face);
+            EXPECT_EQ(1500, Measure(L"Test").extent.cx);
+        });
 }
 
 TEST(DeviceInstalledFonts, FontWithOutlinesGoesBeforeTheBitmapsOfItsFamily) {

@@ -21,8 +21,8 @@ public:
             index = m_free.back();
             m_free.pop_back();
         } else if (index >> kIndexBits == 0) {
-            m_free.reserve(index + 1); // so that no removal needs memory
             m_slots.emplace_back();
+            m_free.reserve(m_slots.capacity()); // so that no removal needs memory
         } else {
             return nullptr;
         }

@@ -20,6 +20,7 @@ struct Enumerated {
 
 int Keep(const LOGFONTW* font, const TEXTMETRICW* metrics, DWORD type, LPARAM list) {
     EXPECT_EQ(font->lfWeight, metrics->tmWeight);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): what the caller handed over
     reinterpret_cast<std::vector<Enumerated>*>(list)->push_back(
         {font->lfFaceName, font->lfWeight, font->lfItalic != 0,
          (metrics->tmPitchAndFamily & TMPF_FIXED_PITCH) == 0, type});
@@ -72,6 +73,7 @@ TEST(DeviceFontList, CallbackEndsItAndItsLastResultIsReturned) {
     ASSERT_TRUE(dc.CreateDCW(L"DISPLAY", nullptr, nullptr));
     int calls = 0;
     const FONTENUMPROCW stop = [](const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM count) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): what the caller handed over
         return ++*reinterpret_cast<int*>(count) == 2 ? 0 : 5;
     };
     EXPECT_EQ(0, EnumFontFamiliesExW(dc.m_hDC, nullptr, stop, reinterpret_cast<LPARAM>(&calls), 0));

@@ -38,7 +38,7 @@ TEST(DeviceObjects, NumberThatIsNoHandleIsRefused) {
          {std::uintptr_t{0}, std::uintptr_t{1}, std::uintptr_t{3}, std::uintptr_t{0x1000}, ~std::uintptr_t{0},
           reinterpret_cast<std::uintptr_t>(&dc), reinterpret_cast<std::uintptr_t>(font) + 3,
           reinterpret_cast<std::uintptr_t>(font) ^ (std::uintptr_t{1} << 50)}) {
-        void* const handle = reinterpret_cast<void*>(number);
+        void* const handle = reinterpret_cast<void*>(number); // NOLINT(performance-no-int-to-ptr): no address
         EXPECT_EQ(0u, GetObjectType(handle)) << number;
         EXPECT_FALSE(DeleteObject(handle));
         EXPECT_EQ(nullptr, SelectObject(dc, handle));

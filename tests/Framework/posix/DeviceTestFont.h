@@ -116,12 +116,13 @@ private:
     // As it stands at that place of a file.
     std::string Moved(std::size_t at) const {
         std::string bytes = Bytes();
-        const int tables = static_cast<unsigned char>(bytes[5]);
-        for (int i = 0; i < tables; ++i) {
+        const std::size_t tables = static_cast<unsigned char>(bytes[5]);
+        for (std::size_t i = 0; i < tables; ++i) {
+            const std::size_t place = 12 + 16 * i + 8;
             std::uint32_t offset = 0;
-            for (int n = 0; n < 4; ++n)
-                offset = offset << 8 | static_cast<unsigned char>(bytes[std::size_t(12 + 16 * i + 8 + n)]);
-            bytes.replace(std::size_t(12 + 16 * i + 8), 4, U32(offset + static_cast<std::uint32_t>(at)));
+            for (std::size_t n = 0; n < 4; ++n)
+                offset = offset << 8 | static_cast<unsigned char>(bytes[place + n]);
+            bytes.replace(place, 4, U32(offset + static_cast<std::uint32_t>(at)));
         }
         return bytes;
     }

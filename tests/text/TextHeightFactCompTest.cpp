@@ -133,10 +133,13 @@ TEST(TextHeightFactComp, MeasuresNegativeSizesByTheEm) {
                 20000.0 * 2288 / 2048, 3 * 26.46);
 }
 
+// A font of height 0 is one of the system's choice, so there are metrics.
 TEST(TextHeightFactComp, IsZeroForSizesOfNoHeight) {
     TextHeightFactComp factors;
-    for (const float size : {0.0f, 1e-6f, 0.0009f, std::numeric_limits<float>::denorm_min()})
+    for (const float size : {0.0f, 1e-6f, 0.0009f, std::numeric_limits<float>::denorm_min()}) {
         EXPECT_EQ(factors(Style(L"Liberation Sans", size)), 0.0f) << size;
+        EXPECT_GT(factors.GetMetrics(Style(L"Liberation Sans", size)).otmTextMetrics.tmHeight, 0) << size;
+    }
 }
 
 TEST(TextHeightFactComp, MeasuresNothingThatDoesNotFitIntoLogicalUnits) {
@@ -191,6 +194,7 @@ TEST(TextHeightFactComp, TellsStylesApartButMeasuresTheRegularFont) {
     }
     EXPECT_EQ(first->second.second.otmTextMetrics.tmItalic, 0);
     EXPECT_EQ(first->second.second.otmTextMetrics.tmUnderlined, 0);
+    EXPECT_EQ(first->second.second.otmTextMetrics.tmWeight, 400);
 }
 
 TEST(TextHeightFactComp, KeepsEntriesWhereTheyAre) {

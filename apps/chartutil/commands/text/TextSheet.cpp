@@ -166,7 +166,8 @@ public:
         for (const TextSheet::Row& row : block.rows) {
             const double height = RowHeight(row);
             const double middle = y + height / 2;
-            surface.Text(kMargin, BaselineAround(middle, kName), row.name, kName, kGrey);
+            if (!row.name.empty())
+                surface.Text(kMargin, BaselineAround(middle, kName), row.name, kName, kGrey);
             for (std::size_t i = 0; i < row.cells.size(); ++i) {
                 const Point centre = Bounds(row.cells[i]).Center();
                 Painter(surface, {ColumnMiddle(i) - centre.X() * m_scale, middle + centre.Y() * m_scale},

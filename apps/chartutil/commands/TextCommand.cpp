@@ -8,7 +8,7 @@ namespace {
 void AddStyle(CLI::App& command, StyleOptions& options, const char* line) {
     command.add_option("--style", options.line,
                        std::string("A style in one line, such as '") + line +
-                           "'; the other options go over it");
+                           "';\nthe other options go over it");
     AddOptional(command, "--font", options.font, "The font's face; Arial without this and --style");
     command.add_option("--size", options.size,
                        "The text's height, in the plot's unit; 2.5 without this and --style");
@@ -20,7 +20,8 @@ void AddStyle(CLI::App& command, StyleOptions& options, const char* line) {
 void AddPlacing(CLI::App& command, StyleOptions& options) {
     command.add_option("--rotation", options.rotation, "The text's direction, in degrees clockwise");
     command.add_option("--justification", options.justification,
-                       "What stands on the insertion point: " + ListOfNames(kJustifications));
+                       "What stands on the insertion point: bottom-left, middle-centre, baseline-right\n"
+                       "and so on; bottom-left without this and --style");
 }
 
 void AddOutput(CLI::App& command, std::string& picture, bool& json) {
@@ -63,7 +64,7 @@ Examples:
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0,2,0,0,1,1,0,0");
     AddPlacing(command, options);
     command.add_option("--precision", options.precision, "Decimal places; 2 without this and --style")
-        ->check(CLI::Range(0, 15));
+        ->check(CLI::Range(0, 300));
     CLI::Option* const presentation = command.add_option("--presentation", options.presentation,
                                                          "How decimals look: " + ListOfNames(kPresentations));
     CLI::Option* const placement = command.add_option(
@@ -85,7 +86,7 @@ void AddJustifications(CLI::App& text) {
   chartutil text justifications --picture sheet.svg --font Arial
   chartutil text justifications --picture sheet.png --rotations 0,45,90 \
       --sample 'Liberation Serif=Depth' --sample 'DejaVu Sans=)"
-        "\u0412\u0430\u0439')");
+        "\u0412\u0430\u0439'");
     command.add_option("--picture", options.picture, "The file to draw into, .svg, .png or .pdf")->required();
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0");
     command.add_option("--sample", options.samples, "A face and a text in it; can be given again for others")

@@ -32,15 +32,21 @@ private:
 };
 
 // Texts need an application object; a command line has no screen for it. A program with windows has its own.
-// This one goes with the picture, in the thread that made it, since that may have ended when the program
-// does.
 class Application {
 public:
+    // Once, and for as long as the process lives: Qt's plugins belong to the thread that drew first and are
+    // deleted at the process's end. Without the application they then read that thread's data after it was
+    // freed.
+    static void Need() {
+        static const Application* const application = new Application;
+        (void)application;
+    }
+
+private:
     Application() {
         if (!QCoreApplication::instance()) m_application.emplace(m_count, m_arguments);
     }
 
-private:
     int m_count = 3;
     char m_name[10] = "chartutil";
     char m_option[10] = "-platform";
@@ -181,7 +187,7 @@ extern "C" [[gnu::visibility("default")]] RenderPictureFunction RenderPicture;
 
 bool RenderPicture(const Surface& surface, PictureFormat format, const ShowDrawn& show, std::string& file) {
     const Silence silence;
-    const Application application;
+    Application::Need();
     const QByteArray picture = format == PictureFormat::PNG ? Png(surface, show) : Pdf(surface, show);
     if (picture.isEmpty()) return false;
     file = picture.toStdString();

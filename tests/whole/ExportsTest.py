@@ -146,12 +146,9 @@ def main():
     arguments = parser.parse_args()
 
     classes, functions, variables = set(), set(), set()
-    others = {"posix", "win32", "qt"}  # backends whose headers declare nothing that is exported here
-    if any(library.suffix == ".dll" for library in arguments.libraries):
-        others.add("freetype")
     for folder in arguments.headers:
         for header in sorted(folder.rglob("*.h")):
-            if not others & set(header.relative_to(folder).parts):
+            if not {"posix", "win32", "qt", "freetype"} & set(header.relative_to(folder).parts):
                 read_header(header, classes, functions, variables)
 
     found = set()

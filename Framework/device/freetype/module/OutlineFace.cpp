@@ -59,7 +59,7 @@ OutlineFace::~OutlineFace() {
 
 TextAdvance OutlineFace::Advance(std::wstring_view text) const {
     TextAdvance sum;
-    char32_t previous = kNone; // an unshaped one directly before
+    char32_t previous = kNone;     // an unshaped one directly before
     const Page* page = &PageOf(0); // of the last character
     char32_t numberOfPage = 0;
     for (std::size_t i = 0; i < text.size();) {

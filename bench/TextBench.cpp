@@ -76,6 +76,7 @@ TextInfo Style(float size) {
 // --- one line at a style that was measured before ---
 
 void LineOurs(benchmark::State& state) {
+    TextHeightFactComp::Get() = TextHeightFactComp(); // without the styles of other benchmarks
     TextRectComp measure;
     const TextInfo style = Style(kSize);
     ForEach(state, Texts(), [&](const std::wstring& text) { return measure(style, text).Width(); });
@@ -222,6 +223,7 @@ double NextSize() {
 }
 
 void NewSizeOurs(benchmark::State& state) {
+    TextHeightFactComp::Get() = TextHeightFactComp();
     TextRectComp measure;
     TextInfo style = Style(kSize);
     measure(style, L"Sounding");

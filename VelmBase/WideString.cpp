@@ -74,6 +74,7 @@ bool icompareW(std::wstring_view a, std::wstring_view b) {
 }
 
 int CompareNoCaseW(std::wstring_view a, std::wstring_view b) {
+    if (a == b) return 0;
     const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t c, wchar_t d) {
         return c == d || ToLowerW(c) == ToLowerW(d);
     });

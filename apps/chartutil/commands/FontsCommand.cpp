@@ -47,7 +47,8 @@ Families InstalledFamilies() {
     all.lfCharSet = DEFAULT_CHARSET;
     const FONTENUMPROCW add = [](const LOGFONTW* font, const TEXTMETRICW* metrics, DWORD type, LPARAM found) {
         if (font->lfFaceName[0] == L'@') return 1;
-        Family& family = (*reinterpret_cast<Families*>(found))[font->lfFaceName];
+        auto* const into = reinterpret_cast<Families*>(found); // NOLINT(performance-no-int-to-ptr): it is one
+        Family& family = (*into)[font->lfFaceName];
         family.hasOutlines = family.hasOutlines || (type & RASTER_FONTTYPE) == 0;
         family.isFixedPitch = (metrics->tmPitchAndFamily & TMPF_FIXED_PITCH) == 0;
         return 1;

@@ -39,6 +39,7 @@ std::vector<Angle> RotationsOf(const DrawJustifications& options) {
     const UserText list(options.rotations);
     const FormatString items(list.Wide(), L',');
     std::vector<Angle> rotations;
+    rotations.reserve(static_cast<std::size_t>(items.NumItems()));
     for (int i = 0; i < items.NumItems(); ++i) rotations.push_back(RequireAngle(ToUtf8(items[i])));
     if (rotations.empty()) (void)RequireAngle("");
     return rotations;

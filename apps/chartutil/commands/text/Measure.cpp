@@ -80,6 +80,7 @@ void Run(const MeasureText& options) {
     TextRectComp measure;
     const TextRectComp::Rectangle box = measure(style, text);
     std::vector<std::wstring> lines;
+    lines.reserve(static_cast<std::size_t>(measure.GetNumberOfSubStrings()));
     for (int i = 0; i < measure.GetNumberOfSubStrings(); ++i) lines.push_back(measure.GetSubString(i));
     StopIfInterrupted();
     if (!options.picture.empty()) SavePicture(Picture(style, font, box, lines), options.picture);

@@ -11,7 +11,8 @@
 
 enum class PictureFormat { PNG, PDF };
 
-/// Takes how many shapes of the page have been drawn, and may end the drawing by an exception.
+/// Takes how many shapes of the page have been drawn, and may end the drawing by an exception. Called in a
+/// thread of the module's.
 using ShowDrawn = std::function<void(std::size_t done)>;
 
 /// The module's only function: puts the page as a file of that format into `file`; false when it cannot be

@@ -15,6 +15,9 @@ namespace {
 
 constexpr float kUnknown = -1;
 
+} // namespace
+
+/// What DoLongWork() and DoShortWork() do.
 class Work final : public ProgThreadObject {
 public:
     Work(const std::function<void()>& work, ProgressBar* bar) : m_work(work), m_bar(bar) {}
@@ -104,6 +107,8 @@ private:
 
 thread_local Work* Work::current = nullptr;
 
+namespace {
+
 // A worker that ends before what it works on.
 class Worker {
 public:
@@ -162,27 +167,25 @@ void NoteChanged(const std::string& path) {
     if (Work* const work = Work::Current()) work->AddChanged(path);
 }
 
-Progress::Progress(std::string_view what, std::uint64_t total) : m_total(total) {
-    Work* const work = Work::Current();
-    if (!work) return;
-    work->Begin(what, total > 0);
+Progress::Progress(std::string_view what, std::uint64_t total) : m_work(Work::Current()), m_total(total) {
+    if (!m_work) return;
+    m_work->Begin(what, total > 0);
     try {
-        work->StopIfAsked();
+        m_work->StopIfAsked();
     } catch (...) {
-        work->End();
+        m_work->End();
         throw;
     }
 }
 
 Progress::~Progress() {
-    if (Work* const work = Work::Current()) work->End();
+    if (m_work) m_work->End();
 }
 
 void Progress::Show(std::uint64_t done) const {
-    Work* const work = Work::Current();
-    if (!work) return;
-    work->StopIfAsked();
+    if (!m_work) return;
+    m_work->StopIfAsked();
     if (m_total > 0)
-        work->Show(
+        m_work->Show(
             static_cast<float>(static_cast<double>(std::min(done, m_total)) / static_cast<double>(m_total)));
 }

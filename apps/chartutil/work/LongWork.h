@@ -7,6 +7,7 @@
 #include <string_view>
 
 class ProgressBar;
+class Work;
 
 /// Ends work that was asked to stop. The text says what was stopped and which files were changed before, in
 /// UTF-8.
@@ -46,9 +47,11 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// So many steps are done. Looks whether to stop.
+    /// So many steps are done. Looks whether to stop. Also for another thread that does the part while the
+    /// one that began it waits.
     void Show(std::uint64_t done) const;
 
 private:
+    Work* m_work; // null for none
     std::uint64_t m_total;
 };

@@ -125,6 +125,15 @@ TEST(PictureModule, CommandWritesPngAndPdf) {
     }
 }
 
+TEST(PictureModule, EveryCommandEndsWellAfterDrawing) {
+    const TemporaryFolder folder;
+    for (int i = 0; i < 20; ++i) {
+        const ProgramResult result =
+            RunChartutil({"text", "measure", "A", "--picture", (folder.Path() / "p.png").string()});
+        ASSERT_EQ(0, result.exitCode) << "call " << i << result.error;
+    }
+}
+
 TEST(PictureModule, MachineWithoutFontsMakesPictures) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "fonts.conf", "<?xml version=\"1.0\"?><fontconfig></fontconfig>");

@@ -11,7 +11,14 @@
 #include <QPdfWriter>
 
 #include <cmath>
+#include <condition_variable>
+#include <exception>
+#include <functional>
+#include <mutex>
 #include <optional>
+#include <system_error>
+#include <thread>
+#include <utility>
 
 namespace {
 
@@ -34,25 +41,67 @@ private:
 // Texts need an application object; a command line has no screen for it. A program with windows has its own.
 class Application {
 public:
-    // Once, and for as long as the process lives: Qt's plugins belong to the thread that drew first and are
-    // deleted at the process's end. Without the application they then read that thread's data after it was
-    // freed.
-    static void Need() {
-        static const Application* const application = new Application;
-        (void)application;
-    }
-
-private:
     Application() {
         if (!QCoreApplication::instance()) m_application.emplace(m_count, m_arguments);
     }
 
+private:
     int m_count = 3;
     char m_name[10] = "chartutil";
     char m_option[10] = "-platform";
     char m_platform[10] = "offscreen";
     char* m_arguments[4] = {m_name, m_option, m_platform, nullptr};
     std::optional<QGuiApplication> m_application;
+};
+
+// The one thread that uses Qt, which stays until the process ends. What Qt keeps for a thread is deleted when
+// that ends; a worker that ends while the process does would have that race with the end of Qt itself.
+class DrawingThread {
+public:
+    // Null when the system has no thread left.
+    static DrawingThread* Get() {
+        static DrawingThread* thread = nullptr;
+        try {
+            if (!thread) thread = new DrawingThread;
+        } catch (const std::system_error&) {
+        }
+        return thread;
+    }
+
+    // Does the work there, and returns or throws what it does.
+    void Do(const std::function<void()>& work) {
+        std::unique_lock lock(m_guard);
+        m_work = &work;
+        m_changed.notify_all();
+        m_changed.wait(lock, [&] { return !m_work; });
+        if (m_failure) std::rethrow_exception(std::exchange(m_failure, nullptr));
+    }
+
+private:
+    DrawingThread() {
+        std::thread([this] { Serve(); }).detach();
+    }
+
+    void Serve() {
+        std::optional<Application> application;
+        std::unique_lock lock(m_guard);
+        while (true) {
+            m_changed.wait(lock, [&] { return m_work != nullptr; });
+            try {
+                if (!application) application.emplace();
+                (*m_work)();
+            } catch (...) {
+                m_failure = std::current_exception();
+            }
+            m_work = nullptr;
+            m_changed.notify_all();
+        }
+    }
+
+    std::mutex m_guard;
+    std::condition_variable m_changed;
+    const std::function<void()>* m_work = nullptr; // null while there is none
+    std::exception_ptr m_failure;
 };
 
 QColor ColorOf(const RGBColor& color) { return {color.Red(), color.Green(), color.Blue()}; }
@@ -187,8 +236,10 @@ extern "C" [[gnu::visibility("default")]] RenderPictureFunction RenderPicture;
 
 bool RenderPicture(const Surface& surface, PictureFormat format, const ShowDrawn& show, std::string& file) {
     const Silence silence;
-    Application::Need();
-    const QByteArray picture = format == PictureFormat::PNG ? Png(surface, show) : Pdf(surface, show);
+    DrawingThread* const thread = DrawingThread::Get();
+    if (!thread) return false;
+    QByteArray picture;
+    thread->Do([&] { picture = format == PictureFormat::PNG ? Png(surface, show) : Pdf(surface, show); });
     if (picture.isEmpty()) return false;
     file = picture.toStdString();
     return true;

@@ -7,8 +7,9 @@
 /// The number (12.34) has Precision() decimals, and a sign only where it is negative as it is shown. It is
 /// rounded up, for depths that count downward: a label shows no less depth than there is. Where the sign is
 /// inverted it is rounded down, which is the same for depths that are negative. To be exact, 0.499999999999
-/// of the last decimal's unit is added or subtracted, and the sum is rounded. It has a point in every locale.
-/// For what is no number it is "nan", "inf" or "-inf".
+/// of the last decimal's unit is added or subtracted, and the sum is rounded; a value that has no more
+/// decimals stays as it is. It has a point in every locale. For what is no number it is "nan", "inf" or
+/// "-inf".
 ///
 /// The layout is made by TextRectComp; docs/text-measurement.md shows its nine combinations. A label is kept
 /// in its one-line form alone, not in sections.

@@ -52,6 +52,26 @@ TEST(DepthLabelText, IsTheNextNumberOfItsPrecisionFromTheValueOn) {
     }
 }
 
+TEST(DepthLabelText, DepthsOfItsPrecisionStayAsTheyAre) {
+    for (const int precision : {0, 1, 2, 3, 6}) {
+        Random random(50);
+        for (int run = 0; run < kPropertyRuns; ++run) {
+            // Whole units of the last decimal, up to the deepest sea and heights in millimetres.
+            const auto units = static_cast<long long>(random.Real(-1, 1) * 12e6 * std::pow(10.0, precision));
+            const std::string sign = units < 0 ? "-" : "";
+            std::string digits = std::to_string(std::llabs(units));
+            if (digits.size() <= static_cast<std::size_t>(precision))
+                digits.insert(0, static_cast<std::size_t>(precision) + 1 - digits.size(), '0');
+            if (precision > 0) digits.insert(digits.size() - static_cast<std::size_t>(precision), ".");
+            const std::string text = units == 0 ? digits : sign + digits;
+            ASSERT_EQ(FromUtf8(text), Text(Label(precision), atof(text.c_str())));
+            ASSERT_EQ(FromUtf8(text), Text(Label(precision, true), atof(text.c_str())));
+        }
+    }
+    EXPECT_EQ(L"64.01", Text(Label(2), 64.01));
+    EXPECT_EQ(L"64.02", Text(Label(2), std::nextafter(64.01, 65.0) + 1e-9));
+}
+
 TEST(DepthLabelText, TheSignStandsWithTheWholePartAndThePointNowhere) {
     const DepthLabelText text = FormatDepth(Label(2), -0.25);
     EXPECT_EQ(L"-0", text.whole);

@@ -58,7 +58,8 @@ TEST(Fonts, PatternIsAPartOfTheNameInAnyLetterCase) {
 }
 
 TEST(Fonts, EveryFamilyStandsForItself) {
-    for (const json& font : Fonts({})["fonts"]) {
+    const json fonts = Fonts({})["fonts"];
+    for (const json& font : fonts) {
         const std::string family = font["family"];
         if (!font["hasOutlines"] || FromUtf8(family).size() >= 32) continue;
         const json match = Fonts({"--match", family});

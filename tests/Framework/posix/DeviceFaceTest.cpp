@@ -1,12 +1,15 @@
-// Faces of font files that are damaged in every way: whatever comes out of them is defined.
+// Faces of font files: what they take from others, and that damage of every kind does no harm.
 
 #include "Framework/device/freetype/module/private/OutlineFace.h"
 #include "tests/Framework/posix/DeviceTestFont.h"
 #include "tests/support/TestFiles.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <random>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -31,7 +34,67 @@ std::string VariableFont() {
     return font.Bytes();
 }
 
+using FacePointer = std::shared_ptr<const OutlineFace>;
+
+/// Each character comes from the first face that has it.
+class Helpers final : public HelpingFaces {
+public:
+    explicit Helpers(std::vector<std::pair<int, FacePointer>> faces) : m_faces(std::move(faces)) {}
+    FacePointer FaceWith(char32_t character) const override {
+        for (const auto& [first, face] : m_faces)
+            if (character >= char32_t(first) && character < char32_t(first) + 26) return face;
+        return nullptr;
+    }
+
+private:
+    std::vector<std::pair<int, FacePointer>> m_faces;
+};
+
+constexpr int kOwn = 500; // the advance of the face that is asked
+
+struct Letters {
+    int first;
+    int advance;
+};
+
+/// A face with 26 characters, which others help out.
+FacePointer Helped(int first, const std::vector<Letters>& others) {
+    const auto bytes = [](const Letters& letters) {
+        TestFont font;
+        font.first = letters.first;
+        font.advance = letters.advance;
+        return font.Bytes();
+    };
+    std::vector<std::pair<int, FacePointer>> faces;
+    for (const Letters& each : others) faces.emplace_back(each.first, OutlineFace::Open(bytes(each), {}));
+    return OutlineFace::Open(bytes({first, kOwn}), {}, std::make_unique<Helpers>(std::move(faces)));
+}
+
 } // namespace
+
+TEST(DeviceFace, MarkThatTheFaceLacksLeavesItsLetterTheWidthThatItHas) {
+    const FacePointer face = Helped('A', {{0x300, 300}, {'A', 7}});
+    for (const wchar_t* const text : {L"Q", L"Q\u0301", L"Q\u0301\u0302\u0303", L"Q\u0301\u200D"}) {
+        EXPECT_EQ(kOwn, face->Advance(text).units);
+        EXPECT_EQ(1u, face->Advance(text).characters);
+    }
+    EXPECT_EQ(3 * kOwn, face->Advance(L"AQ\u0301B").units);
+    EXPECT_EQ(2 * kOwn, face->Advance(L"Q\u0301Q\u0302").units);
+}
+
+TEST(DeviceFace, LettersThatJoinComeFromAnotherFaceOnlyWhereTheFaceLacksThem) {
+    // Alef, beh and their like in the one, feh, qaf and theirs in the other.
+    for (const std::vector<Letters>& others :
+         {std::vector<Letters>{{0x641, 300}}, std::vector<Letters>{{0x641, 300}, {0x627, 7}}}) {
+        const FacePointer face = Helped(0x627, others);
+        EXPECT_EQ(2 * kOwn, face->Advance(L"\u0627\u0628").units);
+        EXPECT_EQ(300, face->Advance(L"\u0642").units);
+        EXPECT_EQ(2 * kOwn + 300, face->Advance(L"\u0627\u0628\u0642").units);
+        EXPECT_EQ(2 * kOwn + 300, face->Advance(L"\u0627\u0642\u0628").units);
+        EXPECT_EQ(kOwn + 2 * 300, face->Advance(L"\u0642\u0628\u0641").units);
+        EXPECT_EQ(3u, face->Advance(L"\u0642\u0628\u0641").characters);
+    }
+}
 
 TEST(DeviceFace, WholeFileIsAFace) {
     EXPECT_TRUE(IsUsed(TestFont().Bytes()));

@@ -6,9 +6,10 @@
 #include <string>
 #include <string_view>
 
-/// Makes the bytes of small fonts: each letter from U+0041 to U+005A is a triangle of the same width.
+/// Makes the bytes of small fonts: 26 characters, each a triangle of the same width.
 struct TestFont {
     std::u16string family = u"Test";
+    int first = 0x41; ///< the first of its characters
     int unitsPerEm = 1000;
     int advance = 500;
     bool hasOs2 = true;
@@ -37,15 +38,15 @@ struct TestFont {
         tables["hmtx"] = U16(advance) + U16(0) + std::string(2 * (glyphs - 1), '\0');
         tables["maxp"] = U32(0x00010000) + U16(glyphs) + U16(3) + U16(1) + std::string(22, '\0');
         tables["post"] = U32(0x00030000) + U32(0) + U16(-100) + U16(50) + std::string(20, '\0');
-        const std::string segments = U16(0x005A) + U16(0xFFFF) + U16(0) + U16(0x0041) + U16(0xFFFF) +
-                                     U16(1 - 0x41) + U16(1) + U16(0) + U16(0);
+        const std::string segments = U16(first + 25) + U16(0xFFFF) + U16(0) + U16(first) + U16(0xFFFF) +
+                                     U16(1 - first) + U16(1) + U16(0) + U16(0);
         tables["cmap"] = U16(0) + U16(1) + U16(3) + U16(1) + U32(12) + U16(4) + U16(32) + U16(0) + U16(4) +
                          U16(4) + U16(1) + U16(0) + segments;
         tables["name"] = Names();
         if (hasOs2)
             tables["OS/2"] = U16(4) + U16(advance) + U16(400) + U16(5) + U16(0) + std::string(20, '\0') +
                              U16(0) + std::string(10, '\0') + std::string(16, '\0') + "test" + U16(0x40) +
-                             U16(0x41) + U16(0x5A) + U16(typoAscent) + U16(typoDescent) + U16(0) +
+                             U16(first) + U16(first + 25) + U16(typoAscent) + U16(typoDescent) + U16(0) +
                              U16(winAscent) + U16(winDescent) + U32(1) + U32(0) + U16(500) + U16(700) +
                              U16(0) + U16(32) + U16(1);
         if (boldAdvance != 0) AddVariations(tables, glyphs);

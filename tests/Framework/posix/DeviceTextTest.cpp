@@ -212,6 +212,11 @@ TEST(DeviceText, MarkTakesNoRoomBesideItsLetter) {
         EXPECT_EQ(font.Width(L"ab\u00E9cd"), font.Width(L"abe\u0301cd"));
         EXPECT_EQ(0, font.Width(L"\u200B")); // a break without width
     }
+    // Liberation Sans has none of these marks, and nothing to show q with one.
+    const Selected font(kEm, L"Liberation Sans");
+    EXPECT_EQ(1139, font.Width(L"q\u0301"));
+    EXPECT_EQ(4 * 1139, font.Width(L"nq\u0301\u0323nq\u0308"));
+    EXPECT_EQ(1139, font.Width(L"\u00FC\u0331"));
 }
 
 TEST(DeviceText, SoftHyphenAndNoBreakSpaceHaveTheWidthOfTheirGlyphs) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <freetype/ftadvanc.h>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -35,6 +36,18 @@ float AdvanceOf(FT_Face face, FT_UInt glyph) {
 
 // Controls are looked for in no other face.
 bool MayBeElsewhere(char32_t character) { return character >= 0xA0 && !IsSurrogate(character); }
+
+// With the character before it.
+bool IsJoined(std::u32string_view text, std::size_t at) {
+    return GoesWithPrevious(text[at]) || text[at - 1] == kZeroWidthJoiner;
+}
+
+void Add(std::span<const ShapedCharacter> piece, double scale, TextAdvance& sum) {
+    for (const ShapedCharacter& character : piece) {
+        sum.units += character.units * scale;
+        sum.characters += character.glyphs;
+    }
+}
 
 } // namespace
 
@@ -88,8 +101,7 @@ TextAdvance OutlineFace::Advance(std::wstring_view text) const {
         for (i = begin; i < text.size();) {
             std::size_t following = i;
             character = Next(text, following);
-            constexpr char32_t kJoiner = 0x200D;
-            if (Known(character) >= 0 && (run.empty() || run.back() != kJoiner)) break;
+            if (Known(character) >= 0 && (run.empty() || run.back() != kZeroWidthJoiner)) break;
             run += character;
             i = following;
         }
@@ -148,29 +160,41 @@ float OutlineFace::HelpedAdvance(char32_t character) const {
     return advance;
 }
 
-// A run of which the face lacks a character is taken from the first face that has it.
+// What the face lacks comes from another, with what goes with that: a letter with its marks, but of a letter
+// that the face has the mark alone.
 void OutlineFace::AddShaped(std::u32string_view text, TextAdvance& sum) const {
-    ShapedRun run = Shape(text);
-    if (const auto helper = run.missing != 0 && m_helpers ? m_helpers->FaceWith(run.missing) : nullptr) {
-        const ShapedRun helped = helper->Shape(text);
-        if (helped.missing == 0) {
-            run = helped;
-            run.units *= double(m_metrics.otmEMSquare) / helper->m_metrics.otmEMSquare;
-        }
+    const std::vector<ShapedCharacter> own = Shape(text, 0, text.size());
+    for (std::size_t i = 0; i < own.size();) {
+        const std::size_t begin = i;
+        if (own[begin].isLacking)
+            while (++i < own.size() && (own[i].isLacking || IsJoined(text, i))) {
+            }
+        else
+            ++i;
+        const std::span piece(own.data() + begin, i - begin);
+        if (!own[begin].isLacking || !AddHelped(text, begin, piece.size(), sum)) Add(piece, 1, sum);
     }
-    sum.units += run.units;
-    sum.characters += run.glyphs;
 }
 
-ShapedRun OutlineFace::Shape(std::u32string_view text) const {
+// False when there is no other face that has it all.
+bool OutlineFace::AddHelped(std::u32string_view text, std::size_t begin, std::size_t length,
+                            TextAdvance& sum) const {
+    const auto helper = m_helpers ? m_helpers->FaceWith(text[begin]) : nullptr;
+    if (!helper) return false;
+    const std::vector<ShapedCharacter> piece = helper->Shape(text, begin, length);
+    if (std::ranges::any_of(piece, &ShapedCharacter::isLacking)) return false;
+    Add(piece, double(m_metrics.otmEMSquare) / helper->m_metrics.otmEMSquare, sum);
+    return true;
+}
+
+std::vector<ShapedCharacter> OutlineFace::Shape(std::u32string_view text, std::size_t begin,
+                                                std::size_t length) const {
     const std::lock_guard lock(m_guard);
-    if (m_shaper.CanShape()) return m_shaper.Shape(text);
-    ShapedRun run;
-    run.missing = text.front();
-    run.glyphs = text.size();
-    for (const char32_t character : text) {
-        const float advance = OwnAdvance(character);
-        run.units += advance >= 0 ? advance : m_missing;
+    if (m_shaper.CanShape()) return m_shaper.Shape(text, begin, length);
+    std::vector<ShapedCharacter> plain(length);
+    for (std::size_t i = 0; i < length; ++i) {
+        const float advance = OwnAdvance(text[begin + i]);
+        plain[i] = {advance >= 0 ? advance : m_missing, 1, advance < 0};
     }
-    return run;
+    return plain;
 }

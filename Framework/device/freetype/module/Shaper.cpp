@@ -1,11 +1,8 @@
 #include "Framework/device/freetype/module/private/Shaper.h"
 
 #include <hb-ot.h>
-#include <vector>
 
 namespace {
-
-constexpr char32_t kZeroWidthJoiner = 0x200D;
 
 hb_script_t ScriptOf(char32_t character) {
     return hb_unicode_script(hb_unicode_funcs_get_default(), character);
@@ -89,24 +86,27 @@ Shaper::Shaper(std::string_view bytes, const FaceFile& file, unsigned unitsPerEm
     hb_face_destroy(face);
 }
 
-ShapedRun Shaper::Shape(std::u32string_view text) const {
-    ShapedRun run;
-    std::size_t begin = 0;
+std::vector<ShapedCharacter> Shaper::Shape(std::u32string_view text, std::size_t begin,
+                                           std::size_t length) const {
+    std::vector<ShapedCharacter> shaped(length);
+    const std::size_t end = begin + length;
+    std::size_t first = begin; // of its script
     hb_script_t script = HB_SCRIPT_COMMON;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (std::size_t i = begin; i < end; ++i) {
         const hb_script_t own = ScriptOf(text[i]);
         if (IsOfEveryScript(own) || own == script) continue;
         if (script != HB_SCRIPT_COMMON) {
-            Add(text, begin, i, run);
-            begin = i;
+            Add(text, first, i, shaped.data() + (first - begin));
+            first = i;
         }
         script = own;
     }
-    Add(text, begin, text.size(), run);
-    return run;
+    Add(text, first, end, shaped.data() + (first - begin));
+    return shaped;
 }
 
-void Shaper::Add(std::u32string_view text, std::size_t begin, std::size_t end, ShapedRun& run) const {
+void Shaper::Add(std::u32string_view text, std::size_t begin, std::size_t end,
+                 ShapedCharacter* shaped) const {
     const std::unique_ptr<hb_buffer_t, decltype(&hb_buffer_destroy)> buffer(hb_buffer_create(),
                                                                             &hb_buffer_destroy);
     hb_buffer_add_utf32(buffer.get(), reinterpret_cast<const std::uint32_t*>(text.data()),
@@ -114,6 +114,8 @@ void Shaper::Add(std::u32string_view text, std::size_t begin, std::size_t end, S
                         static_cast<int>(end - begin));
     hb_buffer_guess_segment_properties(buffer.get());
     hb_buffer_set_language(buffer.get(), hb_language_from_string("en", -1)); // not the user's
+    // Else a mark would count as the letter that bears it, and none of the two be known to lack.
+    hb_buffer_set_cluster_level(buffer.get(), HB_BUFFER_CLUSTER_LEVEL_CHARACTERS);
     const hb_feature_t withoutKerning = {HB_TAG('k', 'e', 'r', 'n'), 0, HB_FEATURE_GLOBAL_START,
                                          HB_FEATURE_GLOBAL_END};
     hb_shape(m_font.get(), buffer.get(), &withoutKerning, 1);
@@ -121,8 +123,9 @@ void Shaper::Add(std::u32string_view text, std::size_t begin, std::size_t end, S
     const hb_glyph_info_t* const glyphs = hb_buffer_get_glyph_infos(buffer.get(), &count);
     const hb_glyph_position_t* const positions = hb_buffer_get_glyph_positions(buffer.get(), &count);
     for (unsigned i = 0; i < count; ++i) {
-        run.units += positions[i].x_advance;
-        run.glyphs += positions[i].x_advance != 0;
-        if (glyphs[i].codepoint == 0 && run.missing == 0) run.missing = text[glyphs[i].cluster];
+        ShapedCharacter& character = shaped[glyphs[i].cluster - begin];
+        character.units += positions[i].x_advance;
+        character.glyphs += positions[i].x_advance != 0;
+        character.isLacking = character.isLacking || glyphs[i].codepoint == 0;
     }
 }

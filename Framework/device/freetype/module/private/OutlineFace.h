@@ -9,6 +9,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 class OutlineFace;
 
@@ -52,7 +53,8 @@ private:
     float OwnAdvance(char32_t character) const;
     float HelpedAdvance(char32_t character) const;
     void AddShaped(std::u32string_view text, TextAdvance& sum) const;
-    ShapedRun Shape(std::u32string_view text) const;
+    bool AddHelped(std::u32string_view text, std::size_t begin, std::size_t length, TextAdvance& sum) const;
+    std::vector<ShapedCharacter> Shape(std::u32string_view text, std::size_t begin, std::size_t length) const;
 
     std::string m_bytes;
     FreeTypeFace m_face;

@@ -6,19 +6,24 @@
 #include <hb.h>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 /// Whether what the character takes depends on its neighbours: marks, joiners, and the letters of scripts
 /// that join, stack or reorder. Without kerning, other characters have a width of their own.
 bool NeedsShaping(char32_t character);
 
+/// Joins what is on both sides of it.
+constexpr char32_t kZeroWidthJoiner = 0x200D;
+
 /// Whether a character that needs shaping goes with the one before it.
 bool GoesWithPrevious(char32_t character);
 
-/// What a run of characters takes.
-struct ShapedRun {
+/// What a character takes in a text that was shaped. Of characters that became one glyph the first takes it
+/// all.
+struct ShapedCharacter {
     double units = 0;       ///< font units
     std::size_t glyphs = 0; ///< that take room
-    char32_t missing = 0;   ///< the first character that the face lacks
+    bool isLacking = false; ///< the face has no glyph for it
 };
 
 /// Shapes text with a face by HarfBuzz, without kerning. Any thread may call, one at a time.
@@ -30,10 +35,12 @@ public:
     /// False for a font of a kind that HarfBuzz does not read.
     bool CanShape() const { return m_font != nullptr; }
 
-    ShapedRun Shape(std::u32string_view text) const;
+    /// What each character of a piece takes: `length` of them from `begin` on, which are shaped as they stand
+    /// in the text.
+    std::vector<ShapedCharacter> Shape(std::u32string_view text, std::size_t begin, std::size_t length) const;
 
 private:
-    void Add(std::u32string_view text, std::size_t begin, std::size_t end, ShapedRun& run) const;
+    void Add(std::u32string_view text, std::size_t begin, std::size_t end, ShapedCharacter* shaped) const;
 
     std::unique_ptr<hb_font_t, void (*)(hb_font_t*)> m_font;
 };

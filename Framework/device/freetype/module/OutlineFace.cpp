@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <freetype/ftadvanc.h>
-#include <span>
 #include <string>
 #include <utility>
 
@@ -13,8 +12,13 @@ namespace {
 // What stands in a page instead of an advance.
 constexpr float kNeedsShaping = -1;
 constexpr float kLacking = -2; // and no other face was asked yet
+constexpr float kNowhere = -3; // as kNeedsShaping, and no other face has it
 
 constexpr char32_t kNone = 0x110000; // no character
+
+// How many others may help each other out in one piece of text. Without an end a text of joiners could send
+// it from face to face with each character.
+constexpr int kMostHelpers = 8;
 
 bool IsSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
 
@@ -35,18 +39,18 @@ float AdvanceOf(FT_Face face, FT_UInt glyph) {
 }
 
 // Controls are looked for in no other face.
-bool MayBeElsewhere(char32_t character) { return character >= 0xA0 && !IsSurrogate(character); }
+bool MayBeElsewhere(char32_t character) {
+    return character >= 0xA0 && character < kNone && !IsSurrogate(character);
+}
 
 // With the character before it.
 bool IsJoined(std::u32string_view text, std::size_t at) {
     return GoesWithPrevious(text[at]) || text[at - 1] == kZeroWidthJoiner;
 }
 
-void Add(std::span<const ShapedCharacter> piece, double scale, TextAdvance& sum) {
-    for (const ShapedCharacter& character : piece) {
-        sum.units += character.units * scale;
-        sum.characters += character.glyphs;
-    }
+void Add(const ShapedCharacter& character, double scale, TextAdvance& sum) {
+    sum.units += character.units * scale;
+    sum.characters += character.glyphs;
 }
 
 } // namespace
@@ -105,13 +109,13 @@ TextAdvance OutlineFace::Advance(std::wstring_view text) const {
             run += character;
             i = following;
         }
-        AddShaped(run, sum);
+        AddShaped(run, 0, run.size(), *this, kMostHelpers, sum);
         previous = kNone;
     }
     return sum;
 }
 
-// The advance, or kNeedsShaping.
+// The advance, or a negative number for what needs shaping.
 float OutlineFace::Known(char32_t character) const {
     if (character >= kNone) return m_missing;
     const std::atomic<float>& place = PageOf(character)[character & 0xFF];
@@ -160,31 +164,37 @@ float OutlineFace::HelpedAdvance(char32_t character) const {
     return advance;
 }
 
-// What the face lacks comes from another, with what goes with that: a letter with its marks, but of a letter
-// that the face has the mark alone.
-void OutlineFace::AddShaped(std::u32string_view text, TextAdvance& sum) const {
-    const std::vector<ShapedCharacter> own = Shape(text, 0, text.size());
-    for (std::size_t i = 0; i < own.size();) {
-        const std::size_t begin = i;
-        if (own[begin].isLacking)
-            while (++i < own.size() && (own[i].isLacking || IsJoined(text, i))) {
-            }
-        else
-            ++i;
-        const std::span piece(own.data() + begin, i - begin);
-        if (!own[begin].isLacking || !AddHelped(text, begin, piece.size(), sum)) Add(piece, 1, sum);
-    }
+// Null when no other face has it.
+std::shared_ptr<const OutlineFace> OutlineFace::HelperFor(char32_t character) const {
+    if (!m_helpers || !MayBeElsewhere(character)) return nullptr;
+    std::atomic<float>& known = PageOf(character)[character & 0xFF];
+    const float state = known.load(std::memory_order_relaxed);
+    if (state == kNowhere) return nullptr;
+    auto helper = m_helpers->FaceWith(character);
+    if (!helper && state == kNeedsShaping) known.store(kNowhere, std::memory_order_relaxed);
+    return helper;
 }
 
-// False when there is no other face that has it all.
-bool OutlineFace::AddHelped(std::u32string_view text, std::size_t begin, std::size_t length,
-                            TextAdvance& sum) const {
-    const auto helper = m_helpers ? m_helpers->FaceWith(text[begin]) : nullptr;
-    if (!helper) return false;
-    const std::vector<ShapedCharacter> piece = helper->Shape(text, begin, length);
-    if (std::ranges::any_of(piece, &ShapedCharacter::isLacking)) return false;
-    Add(piece, double(m_metrics.otmEMSquare) / helper->m_metrics.otmEMSquare, sum);
-    return true;
+// Measures a piece of a text by `face`. What that lacks comes from another, with what goes with it: a letter
+// with its marks, but of a letter that the face has the mark alone. What none has is measured by this one.
+void OutlineFace::AddShaped(std::u32string_view text, std::size_t begin, std::size_t length,
+                            const OutlineFace& face, int helpers, TextAdvance& sum) const {
+    const double scale = double(m_metrics.otmEMSquare) / face.m_metrics.otmEMSquare;
+    const std::vector<ShapedCharacter> shaped = face.Shape(text, begin, length);
+    for (std::size_t i = 0; i < length;) {
+        const std::size_t first = i++;
+        if (!shaped[first].isLacking) {
+            Add(shaped[first], scale, sum);
+            continue;
+        }
+        const auto helper = helpers > 0 ? HelperFor(text[begin + first]) : nullptr;
+        if (!helper || helper.get() == &face) {
+            Add(Shape(text, begin + first, 1).front(), 1, sum);
+            continue;
+        }
+        while (i < length && (shaped[i].isLacking || IsJoined(text, begin + i))) ++i;
+        AddShaped(text, begin + first, i - first, *helper, helpers - 1, sum);
+    }
 }
 
 std::vector<ShapedCharacter> OutlineFace::Shape(std::u32string_view text, std::size_t begin,

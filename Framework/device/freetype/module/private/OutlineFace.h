@@ -52,8 +52,9 @@ private:
     Page& FilledPage(char32_t character) const;
     float OwnAdvance(char32_t character) const;
     float HelpedAdvance(char32_t character) const;
-    void AddShaped(std::u32string_view text, TextAdvance& sum) const;
-    bool AddHelped(std::u32string_view text, std::size_t begin, std::size_t length, TextAdvance& sum) const;
+    std::shared_ptr<const OutlineFace> HelperFor(char32_t character) const;
+    void AddShaped(std::u32string_view text, std::size_t begin, std::size_t length, const OutlineFace& face,
+                   int helpers, TextAdvance& sum) const;
     std::vector<ShapedCharacter> Shape(std::u32string_view text, std::size_t begin, std::size_t length) const;
 
     std::string m_bytes;

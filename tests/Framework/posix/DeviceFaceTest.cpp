@@ -63,6 +63,7 @@ FacePointer Helped(int first, const std::vector<Letters>& others) {
     const auto bytes = [](const Letters& letters) {
         TestFont font;
         font.first = letters.first;
+        font.hasDottedCircle = true;
         font.advance = letters.advance;
         return font.Bytes();
     };
@@ -95,6 +96,11 @@ TEST(DeviceFace, LettersThatJoinComeFromAnotherFaceOnlyWhereTheFaceLacksThem) {
         EXPECT_EQ(kOwn + 2 * 300, face->Advance(L"\u0642\u0628\u0641").units);
         EXPECT_EQ(3u, face->Advance(L"\u0642\u0628\u0641").characters);
     }
+}
+
+TEST(DeviceFace, VowelSignOfAnotherFaceGetsNoDottedCircle) {
+    EXPECT_EQ(2 * kOwn, Helped(0x93A, {})->Advance(L"\u0940").units); // which it has where there is no letter
+    EXPECT_EQ(kOwn + 300, Helped(0x915, {{0x93A, 300}})->Advance(L"\u0915\u0940").units);
 }
 
 TEST(DeviceFace, WhatOneOtherFaceLacksComesFromTheNext) {

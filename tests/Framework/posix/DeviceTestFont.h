@@ -9,7 +9,8 @@
 /// Makes the bytes of small fonts: 26 characters, each a triangle of the same width.
 struct TestFont {
     std::u16string family = u"Test";
-    int first = 0x41; ///< the first of its characters
+    int first = 0x41;             ///< the first of its characters
+    bool hasDottedCircle = false; ///< U+25CC as well, for marks that have no letter
     int unitsPerEm = 1000;
     int advance = 500;
     bool hasOs2 = true;
@@ -38,10 +39,13 @@ struct TestFont {
         tables["hmtx"] = U16(advance) + U16(0) + std::string(2 * (glyphs - 1), '\0');
         tables["maxp"] = U32(0x00010000) + U16(glyphs) + U16(3) + U16(1) + std::string(22, '\0');
         tables["post"] = U32(0x00030000) + U32(0) + U16(-100) + U16(50) + std::string(20, '\0');
-        const std::string segments = U16(first + 25) + U16(0xFFFF) + U16(0) + U16(first) + U16(0xFFFF) +
-                                     U16(1 - first) + U16(1) + U16(0) + U16(0);
-        tables["cmap"] = U16(0) + U16(1) + U16(3) + U16(1) + U32(12) + U16(4) + U16(32) + U16(0) + U16(4) +
-                         U16(4) + U16(1) + U16(0) + segments;
+        const std::string circle = hasDottedCircle ? U16(0x25CC) : "";
+        const std::string segments = U16(first + 25) + circle + U16(0xFFFF) + U16(0) + U16(first) + circle +
+                                     U16(0xFFFF) + U16(1 - first) + (hasDottedCircle ? U16(1 - 0x25CC) : "") +
+                                     U16(1) + std::string(hasDottedCircle ? 6 : 4, '\0');
+        const int count = hasDottedCircle ? 3 : 2;
+        tables["cmap"] = U16(0) + U16(1) + U16(3) + U16(1) + U32(12) + U16(4) + U16(16 + 8 * count) + U16(0) +
+                         U16(2 * count) + U16(4) + U16(1) + U16(2 * count - 4) + segments;
         tables["name"] = Names();
         if (hasOs2)
             tables["OS/2"] = U16(4) + U16(advance) + U16(400) + U16(5) + U16(0) + std::string(20, '\0') +

@@ -116,6 +116,8 @@ void Shaper::Add(std::u32string_view text, std::size_t begin, std::size_t end,
     hb_buffer_set_language(buffer.get(), hb_language_from_string("en", -1)); // not the user's
     // Else a mark would count as the letter that bears it, and none of the two be known to lack.
     hb_buffer_set_cluster_level(buffer.get(), HB_BUFFER_CLUSTER_LEVEL_CHARACTERS);
+    if (begin > 0) // its letter may be of another face
+        hb_buffer_set_flags(buffer.get(), HB_BUFFER_FLAG_DO_NOT_INSERT_DOTTED_CIRCLE);
     // A font without a space has joiners deleted, and what is behind them counted as them.
     hb_buffer_set_invisible_glyph(buffer.get(), 1);
     const hb_feature_t withoutKerning = {HB_TAG('k', 'e', 'r', 'n'), 0, HB_FEATURE_GLOBAL_START,

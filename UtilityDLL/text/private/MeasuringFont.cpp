@@ -89,7 +89,7 @@ public:
     Kept& operator=(const Kept&) = delete;
 
     const Font& Get(const Style& style) {
-        const std::span set(m_entries[style.Hash() % kSets]);
+        const std::span set = SetOf(style);
         auto found = std::ranges::find_if(
             set, [&](const Entry& entry) { return entry.font && entry.font->style == style; });
         if (found == set.end()) {
@@ -101,10 +101,15 @@ public:
         return found->font;
     }
 
-    // Another context is made for all fonts.
-    void Forget() {
-        m_entries = {};
-        m_device.reset();
+    // The next one of that style is made anew, and where its context serves no more, all are on another.
+    void Forget(const Font& failed) {
+        if (failed->device->GetDeviceCaps(HORZRES) != 0) {
+            for (Entry& entry : SetOf(failed->style))
+                if (entry.font == failed) entry = {};
+        } else if (failed->device == m_device) {
+            m_entries = {};
+            m_device.reset();
+        }
     }
 
 private:
@@ -112,6 +117,9 @@ private:
         Font font;
         std::uint64_t lastUse = 0;
     };
+
+    std::span<Entry, kFontsInSet> SetOf(const Style& style) { return m_entries[style.Hash() % kSets]; }
+
     std::shared_ptr<Device> m_device;
     std::array<std::array<Entry, kFontsInSet>, kSets> m_entries;
     std::uint64_t m_uses = 0;
@@ -142,7 +150,6 @@ CSize MeasuringFont::GetTextExtent(std::wstring_view text) const {
     return {static_cast<int>(extent.cx), static_cast<int>(extent.cy)};
 }
 
-// The context may be one that the display does not serve any more.
-void MeasuringFont::Forget() {
-    if (Kept* const kept = Kept::OfThread()) kept->Forget();
+void MeasuringFont::Forget() const {
+    if (Kept* const kept = Kept::OfThread()) kept->Forget(m_made);
 }

@@ -12,7 +12,7 @@
 ///
 /// The last ones of each thread, 128 at most, stay made when nobody uses them any more, each with its
 /// context, so that making one of them again calls nothing of the system. One that failed to measure is not
-/// kept.
+/// kept; when its context has no display any more, none of the context is.
 class UTILITYDLL_API MeasuringFont {
 public:
     /// `height` is that of the cell in logical units.
@@ -29,7 +29,7 @@ private:
     class Kept;
     using Font = std::shared_ptr<const Made>;
 
-    static void Forget();
+    void Forget() const;
 
     Font m_made;
 };

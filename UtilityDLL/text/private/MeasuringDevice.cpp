@@ -15,12 +15,6 @@ MeasuringDevice::MeasuringDevice(double factor) {
     }
 }
 
-void MakeMeasuringFont(CFont& font, int height, bool isBold, bool isItalic, bool isUnderlined,
-                       const std::wstring& face) {
-    font.CreateFontW(height, 0, 0, 0, isBold ? FW_BOLD : FW_NORMAL, isItalic, isUnderlined, false, 0,
-                     OUT_TT_ONLY_PRECIS, CLIP_LH_ANGLES, PROOF_QUALITY, 0, face.c_str());
-}
-
 int CellPart(int part, int height, const TEXTMETRICW& cell) {
     const auto cellHeight = static_cast<int>(cell.tmHeight);
     return cellHeight == 0 ? 0 : GTL::ELEMENT::Quotient(GTL::ELEMENT::Product(part, height), cellHeight);

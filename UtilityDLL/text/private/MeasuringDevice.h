@@ -4,8 +4,6 @@
 #include "UtilityDLL/Export.h"
 #include "UtilityDLL/text/GDIScaleFactor.h"
 
-#include <string>
-
 /// A context of the display on which text is measured. Without a context (see CDC) all measuring on it fails.
 class UTILITYDLL_API MeasuringDevice : public CDC {
 public:
@@ -13,10 +11,6 @@ public:
     /// of them.
     explicit MeasuringDevice(double factor = GDIScaleFactor::Get());
 };
-
-/// Makes a font as text is measured in: outline fonts only, of that cell height in logical units.
-void MakeMeasuringFont(CFont& font, int height, bool isBold, bool isItalic, bool isUnderlined,
-                       const std::wstring& face);
 
 /// What a part of a font's cell measures in a cell of that height: part * height / tmHeight, the product of
 /// 32 bits that wraps, the quotient toward zero. 0 for a cell without height.

@@ -12,7 +12,7 @@
 /// kept as long as the object lives, where it is: references and iterators stay valid.
 ///
 /// Face (ignoring letter case), size and style flags make a style here (TextInfo::operator<); yet what is
-/// measured is always the regular, upright font. Each takes about 500 bytes, and nothing else grows: memory
+/// measured is always the regular, upright font. Each takes about 450 bytes, and nothing else grows: memory
 /// is bounded by the number of different faces, sizes and flags that a host asks for. One thread at a time
 /// may use an object.
 ///

@@ -89,15 +89,6 @@ TEST(TextHeightFactComp, IsWhatTheTablesOfKnownFontsGive) {
     }
 }
 
-// A cell of 1000 with 200 above the em, nothing between lines and 200 below the base line leaves 600 to see.
-TEST(TextHeightFactComp, GivesBackWhatTheCellHides) {
-    OUTLINETEXTMETRICW metrics = {};
-    metrics.otmTextMetrics.tmHeight = 1000;
-    metrics.otmTextMetrics.tmInternalLeading = 200;
-    metrics.otmDescent = -200;
-    EXPECT_NEAR(PlainFactor(1.0f, 1000, metrics), 1.6667, 0.0001);
-}
-
 TEST(TextHeightFactComp, FollowsTheRuleOfThirtyTwoBitsAtEverySize) {
     TextHeightFactComp factors;
     for (const std::wstring& face : kFaces)

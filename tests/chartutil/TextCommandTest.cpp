@@ -308,8 +308,30 @@ TEST(TextSounding, EachPresentationWithEachPlacement) {
         EXPECT_EQ(2u, Count(svg, name)) << name;
 }
 
+TEST(TextSounding, DepthsMayBeginWithMinusAndPoint) {
+    for (const auto& [arguments, values] :
+         {std::pair(Arguments{"sounding", "-.5"}, std::vector<double>{-0.5}),
+          {{"sounding", "-5", "-.25", "1", "-.125", ".5"}, {-5, -0.25, 1, -0.125, 0.5}},
+          {{"sounding", "--precision", "1", "-.5e1", "--size", "3", "-1"}, {-5, -1}},
+          {{"sounding", "--", "-.5", "1"}, {-0.5, 1}}}) {
+        SCOPED_TRACE(::testing::PrintToString(arguments));
+        Arguments withJson = arguments;
+        withJson.insert(withJson.begin() + 1, "--json");
+        const ProgramResult result = Text(withJson);
+        ASSERT_EQ(0, result.exitCode) << result.error;
+        const json document = json::parse(result.output);
+        std::vector<double> read;
+        for (const json& sounding : document["soundings"]) read.push_back(sounding["value"]);
+        EXPECT_EQ(values, read);
+    }
+    EXPECT_THAT(Text({"sounding", "-.x"}).error, HasSubstr("'-.x' is no depth"));
+    EXPECT_THAT(Text({"sounding", "--help"}).output, Not(HasSubstr("-.")));
+}
+
 TEST(TextSounding, RefusesWhatIsNone) {
     for (const Arguments& arguments : {Arguments{"sounding"},
+                                       {"sounding", "-."},
+                                       {"sounding", "-"},
                                        {"sounding", "deep"},
                                        {"sounding", "nan"},
                                        {"sounding", "1e999"},

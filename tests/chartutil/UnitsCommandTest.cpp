@@ -13,9 +13,10 @@ ProgramResult Convert(std::vector<std::string> arguments, std::string_view input
 }
 
 TEST(UnitsCommand, ConvertsLengths) {
-    const ProgramResult result = Convert({"--from", "inches", "--to", "mm", "1", "-2.5", "+4"});
+    const ProgramResult result = Convert({"--from", "inches", "--to", "mm", "1", "-2.5", "-.5", "+4"});
     EXPECT_EQ(0, result.exitCode) << result.error;
-    EXPECT_EQ("1 inches = 25.4 mm\n-2.5 inches = -63.5 mm\n4 inches = 101.6 mm\n", result.output);
+    EXPECT_EQ("1 inches = 25.4 mm\n-2.5 inches = -63.5 mm\n-0.5 inches = -12.7 mm\n4 inches = 101.6 mm\n",
+              result.output);
 }
 
 TEST(UnitsCommand, PrintsAllDigitsUnlessToldOtherwise) {

@@ -43,3 +43,14 @@ inline void AddOptional(CLI::App& app, const char* name, std::optional<UserText>
     app.add_option_function<std::string>(
         name, [&value](const std::string& text) { value = text; }, what);
 }
+
+/// Lets numbers without an option's name begin with "-.", which the parser takes for an option of that name.
+inline void AllowPointAfterMinus(CLI::App& app, CLI::Option& numbers) {
+    app.add_option_function<std::string>("-.",
+                                         [&numbers](const std::string& digits) {
+                                             numbers.add_result("-." +
+                                                                digits); // in its place among the others
+                                         })
+        ->trigger_on_parse()
+        ->group("");
+}

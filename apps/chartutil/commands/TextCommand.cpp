@@ -60,7 +60,8 @@ Examples:
   chartutil text sounding 12.34 --precision 1 --presentation lowered-decimals --picture depth.svg
   chartutil text sounding 12.34 -1.25 --underline-drying --each --picture depths.png
   chartutil text sounding 7 --style 'Arial,2.5,0,8,0,0,0,0,0,0,1,2,1,1,1,0,0' --json)");
-    command.add_option("DEPTH", options.values, "Depths, with a decimal point")->required();
+    AllowPointAfterMinus(
+        command, *command.add_option("DEPTH", options.values, "Depths, with a decimal point")->required());
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0,2,0,0,1,1,0,0");
     AddPlacing(command, options);
     command.add_option("--precision", options.precision, "Decimal places; 2 without this and --style")

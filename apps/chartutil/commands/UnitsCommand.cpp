@@ -81,6 +81,7 @@ void AddConvert(CLI::App& units) {
   chartutil units convert --from m --to feet --column depth_m --decimals 2 \
       --input soundings.csv --output soundings-feet.csv)");
     CLI::Option* const values = command.add_option("VALUE", options.values, "Lengths, with a decimal point");
+    AllowPointAfterMinus(command, *values);
     command.add_option("--from", options.from, "Their unit: mm, cm, m, inches or feet")->required();
     command.add_option("--to", options.to, "The unit to convert to")->required();
     CLI::Option* const json =

@@ -212,6 +212,20 @@ TEST(TextMeasure, LargestSizesGiveNumbers) {
     }
 }
 
+TEST(TextMeasure, SizeAtWhichNothingIsSeenIsNeitherMeasuredNorDrawn) {
+    for (const char* const command : {"measure", "sounding", "justifications"}) {
+        const TemporaryFolder folder;
+        Arguments arguments = {command, "--size", "1e-6", "--picture", ToUtf8(folder.File(L"t.svg"))};
+        if (command != std::string("justifications")) arguments.emplace_back("1");
+        const ProgramResult result = Text(arguments);
+        EXPECT_EQ(1, result.exitCode) << command;
+        EXPECT_EQ("chartutil: the text cannot be measured: at a size of 1e-06 it is less than a thousandth "
+                  "high; measure at a larger size and multiply\n",
+                  result.error);
+        EXPECT_EQ(0u, folder.NumFiles()) << command;
+    }
+}
+
 TEST(TextMeasure, NotesASizeAtWhichHeightsDoNotFit) {
     for (const auto& [size, isNoted] : {std::pair("50", false), {"1000", true}}) {
         const ProgramResult result = Text({"measure", "x", "--font", "Liberation Sans", "--size", size});
@@ -358,6 +372,18 @@ TEST(TextJustifications, EverySampleAtEachJustificationAndRotation) {
         EXPECT_EQ(2u, Count(svg, name)) << name;
     EXPECT_EQ(1u, Count(svg, ", since No Such Face 4711 is not installed<"));
     EXPECT_EQ(4u * 12, Count(PictureOf({"justifications"}), ">Sounding<"));
+}
+
+TEST(TextJustifications, SheetOfNothingIsNotDrawn) {
+    const TemporaryFolder folder;
+    for (const Arguments& size : {Arguments{"--size", "0"}, {"--style", "Arial,0"}}) {
+        Arguments arguments = {"justifications", "--picture", ToUtf8(folder.File(L"t.svg"))};
+        arguments.insert(arguments.end(), size.begin(), size.end());
+        const ProgramResult result = Text(arguments);
+        EXPECT_EQ(1, result.exitCode);
+        EXPECT_THAT(result.error, HasSubstr("at a size of 0 it is less than a thousandth high"));
+        EXPECT_EQ(0u, folder.NumFiles());
+    }
 }
 
 TEST(TextJustifications, RefusesWhatIsNone) {

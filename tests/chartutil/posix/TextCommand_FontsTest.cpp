@@ -39,9 +39,15 @@ TEST(TextCommandFonts, MachineWithoutFontsMeasuresNothingAndSaysSo) {
         EXPECT_EQ(1, result.exitCode);
         EXPECT_THAT(result.output,
                     HasSubstr("face            none, since no font with outlines is installed"));
-        EXPECT_THAT(result.error, HasSubstr("the text cannot be measured: there is no font with outlines"));
+        EXPECT_THAT(result.error,
+                    HasSubstr("the text cannot be measured: no font with outlines is installed"));
     }
-    EXPECT_EQ(0, RunChartutil({"text", "justifications", "--picture", picture}).exitCode);
+    const ProgramResult sheet = RunChartutil({"text", "justifications", "--picture", picture});
+    EXPECT_EQ(1, sheet.exitCode);
+    EXPECT_EQ("chartutil: the text cannot be measured: no font with outlines is installed; install one, such "
+              "as Liberation Sans\n",
+              sheet.error);
+    EXPECT_EQ(0u, folder.NumFiles());
     const ProgramResult fonts = RunChartutil({"fonts"});
     EXPECT_EQ(1, fonts.exitCode);
     EXPECT_EQ("chartutil: no font is installed\n", fonts.error);

@@ -55,7 +55,9 @@ TextSheet::Block BlockOf(const Sample& sample, const std::vector<Angle>& rotatio
         style.SetRotation(rotation);
         for (std::size_t i = 0; i < std::size(kJustifications); ++i) {
             style.SetJustification(TextInfo::JUSTIFICATION(i));
-            row.cells.push_back({LayOut(style, font, TextRectComp()(style, sample.text), {sample.text})});
+            const TextRectComp::Rectangle box = TextRectComp()(style, sample.text);
+            if (box.Height() == 0) ThrowNotMeasured(style);
+            row.cells.push_back({LayOut(style, font, box, {sample.text})});
         }
         block.rows.push_back(std::move(row));
     }

@@ -83,7 +83,9 @@ void Run(const MeasureText& options) {
     lines.reserve(static_cast<std::size_t>(measure.GetNumberOfSubStrings()));
     for (int i = 0; i < measure.GetNumberOfSubStrings(); ++i) lines.push_back(measure.GetSubString(i));
     StopIfInterrupted();
-    if (!options.picture.empty()) SavePicture(Picture(style, font, box, lines), options.picture);
+    const bool isMeasured = !lines.empty() || text.empty() || style.Size() == 0;
+    if (isMeasured && !options.picture.empty())
+        SavePicture(Picture(style, font, box, lines), options.picture);
 
     if (options.json) {
         Json document = {
@@ -103,5 +105,5 @@ void Run(const MeasureText& options) {
         }
     }
     NoteOverflow(style);
-    if (factor == 0 && style.Size() != 0 && !text.empty()) ThrowNotMeasured(style);
+    if (!isMeasured) ThrowNotMeasured(style);
 }

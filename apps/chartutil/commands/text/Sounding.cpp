@@ -151,7 +151,9 @@ void Run(const MeasureSounding& options) {
     const DepthLabelInfo& style = styles.front();
     const FontInUse font = FindFont(style);
     const float factor = TextHeightFactComp::Get()(style);
-    if (!options.picture.empty()) SavePicture(Picture(soundings, font, options.isEach), options.picture);
+    const bool isMeasured = soundings.front().whole.first.Height() != 0 || style.Size() == 0;
+    if (isMeasured && !options.picture.empty())
+        SavePicture(Picture(soundings, font, options.isEach), options.picture);
 
     if (options.json) {
         Json document = {{"style", StyleJson(style)}, {"font", FontJson(font, factor)}};
@@ -163,5 +165,5 @@ void Run(const MeasureSounding& options) {
         for (const Sounding& sounding : soundings) Print(sounding);
     }
     NoteOverflow(style);
-    if (factor == 0 && style.Size() != 0) ThrowNotMeasured(style);
+    if (!isMeasured) ThrowNotMeasured(style);
 }

@@ -1,8 +1,12 @@
 #include "apps/chartutil/commands/text/Style.h"
 
 #include "apps/chartutil/commands/style/Names.h"
+#include "apps/chartutil/commands/text/FontInUse.h"
+#include "apps/chartutil/commands/text/Output.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
+
+#include <cmath>
 
 namespace {
 
@@ -50,9 +54,13 @@ Angle RequireAngle(const std::string& text) {
 }
 
 void ThrowNotMeasured(const TextInfo& style) {
-    throw CommandError(ExitCode::CHECK_FAILED,
-                       "the text cannot be measured: there is no font with outlines for '" +
-                           ToUtf8(style.Font()) +
-                           "' at this size; 'chartutil fonts' lists those that are "
-                           "installed");
+    const std::string what = "the text cannot be measured: ";
+    if (FindFont(style).family.empty())
+        throw CommandError(ExitCode::CHECK_FAILED,
+                           what + "no font with outlines is installed; install one, such as Liberation Sans");
+    const bool isSmall = std::abs(style.Size()) < 1;
+    throw CommandError(ExitCode::CHECK_FAILED, what + "at a size of " + LengthText(style.Size()) + " it is " +
+                                                   (isSmall ? "less than a thousandth high" : "too high") +
+                                                   "; measure at a " + (isSmall ? "larger" : "smaller") +
+                                                   " size and multiply");
 }

@@ -19,8 +19,8 @@
 /// At a height of h = size * GDIScaleFactor::Get(), truncated, in a cell of tmHeight, the factor is
 /// size * GDIScaleFactor::Get() / (h - (|otmDescent| + |tmExternalLeading| + |tmInternalLeading|) * h /
 /// tmHeight). The integers are those of 32 bits that wrap, and their division truncates. The product leaves
-/// 32 bits at a size between 70 and 100 for most fonts: from there on factors have no sense, and can be
-/// negative.
+/// 32 bits at a size that depends on the font, from 72 on (Droid Sans Fallback) or only from 88 on
+/// (Liberation Mono): from there on factors have no sense, and can be negative.
 class UTILITYDLL_API TextHeightFactComp {
 public:
     using Entry =

@@ -31,8 +31,9 @@ public:
     /// justification says which of its points is the insertion point, lower left where the number is none.
     ///
     /// The box of a line holds the font's cell; with a justification on the base line what is above that,
-    /// without the internal leading. Parts of the cell are computed with 32 bits that wrap: above sizes of
-    /// about 70 (Arial) the height is defined, but no more the font's.
+    /// without the internal leading. Parts of the cell are computed with 32 bits that wrap: from a size on
+    /// that depends on the font, 55 to 74 on the base line and 72 to 88 otherwise for those known, the height
+    /// is defined, but no more the font's.
     ///
     /// Text whose style says so (MultiLine()) is divided into lines that fit RectWidth():
     ///   - CR LF, LF and CR end a line, and what is behind the last of them is a line, too.

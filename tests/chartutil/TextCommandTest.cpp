@@ -2,6 +2,7 @@
 #include "UtilityDLL/text/TextRectComp.h"
 #include "tests/support/Program.h"
 
+#include <cmath>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
@@ -226,12 +227,30 @@ TEST(TextMeasure, SizeAtWhichNothingIsSeenIsNeitherMeasuredNorDrawn) {
     }
 }
 
-TEST(TextMeasure, NotesASizeAtWhichHeightsDoNotFit) {
-    for (const auto& [size, isNoted] : {std::pair("50", false), {"1000", true}}) {
-        const ProgramResult result = Text({"measure", "x", "--font", "Liberation Sans", "--size", size});
-        EXPECT_EQ(isNoted, result.error.find("measure at a smaller size and multiply") != std::string::npos)
-            << size << result.error;
+// The height of a line in parts of its size is the same at all sizes, until the arithmetic wraps.
+TEST(TextMeasure, NotesEachSizeAtWhichHeightsDoNotFit) {
+    const auto isNoted = [](const Arguments& arguments) {
+        return Text(arguments).error.find("measure at a smaller size and multiply") != std::string::npos;
+    };
+    for (const auto justification : {TextInfo::BOTTOM_LEFT, TextInfo::BASELINE_LEFT}) {
+        for (const char* const face : {"Liberation Sans", "Droid Sans Fallback", "DejaVu Sans"}) {
+            TextInfo style;
+            style.SetFont(FromUtf8(face));
+            style.SetJustification(justification);
+            const auto height = [&](float size) {
+                style.SetSize(size);
+                return TextRectComp()(style, L"x").Height() / double(size);
+            };
+            const double known = height(10);
+            for (const float size : {50.0f, 54.0f, 56.0f, 63.0f, 66.0f, 70.0f, 72.0f, 80.0f, 90.0f}) {
+                const bool isWrapped = std::abs(height(size) / known - 1) > 0.01;
+                EXPECT_EQ(isWrapped, isNoted({"measure", "x", "--font", face, "--size", std::to_string(size),
+                                              "--justification", std::to_string(justification)}))
+                    << face << size << justification;
+            }
+        }
     }
+    EXPECT_TRUE(isNoted({"measure", "x", "--size", "1000"}));
 }
 
 TEST(TextMeasure, PictureHasTheTextAsWideAsItWasMeasured) {
@@ -372,6 +391,16 @@ TEST(TextJustifications, EverySampleAtEachJustificationAndRotation) {
         EXPECT_EQ(2u, Count(svg, name)) << name;
     EXPECT_EQ(1u, Count(svg, ", since No Such Face 4711 is not installed<"));
     EXPECT_EQ(4u * 12, Count(PictureOf({"justifications"}), ">Sounding<"));
+}
+
+TEST(TextJustifications, SheetNotesASizeAtWhichHeightsOnTheBaselineDoNotFit) {
+    for (const auto& [size, isNoted] : {std::pair("50", false), {"75", true}}) {
+        const TemporaryFolder folder;
+        const ProgramResult result = Text({"justifications", "--picture", ToUtf8(folder.File(L"t.svg")),
+                                           "--sample", "Liberation Sans=Gate", "--size", size});
+        EXPECT_EQ(0, result.exitCode);
+        EXPECT_EQ(isNoted ? 1u : 0u, Count(result.error, "measure at a smaller size and multiply")) << size;
+    }
 }
 
 TEST(TextJustifications, SheetOfNothingIsNotDrawn) {

@@ -8,6 +8,7 @@
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/work/LongWork.h"
 
+#include <algorithm>
 #include <iostream>
 #include <iterator>
 
@@ -77,4 +78,10 @@ void Run(const DrawJustifications& options) {
     for (const Sample& sample : samples) sheet.blocks.push_back(BlockOf(sample, rotations));
     constexpr double kCell = 26;
     SavePicture(TextPicture(sheet, kCell, kCell), options.picture);
+    const auto fits = [](const Sample& sample) {
+        TextInfo style = sample.style;
+        style.SetJustification(TextInfo::BASELINE_LEFT);
+        return HeightsFit(style);
+    };
+    if (!std::all_of(samples.begin(), samples.end(), fits)) NoteOverflow();
 }

@@ -104,6 +104,6 @@ void Run(const MeasureText& options) {
             PrintFact(lines.size() == 1 ? "text" : "line " + std::to_string(i + 1), ToUtf8(lines[i]));
         }
     }
-    NoteOverflow(style);
+    if (!HeightsFit(style)) NoteOverflow();
     if (!isMeasured) ThrowNotMeasured(style);
 }

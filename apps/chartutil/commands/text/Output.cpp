@@ -8,6 +8,7 @@
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Numbers.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -55,15 +56,26 @@ void PrintBox(const TextRectComp::Rectangle& box) {
     PrintFact("corners", corners);
 }
 
-void NoteOverflow(const TextInfo& style) {
+// The products of TextHeightFactComp and TextRectComp, whose heights are in logical units.
+bool HeightsFit(const TextInfo& style) {
+    const float factor = TextHeightFactComp::Get()(style);
     const OUTLINETEXTMETRICW& metrics = TextHeightFactComp::Get().GetMetrics(style);
     const TEXTMETRICW& cell = metrics.otmTextMetrics;
-    const double below = std::abs(double(metrics.otmDescent)) + std::abs(double(cell.tmExternalLeading)) +
-                         std::abs(double(cell.tmInternalLeading));
-    const double height = std::abs(double(style.Size())) * GDIScaleFactor::Get();
-    if (below * height > std::numeric_limits<std::int32_t>::max())
-        PrintNote("chartutil: note: texts of this size are not measured exactly, since their heights do not "
-                  "fit; measure at a smaller size and multiply");
+    const double descent = std::abs(double(metrics.otmDescent));
+    const double internal = std::abs(double(cell.tmInternalLeading));
+    const double external = std::abs(double(cell.tmExternalLeading));
+    const double size = std::abs(double(style.Size())) * GDIScaleFactor::Get();
+    const double cellHeight = std::ceil(size * double(factor));
+    double largest = (descent + external + internal) * size;
+    if (style.MultiLine()) largest = std::max(largest, external * cellHeight);
+    if (style.Justification() >= TextInfo::BASELINE_LEFT)
+        largest = std::max(largest, (descent + internal) * cellHeight);
+    return largest <= std::numeric_limits<std::int32_t>::max();
+}
+
+void NoteOverflow() {
+    PrintNote("chartutil: note: texts of this size are not measured exactly, since their heights do not fit; "
+              "measure at a smaller size and multiply");
 }
 
 Json StyleJson(const TextInfo& style) {

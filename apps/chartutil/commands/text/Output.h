@@ -21,8 +21,11 @@ std::string StyleText(const TextInfo& style);
 void PrintFont(const TextInfo& style, const FontInUse& font, float factor);
 void PrintBox(const TextRectComp::Rectangle& box);
 
-/// Notes on standard error that the style is so large that the library's arithmetic of 32 bits wraps.
-void NoteOverflow(const TextInfo& style);
+/// False for a style that is so large that the library's arithmetic of 32 bits wraps.
+bool HeightsFit(const TextInfo& style);
+
+/// Notes on standard error that heights do not fit.
+void NoteOverflow();
 
 Json StyleJson(const TextInfo& style);
 Json FontJson(const FontInUse& font, float factor);

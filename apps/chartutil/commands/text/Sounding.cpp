@@ -164,6 +164,6 @@ void Run(const MeasureSounding& options) {
         PrintFont(style, font, factor);
         for (const Sounding& sounding : soundings) Print(sounding);
     }
-    NoteOverflow(style);
+    if (!HeightsFit(style)) NoteOverflow();
     if (!isMeasured) ThrowNotMeasured(style);
 }

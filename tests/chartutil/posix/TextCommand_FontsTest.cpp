@@ -3,6 +3,8 @@
 #include "tests/support/Program.h"
 
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
@@ -19,6 +21,29 @@ public:
     ~NoFonts() { unsetenv("FONTCONFIG_FILE"); }
     NoFonts(const NoFonts&) = delete;
     NoFonts& operator=(const NoFonts&) = delete;
+
+private:
+    TemporaryFolder m_folder;
+};
+
+// One font, of which fontconfig remembers what it was before its file was damaged.
+class DamagedFont {
+public:
+    DamagedFont() {
+        const std::filesystem::path fonts = m_folder.Path() / "fonts";
+        const std::filesystem::path file = fonts / "font.ttf";
+        std::filesystem::create_directories(fonts);
+        std::filesystem::copy_file("/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf", file);
+        WriteBytes(m_folder.Path() / "fonts.conf",
+                   "<?xml version=\"1.0\"?><fontconfig><dir>" + fonts.string() + "</dir><cachedir>" +
+                       (m_folder.Path() / "cache").string() + "</cachedir></fontconfig>");
+        setenv("FONTCONFIG_FILE", (m_folder.Path() / "fonts.conf").c_str(), 1);
+        EXPECT_EQ(0, RunChartutil({"fonts"}).exitCode);
+        std::fstream(file, std::ios::in | std::ios::out | std::ios::binary) << std::string(50'000, '\0');
+    }
+    ~DamagedFont() { unsetenv("FONTCONFIG_FILE"); }
+    DamagedFont(const DamagedFont&) = delete;
+    DamagedFont& operator=(const DamagedFont&) = delete;
 
 private:
     TemporaryFolder m_folder;
@@ -54,6 +79,22 @@ TEST(TextCommandFonts, MachineWithoutFontsMeasuresNothingAndSaysSo) {
     const ProgramResult match = RunChartutil({"fonts", "--match", "Arial", "--json"});
     EXPECT_EQ(1, match.exitCode);
     EXPECT_TRUE(nlohmann::json::parse(match.output)["family"].is_null());
+}
+
+TEST(TextCommandFonts, FontWhoseFileIsDamagedIsInstalledButCannotBeRead) {
+    const DamagedFont damaged;
+    const ProgramResult fonts = RunChartutil({"fonts"});
+    EXPECT_THAT(fonts.output, HasSubstr("Liberation Sans"));
+    const ProgramResult text = RunChartutil({"text", "measure", "x", "--font", "Arial"});
+    EXPECT_EQ(1, text.exitCode);
+    EXPECT_THAT(text.output,
+                HasSubstr("face            none, since the file of Liberation Sans cannot be used\n"));
+    EXPECT_EQ("chartutil: the text cannot be measured: the file of the font Liberation Sans is damaged, too "
+              "large or not to be read; install the font again\n",
+              text.error);
+    const ProgramResult match = RunChartutil({"fonts", "--match", "Arial"});
+    EXPECT_EQ(1, match.exitCode);
+    EXPECT_EQ("none, since the file of Liberation Sans cannot be used\n", match.output);
 }
 
 TEST(TextCommandFonts, ArgumentsThatAreNoUtf8) {

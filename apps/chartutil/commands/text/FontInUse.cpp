@@ -4,6 +4,25 @@
 #include "UtilityDLL/text/GDISelector.h"
 #include "VelmBase/WideString.h"
 
+namespace {
+
+// A family with outlines is listed as long as the system has not seen that its file was damaged.
+bool IsListedWithOutlines(const CDC& device, const std::wstring& family) {
+    LOGFONTW asked = {};
+    asked.lfCharSet = DEFAULT_CHARSET;
+    family.copy(asked.lfFaceName, LF_FACESIZE - 1);
+    bool isListed = false;
+    const FONTENUMPROCW look = [](const LOGFONTW*, const TEXTMETRICW*, DWORD type, LPARAM found) {
+        auto& hasOutlines = *reinterpret_cast<bool*>(found); // NOLINT(performance-no-int-to-ptr): it is one
+        hasOutlines = hasOutlines || (type & RASTER_FONTTYPE) == 0;
+        return 1;
+    };
+    EnumFontFamiliesExW(device.m_hDC, &asked, look, reinterpret_cast<LPARAM>(&isListed), 0);
+    return isListed;
+}
+
+} // namespace
+
 FontInUse FindFont(const TextInfo& style) {
     // Large enough that the pixels of a display do not show in the parts of the cell.
     constexpr int kCellHeight = 50'000;
@@ -15,17 +34,23 @@ FontInUse FindFont(const TextInfo& style) {
                      (style.Style() & TextInfo::ITALIC) != 0, false, false, 0, OUT_TT_ONLY_PRECIS,
                      CLIP_LH_ANGLES, PROOF_QUALITY, 0, style.Font().c_str());
     const GDISelector selected(&device, font);
-    OUTLINETEXTMETRICW metrics = {};
-    if (device.GetOutlineTextMetricsW(sizeof metrics, &metrics) == 0) return {};
-    const TEXTMETRICW& cell = metrics.otmTextMetrics;
-    if (cell.tmHeight <= 0) return {};
     const std::wstring family = device.GetTextFaceW().String();
-    return {family, icompareW(family, style.Font()),
+    OUTLINETEXTMETRICW metrics = {};
+    const TEXTMETRICW& cell = metrics.otmTextMetrics;
+    if (device.GetOutlineTextMetricsW(sizeof metrics, &metrics) == 0 || cell.tmHeight <= 0) {
+        FontInUse none;
+        if (!family.empty() && IsListedWithOutlines(device, family)) none.unusable = family;
+        return none;
+    }
+    return {family,
+            {},
+            icompareW(family, style.Font()),
             double(cell.tmHeight - cell.tmInternalLeading) / cell.tmHeight,
             double(cell.tmDescent) / cell.tmHeight};
 }
 
 std::string FamilyText(const FontInUse& font, const std::string& asked) {
+    if (!font.unusable.empty()) return "none, since the file of " + ToUtf8(font.unusable) + " cannot be used";
     if (font.family.empty()) return "none, since no font with outlines is installed";
     if (font.isInstalled) return ToUtf8(font.family);
     const std::string reason = asked.empty() ? "no face is named" : asked + " is not installed";

@@ -55,9 +55,18 @@ Angle RequireAngle(const std::string& text) {
 
 void ThrowNotMeasured(const TextInfo& style) {
     const std::string what = "the text cannot be measured: ";
-    if (FindFont(style).family.empty())
-        throw CommandError(ExitCode::CHECK_FAILED,
-                           what + "no font with outlines is installed; install one, such as Liberation Sans");
+    TextInfo regular = style; // of which the heights of all are taken
+    regular.SetStyle(TextInfo::REGULAR);
+    for (const FontInUse& font : {FindFont(style), FindFont(regular)}) {
+        if (!font.unusable.empty())
+            throw CommandError(ExitCode::CHECK_FAILED,
+                               what + "the file of the font " + ToUtf8(font.unusable) +
+                                   " is damaged, too large or not to be read; install the font again");
+        if (font.family.empty())
+            throw CommandError(
+                ExitCode::CHECK_FAILED,
+                what + "no font with outlines is installed; install one, such as Liberation Sans");
+    }
     const bool isSmall = std::abs(style.Size()) < 1;
     throw CommandError(ExitCode::CHECK_FAILED, what + "at a size of " + LengthText(style.Size()) + " it is " +
                                                    (isSmall ? "less than a thousandth high" : "too high") +

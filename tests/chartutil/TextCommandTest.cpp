@@ -148,6 +148,44 @@ TEST(TextMeasure, PictureHasALineForEachLine) {
     for (const char* const line : {">one<", ">two<", ">three<"}) EXPECT_EQ(1u, Count(svg, line)) << line;
 }
 
+// As docs/text-measurement.md says where the lines of a text stand in its rectangle.
+TEST(TextMeasure, LinesStandLineHeightsAboveTheLowerSideOfTheRectangle) {
+    struct Row {
+        const char* justification;
+        bool isOnBaseline;
+    };
+    for (const Row& row : {Row{"bottom-left", false}, {"top-right", false}, {"baseline-centre", true}}) {
+        SCOPED_TRACE(row.justification);
+        const Arguments style = {"--justification", row.justification, "--size", "5"};
+        Arguments single = {"measure", "x"}, several = {"measure", "one\ntwo\nthree", "--multi-line"};
+        single.insert(single.end(), style.begin(), style.end());
+        several.insert(several.end(), style.begin(), style.end());
+        const json line = TextJson(single), text = TextJson(several);
+        const double spacing = text["textHeight"], lineHeight = line["height"];
+        EXPECT_NEAR(2 * spacing + lineHeight, text["height"],
+                    1e-9); // so the first one ends at the upper side
+
+        const std::string svg = PictureOf(several);
+        const auto numberAfter = [&svg](std::string_view mark, std::size_t from) {
+            const std::size_t at = svg.find(mark, from);
+            EXPECT_NE(std::string::npos, at) << mark;
+            return at == std::string::npos ? 0.0 : std::stod(svg.substr(at + mark.size(), 20));
+        };
+        const double scale = numberAfter("drawn ", 0);
+        std::vector<double> baselines;
+        for (const char* const words : {">one<", ">two<", ">three<"})
+            baselines.push_back(numberAfter(" y=\"", svg.rfind("<text", svg.find(words))));
+        for (const std::size_t i : {0u, 1u})
+            EXPECT_NEAR(double(2 - i) * spacing * scale, baselines[2] - baselines[i], 0.02);
+        const double lowerSide = numberAfter(",", svg.find("<polygon points="));
+        if (row.isOnBaseline) {
+            EXPECT_NEAR(lowerSide, baselines[2], 0.002);
+        } else {
+            EXPECT_LT(baselines[2], lowerSide - 0.1 * lineHeight * scale); // room for descenders
+        }
+    }
+}
+
 TEST(TextMeasure, BytesThatAreNoTextAreMeasuredAllTheSame) {
     for (const char* const input : {"a\xFFz", "\xED\xA0\x80", "\xC3"}) // also half of a surrogate pair
         EXPECT_EQ(1u, TextJson({"measure", "-"}, input)["lines"].size());

@@ -68,6 +68,7 @@ FacePointer Helped(int first, const std::vector<Letters>& others) {
         return font.Bytes();
     };
     std::vector<std::pair<int, FacePointer>> faces;
+    faces.reserve(others.size());
     for (const Letters& each : others) faces.emplace_back(each.firstSaid, OutlineFace::Open(bytes(each), {}));
     return OutlineFace::Open(bytes({first, kOwn}), {}, std::make_unique<Helpers>(std::move(faces)));
 }

@@ -68,6 +68,14 @@ TEST(Fonts, EveryFamilyStandsForItself) {
     }
 }
 
+TEST(Fonts, LineBreaksOfAnArgumentMakeNoLinesOfTheOutput) {
+    const ProgramResult match = RunChartutil({"fonts", "--match", "No\nSuch\rFace\x1b"});
+    EXPECT_THAT(match.output, testing::EndsWith(", since No\\x0ASuch\\x0DFace\\x1B is not installed\n"));
+    EXPECT_EQ("chartutil: no installed font has 'No\\x0ASuch' in its name; 'chartutil fonts' lists all of "
+              "them\n",
+              RunChartutil({"fonts", "No\nSuch"}).error);
+}
+
 TEST(Fonts, TellsWhatStandsInForAMissingFace) {
     for (const std::string& asked : {std::string("No Such Face 4711"), std::string(10'000, 'f')}) {
         const json match = Fonts({"--match", asked});

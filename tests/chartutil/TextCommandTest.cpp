@@ -209,6 +209,30 @@ TEST(TextMeasure, TellsWhichFaceStandsIn) {
     EXPECT_THAT(Text({"measure", "x", "--style", ",3"}).output, HasSubstr(", since no face is named\n"));
 }
 
+TEST(TextMeasure, LineBreaksOfArgumentsMakeNoLinesOfTheOutput) {
+    const std::string forged = "x\nheight factor   99\r\ncorners\rface\x1b[2K\t\xC2\x85";
+    for (const Arguments& arguments : {Arguments{"measure", forged},
+                                       {"measure", "x", "--font", forged},
+                                       {"measure", "x", "--style", forged + ",2.5"},
+                                       {"sounding", "1.2", "--font", forged}}) {
+        SCOPED_TRACE(::testing::PrintToString(arguments));
+        Arguments plain = arguments;
+        for (std::string& argument : plain)
+            if (const std::size_t at = argument.find(forged); at != std::string::npos)
+                argument.replace(at, forged.size(), "x");
+        const ProgramResult result = Text(arguments), expected = Text(plain);
+        EXPECT_EQ(0, result.exitCode);
+        EXPECT_EQ(Count(expected.output, "\n"), Count(result.output, "\n"));
+        EXPECT_THAT(result.output,
+                    HasSubstr("x\\x0Aheight factor   99\\x0D\\x0Acorners\\x0Dface\\x1B[2K\t\\x85"));
+        EXPECT_THAT(result.output, Not(HasSubstr("\r")));
+    }
+    EXPECT_EQ(forged.substr(0, 3), TextJson({"measure", forged})["text"].get<std::string>().substr(0, 3));
+    // Where a text is of several lines, its other controls are spelt out.
+    EXPECT_THAT(Text({"measure", "a\x0B\nb", "--multi-line"}).output,
+                AllOf(HasSubstr("line 1          a\\x0B\n"), HasSubstr("line 2          b\n")));
+}
+
 TEST(TextMeasure, EmptyTextCoversNothing) {
     const json document = TextJson({"measure", ""});
     EXPECT_EQ(0.0, document["width"]);

@@ -2,9 +2,9 @@
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/commands/text/FontInUse.h"
+#include "apps/chartutil/commands/text/Output.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Columns.h"
-#include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
 
@@ -71,18 +71,19 @@ void List(const Options& options) {
     } else if (!families.empty()) {
         std::size_t width = 6;
         for (const auto& [name, family] : families)
-            width = std::max(width, TextWidth(Printable(ToUtf8(name))));
+            width = std::max(width, TextWidth(InOneLine(ToUtf8(name))));
         std::cout << Colored(Padded("family", width) + "  kind      pitch", TextColor::BOLD) << '\n';
         for (const auto& [name, family] : families)
-            std::cout << Padded(Printable(ToUtf8(name)), width) << "  "
+            std::cout << Padded(InOneLine(ToUtf8(name)), width) << "  "
                       << (family.hasOutlines ? "outlines" : "bitmap  ") << "  "
                       << (family.isFixedPitch ? "fixed" : "variable") << '\n';
     }
     if (!families.empty()) return;
     throw CommandError(ExitCode::CHECK_FAILED,
-                       options.pattern.Empty() ? "no font is installed"
-                                               : "no installed font has '" + options.pattern.Utf8() +
-                                                     "' in its name; 'chartutil fonts' lists all of them");
+                       options.pattern.Empty()
+                           ? "no font is installed"
+                           : "no installed font has '" + InOneLine(options.pattern.Utf8()) +
+                                 "' in its name; 'chartutil fonts' lists all of them");
 }
 
 void Match(const Options& options) {
@@ -94,7 +95,7 @@ void Match(const Options& options) {
                    {"family", font.family.empty() ? Json() : Json(ToUtf8(font.family))},
                    {"isInstalled", font.isInstalled}});
     else
-        std::cout << Printable(FamilyText(font, options.match->Utf8())) << '\n';
+        std::cout << InOneLine(FamilyText(font, options.match->Utf8())) << '\n';
     if (font.family.empty()) throw CommandExit{ExitCode::CHECK_FAILED};
 }
 

@@ -24,8 +24,21 @@ template <std::size_t N> std::string NameOf(int number, const char* const (&name
 
 } // namespace
 
+std::string InOneLine(std::string_view text) {
+    std::string line;
+    for (const char c : WithoutControls(text)) {
+        if (c == '\n')
+            line += "\\x0A";
+        else if (c == '\r')
+            line += "\\x0D";
+        else
+            line += c;
+    }
+    return line;
+}
+
 void PrintFact(std::string_view name, const std::string& text) {
-    std::cout << Padded(name, 14) << "  " << Printable(text) << '\n';
+    std::cout << Padded(name, 14) << "  " << InOneLine(text) << '\n';
 }
 
 // Adding zero takes the sign off one.

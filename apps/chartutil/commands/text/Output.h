@@ -9,6 +9,10 @@
 
 // What the commands that measure texts print alike.
 
+/// `text` (UTF-8) in one line: with its line breaks and other controls but tabs spelt out, also where the
+/// output is no terminal, so that a script that goes by lines is not misled.
+std::string InOneLine(std::string_view text);
+
 /// One line of a description: a name, and what is to be said (UTF-8).
 void PrintFact(std::string_view name, const std::string& text);
 

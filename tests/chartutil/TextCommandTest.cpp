@@ -267,6 +267,47 @@ TEST(TextMeasure, RefusesWhatIsNone) {
     EXPECT_EQ(2, Text({}).exitCode);
 }
 
+// As a script hands it over whose variable is not set.
+TEST(TextMeasure, OptionsWithoutATextAreRefused) {
+    const std::vector<std::pair<const char*, Arguments>> commands = {
+        {"measure", {"--style", "--size", "--rotation", "--justification", "--width", "--picture"}},
+        {"sounding",
+         {"--style", "--size", "--rotation", "--justification", "--presentation", "--placement", "--picture",
+          "--precision"}},
+        {"justifications", {"--style", "--size"}}};
+    for (const auto& [command, options] : commands)
+        for (const std::string& option : options) {
+            SCOPED_TRACE(command + (" " + option));
+            Arguments arguments = {command, option, ""};
+            if (command == std::string("justifications"))
+                arguments.insert(arguments.end(), {"--picture", "t.svg"});
+            else
+                arguments.emplace_back("1");
+            const ProgramResult result = Text(arguments);
+            EXPECT_EQ(2, result.exitCode);
+            EXPECT_EQ("", result.output);
+            EXPECT_THAT(result.error, HasSubstr(option));
+        }
+    EXPECT_THAT(Text({"measure", "x", "--size", ""}).error,
+                StartsWith("--size: is empty; give it a value or leave it out\n"));
+    EXPECT_EQ(0, Text({"measure", "x", "--font", ""}).exitCode); // a style may name no face
+}
+
+TEST(TextMeasure, StyleInOneLineHasFiniteNumbers) {
+    for (const char* const line :
+         {"Arial,nan", "Arial,-inf", "Arial,1e99", "Arial,2.5,0,0,0,nan", "Arial,2.5,0,0,0,inf",
+          "Arial,2.5,0,0,0,0,nan,1", "Arial,2.5,0,0,0,0,inf", "Arial,1e300", "Arial,1000001"}) {
+        for (const char* const command : {"measure", "sounding"}) {
+            SCOPED_TRACE(std::string(command) + ' ' + line);
+            const ProgramResult result = Text({command, "1", "--style", line});
+            EXPECT_EQ(2, result.exitCode);
+            EXPECT_EQ("", result.output);
+            EXPECT_THAT(result.error, StartsWith("chartutil: '" + std::string(line) + "' is no style: its "));
+        }
+    }
+    EXPECT_EQ(0, Text({"measure", "x", "--style", "Arial,-2.5"}).exitCode); // as some layout files have it
+}
+
 TEST(TextMeasure, LargestSizesGiveNumbers) {
     for (const char* const size : {"1e-30", "0.001", "100", "2000", "1000000"}) {
         const ProgramResult result = Text({"measure", "Wg", "--size", size, "--json"});

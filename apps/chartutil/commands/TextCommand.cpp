@@ -5,27 +5,41 @@
 
 namespace {
 
+// For options of which an empty text, as an unset variable of a script gives it, would make nothing.
+CLI::Validator IsFilled() {
+    return {[](const std::string& text) {
+                return std::string(text.empty() ? "is empty; give it a value or leave it out" : "");
+            },
+            ""};
+}
+
 void AddStyle(CLI::App& command, StyleOptions& options, const char* line) {
-    command.add_option("--style", options.line,
-                       std::string("A style in one line, such as '") + line +
-                           "';\nthe other options go over it");
+    command
+        .add_option("--style", options.line,
+                    std::string("A style in one line, such as '") + line + "';\nthe other options go over it")
+        ->check(IsFilled());
     AddOptional(command, "--font", options.font, "The font's face; Arial without this and --style");
-    command.add_option("--size", options.size,
-                       "The text's height, in the plot's unit; 2.5 without this and --style");
+    command
+        .add_option("--size", options.size,
+                    "The text's height, in the plot's unit; 2.5 without this and --style")
+        ->check(IsFilled());
     command.add_flag("--bold", options.isBold, "Bold");
     command.add_flag("--italic", options.isItalic, "Italic");
     command.add_flag("--underline", options.isUnderlined, "Underlined");
 }
 
 void AddPlacing(CLI::App& command, StyleOptions& options) {
-    command.add_option("--rotation", options.rotation, "The text's direction, in degrees clockwise");
-    command.add_option("--justification", options.justification,
-                       "What stands on the insertion point: bottom-left, middle-centre, baseline-right\n"
-                       "and so on; bottom-left without this and --style");
+    command.add_option("--rotation", options.rotation, "The text's direction, in degrees clockwise")
+        ->check(IsFilled());
+    command
+        .add_option("--justification", options.justification,
+                    "What stands on the insertion point: bottom-left, middle-centre, baseline-right\n"
+                    "and so on; bottom-left without this and --style")
+        ->check(IsFilled());
 }
 
 void AddOutput(CLI::App& command, std::string& picture, bool& json) {
-    command.add_option("--picture", picture, "Draw it into this file, .svg, .png or .pdf");
+    command.add_option("--picture", picture, "Draw it into this file, .svg, .png or .pdf")->check(IsFilled());
     command.add_flag("--json", json, "Print a JSON document");
 }
 
@@ -46,7 +60,8 @@ Examples:
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0");
     AddPlacing(command, options);
     command.add_flag("--multi-line", options.isMultiLine, "Break the text into lines");
-    command.add_option("--width", options.width, "Wrap multi-line text into this width; 0 does not wrap");
+    command.add_option("--width", options.width, "Wrap multi-line text into this width; 0 does not wrap")
+        ->check(IsFilled());
     AddOutput(command, options.picture, options.json);
 }
 
@@ -70,6 +85,7 @@ Examples:
                                                          "How decimals look: " + ListOfNames(kPresentations));
     CLI::Option* const placement = command.add_option(
         "--placement", options.placement, "What stands on the position: " + ListOfNames(kPlacements));
+    for (CLI::Option* const option : {presentation, placement}) option->check(IsFilled());
     command.add_flag("--no-decimal-zeros", options.hasNoDecimalZeros,
                      "Leave out decimals that are all zeros");
     command.add_flag("--invert-sign", options.isSignInverted, "Depths are signed the other way");
@@ -88,7 +104,9 @@ void AddJustifications(CLI::App& text) {
   chartutil text justifications --picture sheet.png --rotations 0,45,90 \
       --sample 'Liberation Serif=Depth' --sample 'DejaVu Sans=)"
         "\u0412\u0430\u0439'");
-    command.add_option("--picture", options.picture, "The file to draw into, .svg, .png or .pdf")->required();
+    command.add_option("--picture", options.picture, "The file to draw into, .svg, .png or .pdf")
+        ->required()
+        ->check(IsFilled());
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0");
     command.add_option("--sample", options.samples, "A face and a text in it; can be given again for others")
         ->type_name("FACE=TEXT")

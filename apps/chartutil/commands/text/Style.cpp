@@ -1,14 +1,18 @@
 #include "apps/chartutil/commands/text/Style.h"
 
+#include "VelmBase/FormatString.h"
 #include "apps/chartutil/commands/style/Names.h"
 #include "apps/chartutil/commands/text/FontInUse.h"
 #include "apps/chartutil/commands/text/Output.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
+
+constexpr double kLongest = 1e6;
 
 void SetFields(const StyleOptions& options, TextInfo& style) {
     if (options.font) style.SetFont(options.font->Wide());
@@ -25,8 +29,28 @@ void SetFields(const StyleOptions& options, TextInfo& style) {
             TextInfo::JUSTIFICATION(RequireName(options.justification, kJustifications, "justification")));
 }
 
+// A record takes what is no number for 0, at which a text covers nothing and nobody knows why.
+void RequireNumbers(const UserText& line, std::size_t numKnown) {
+    constexpr int kSize = 1;
+    constexpr int kWidth = 6;
+    const FormatString items(line.Wide(), L',', 64);
+    const int count = std::min(items.NumItems(), static_cast<int>(numKnown));
+    for (int i = 1; i < count; ++i) {
+        const std::string item = ToUtf8(items[i]);
+        double number = 0;
+        const bool isNumber = ParseNumber(item, number);
+        if (isNumber && ((i != kSize && i != kWidth) || std::abs(number) <= kLongest)) continue;
+        throw CommandError(ExitCode::WRONG_USE, "'" + line.Utf8() + "' is no style: its item " +
+                                                    std::to_string(i + 1) + ", '" + item + "', is " +
+                                                    (isNumber ? "above 1000000" : "no number"));
+    }
+}
+
 template <typename Style> void ApplyTo(Style& style, const StyleOptions& options) {
-    if (!options.line.Empty()) style.FromString(options.line.Wide());
+    if (!options.line.Empty()) {
+        RequireNumbers(options.line, Style::OneLineItems().size());
+        style.FromString(options.line.Wide());
+    }
     SetFields(options, style);
 }
 
@@ -37,7 +61,6 @@ void Apply(const StyleOptions& options, TextInfo& style) { ApplyTo(style, option
 void Apply(const StyleOptions& options, DepthLabelInfo& style) { ApplyTo(style, options); }
 
 float RequireLength(const std::string& text, const char* what) {
-    constexpr double kLongest = 1e6;
     double length = 0;
     if (!ParseNumber(text, length) || length < 0 || length > kLongest)
         throw CommandError(ExitCode::WRONG_USE,

@@ -76,6 +76,24 @@ TEST(Fonts, LineBreaksOfAnArgumentMakeNoLinesOfTheOutput) {
               RunChartutil({"fonts", "No\nSuch"}).error);
 }
 
+// Some systems find a family by it all the same.
+TEST(Fonts, NameWithOtherBlanksIsNoneOfTheInstalledFamily) {
+    for (const json& font : Fonts({})["fonts"]) {
+        const std::string family = font["family"];
+        const std::size_t blank = family.find(' ');
+        if (!font["hasOutlines"] || blank == std::string::npos || FromUtf8(family).size() >= 31) continue;
+        std::string without = family, with = family;
+        without.erase(blank, 1);
+        with.insert(blank, 1, ' ');
+        for (const std::string& asked : {without, with}) {
+            const json match = Fonts({"--match", asked});
+            EXPECT_EQ(asked, match["asked"]);
+            EXPECT_NE(asked, match["family"]);
+            EXPECT_EQ(false, match["isInstalled"]) << asked;
+        }
+    }
+}
+
 TEST(Fonts, TellsWhatStandsInForAMissingFace) {
     for (const std::string& asked : {std::string("No Such Face 4711"), std::string(10'000, 'f')}) {
         const json match = Fonts({"--match", asked});

@@ -308,6 +308,20 @@ TEST(TextMeasure, StyleInOneLineHasFiniteNumbers) {
     EXPECT_EQ(0, Text({"measure", "x", "--style", "Arial,-2.5"}).exitCode); // as some layout files have it
 }
 
+TEST(TextMeasure, JsonHasTheSizeAsItWasGiven) {
+    for (const char* const size : {"0.1", "2.7", "0.001", "3.5", "1e-07", "123456.7", "100000.0"}) {
+        const std::string output = Text({"measure", "x", "--size", size, "--width", size, "--json"}).output;
+        EXPECT_THAT(output, AllOf(HasSubstr("\"size\": " + std::string(size) + ",\n"),
+                                  HasSubstr("\"width\": " + std::string(size) + ",\n")));
+    }
+    const json document = TextJson({"measure", "x", "--size", "2.3"});
+    const float factor = document["font"]["heightFactor"].get<float>();
+    TextInfo style;
+    style.SetSize(2.3f);
+    EXPECT_EQ(TextHeightFactComp::Get()(style), factor); // no digit is lost
+    EXPECT_LE(document["font"]["heightFactor"].dump().size(), 10u);
+}
+
 TEST(TextMeasure, LargestSizesGiveNumbers) {
     for (const char* const size : {"1e-30", "0.001", "100", "2000", "1000000"}) {
         const ProgramResult result = Text({"measure", "Wg", "--size", size, "--json"});

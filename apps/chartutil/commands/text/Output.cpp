@@ -9,10 +9,12 @@
 #include "apps/chartutil/terminal/Numbers.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <iostream>
+#include <iterator>
 #include <limits>
 #include <nlohmann/json.hpp>
 
@@ -20,6 +22,15 @@ namespace {
 
 template <std::size_t N> std::string NameOf(int number, const char* const (&names)[N]) {
     return number >= 0 && static_cast<std::size_t>(number) < N ? names[number] : std::to_string(number);
+}
+
+// The number whose shortest text is also the shortest that reads back as this float.
+double Shortest(float value) {
+    char text[64];
+    const char* const end = std::to_chars(text, std::end(text), value).ptr;
+    double shortest = double(value);
+    std::from_chars(text, end, shortest);
+    return shortest;
 }
 
 } // namespace
@@ -93,17 +104,18 @@ void NoteOverflow() {
 
 Json StyleJson(const TextInfo& style) {
     return {{"font", ToUtf8(style.Font())},
-            {"size", style.Size()},
+            {"size", Shortest(style.Size())},
             {"style", NameOf(style.Style(), kTextStyles)},
             {"justification", NameOf(style.Justification(), kJustifications)},
             {"rotation", style.Rotation().Get()},
-            {"width", style.RectWidth()},
+            {"width", Shortest(style.RectWidth())},
             {"multiLine", style.MultiLine()}};
 }
 
 Json FontJson(const FontInUse& font, float factor) {
     Json family = font.family.empty() ? Json() : Json(ToUtf8(font.family));
-    return {{"family", std::move(family)}, {"isInstalled", font.isInstalled}, {"heightFactor", factor}};
+    return {
+        {"family", std::move(family)}, {"isInstalled", font.isInstalled}, {"heightFactor", Shortest(factor)}};
 }
 
 Json BoxJson(const TextRectComp::Rectangle& box) {

@@ -143,6 +143,15 @@ TEST(TextMeasure, TextOfAMegabyte) {
     EXPECT_GT(document["height"], 1000.0);
 }
 
+TEST(TextMeasure, InputThatIsTooLargeForATextIsNotReadToItsEnd) {
+    constexpr std::size_t kMost = 16 << 20;
+    const ProgramResult large = Text({"measure", "-"}, std::string(kMost + 1, 'x'));
+    EXPECT_EQ(2, large.exitCode);
+    EXPECT_EQ("", large.output);
+    EXPECT_EQ("chartutil: standard input is too large for a text; give one of up to 16 MB\n", large.error);
+    EXPECT_EQ(0, Text({"measure", "-"}, std::string(kMost, 'x')).exitCode);
+}
+
 TEST(TextMeasure, PictureHasALineForEachLine) {
     const std::string svg = PictureOf({"measure", "one\ntwo\nthree", "--multi-line"});
     for (const char* const line : {">one<", ">two<", ">three<"}) EXPECT_EQ(1u, Count(svg, line)) << line;

@@ -1,4 +1,5 @@
-// What the commands on texts say where fontconfig knows no font, and of arguments that are no UTF-8.
+// What the commands on texts say where fontconfig knows no font or a damaged one, of arguments that are no
+// UTF-8 and of input without end.
 
 #include "tests/support/Program.h"
 
@@ -103,4 +104,11 @@ TEST(TextCommandFonts, ArgumentsThatAreNoUtf8) {
     EXPECT_EQ("A\uFFFDz", nlohmann::json::parse(text.output)["text"]);
     EXPECT_EQ(2, RunChartutil({"text", "sounding", "1\xFF"}).exitCode);
     EXPECT_EQ(1, RunChartutil({"fonts", "\xFF"}).exitCode);
+}
+
+TEST(TextCommandInput, InputWithoutEndIsRefused) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(2, RunWithFiles(ChartutilPath(), {"text", "measure", "-"}, L"/dev/zero", folder.File(L"output"),
+                              folder.File(L"error")));
+    EXPECT_THAT(ReadBytes(folder.File(L"error")), HasSubstr("standard input is too large for a text"));
 }

@@ -16,6 +16,7 @@ namespace {
 
 // Standard input without the line end that every text file has at its end.
 std::wstring ReadInput() {
+    constexpr std::size_t kMost = 16 << 20;
     std::string bytes;
     char block[65536];
     std::size_t got = 0;
@@ -24,6 +25,9 @@ std::wstring ReadInput() {
         if (!ReadStandardInput(block, sizeof block, got))
             throw CommandError(ExitCode::IO_ERROR, "standard input cannot be read");
         bytes.append(block, got);
+        if (bytes.size() > kMost)
+            throw CommandError(ExitCode::WRONG_USE,
+                               "standard input is too large for a text; give one of up to 16 MB");
         progress.Show(bytes.size());
     } while (got > 0);
     if (bytes.ends_with('\n')) bytes.pop_back();

@@ -293,6 +293,9 @@ private:
 
 } // namespace
 
+// Exported, for hosts that bind a reference to it.
+constexpr int ContourDefinitionList::MAX_GENERATED; // NOLINT(readability-redundant-declaration)
+
 std::size_t ContourDefinitionList::FirstNotBelow(double level) const {
     std::size_t low = 0;
     std::size_t high = m_contours.size();

@@ -25,6 +25,9 @@ constexpr std::chrono::hours kAnAge{24 * 36500};
 
 } // namespace
 
+// Exported, for hosts that bind a reference to it.
+constexpr unsigned int Thread::END_MESSAGE; // NOLINT(readability-redundant-declaration)
+
 void ThreadObject::CancelFunction() {}
 ThreadObject::~ThreadObject() = default;
 

@@ -15,6 +15,9 @@ void Pin(CWinThread::Procedure procedure) {
 
 } // namespace
 
+// Exported, for hosts that bind a reference to it.
+constexpr int CWinThread::BELOW_NORMAL; // NOLINT(readability-redundant-declaration)
+
 struct CWinThread::Native {
     Procedure procedure;
     void* argument;

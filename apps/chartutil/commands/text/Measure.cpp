@@ -9,8 +9,12 @@
 #include "apps/chartutil/work/Interrupt.h"
 #include "apps/chartutil/work/LongWork.h"
 
-#include <iostream>
+#include <chrono>
+#include <future>
 #include <nlohmann/json.hpp>
+#include <system_error>
+#include <thread>
+#include <utility>
 
 namespace {
 
@@ -52,6 +56,40 @@ TextInfo StyleOf(const MeasureText& options) {
     return style;
 }
 
+struct Measured {
+    TextRectComp::Rectangle box;
+    double textHeight;
+    std::vector<std::wstring> lines;
+};
+
+Measured Measure(const TextInfo& style, const std::wstring& text) {
+    TextRectComp measure;
+    Measured measured{measure(style, text), measure.GetTextHeight(), {}};
+    const int count = measure.GetNumberOfSubStrings();
+    measured.lines.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) measured.lines.push_back(measure.GetSubString(i));
+    return measured;
+}
+
+// The library measures a text in one go, which takes a minute where many letters are shaped. When the command
+// is to end meanwhile, the thread that measures is left alone: what it works on is its own, and it ends with
+// the program.
+Measured MeasureUntilInterrupted(const TextInfo& style, const std::wstring& text) {
+    constexpr std::size_t kShort = 10'000;
+    constexpr auto kInterval = std::chrono::milliseconds(5);
+    if (text.size() <= kShort) return Measure(style, text);
+    std::packaged_task<Measured()> task([style, text] { return Measure(style, text); });
+    std::future<Measured> measured = task.get_future();
+    try {
+        std::thread(std::move(task)).detach();
+    } catch (const std::system_error&) {
+        return Measure(style, text); // the system has no thread left: all goes on but the interruption
+    }
+    const Progress progress("the text");
+    while (measured.wait_for(kInterval) != std::future_status::ready) progress.Show(0);
+    return measured.get();
+}
+
 void RequireDrawable(const std::wstring& text, const std::string& picture) {
     constexpr std::size_t kLongest = 10'000;
     RequirePictureName(picture);
@@ -81,11 +119,7 @@ void Run(const MeasureText& options) {
     if (!options.picture.empty()) RequireDrawable(text, options.picture);
     const FontInUse font = FindFont(style);
     const float factor = TextHeightFactComp::Get()(style);
-    TextRectComp measure;
-    const TextRectComp::Rectangle box = measure(style, text);
-    std::vector<std::wstring> lines;
-    lines.reserve(static_cast<std::size_t>(measure.GetNumberOfSubStrings()));
-    for (int i = 0; i < measure.GetNumberOfSubStrings(); ++i) lines.push_back(measure.GetSubString(i));
+    const auto [box, textHeight, lines] = MeasureUntilInterrupted(style, text);
     StopIfInterrupted();
     const bool isMeasured = !lines.empty() || text.empty() || style.Size() == 0;
     if (isMeasured && !options.picture.empty())
@@ -95,14 +129,17 @@ void Run(const MeasureText& options) {
         Json document = {
             {"text", ToUtf8(text)}, {"style", StyleJson(style)}, {"font", FontJson(font, factor)}};
         document.update(BoxJson(box));
-        document["textHeight"] = measure.GetTextHeight();
+        document["textHeight"] = textHeight;
         document["lines"] = Json::array();
-        for (const std::wstring& line : lines) document["lines"].push_back(ToUtf8(line));
+        for (const std::wstring& line : lines) {
+            StopIfInterrupted();
+            document["lines"].push_back(ToUtf8(line));
+        }
         PrintJson(document);
     } else {
         PrintFont(style, font, factor);
         PrintBox(box);
-        PrintFact("text height", LengthText(measure.GetTextHeight()));
+        PrintFact("text height", LengthText(textHeight));
         for (std::size_t i = 0; i < lines.size(); ++i) {
             StopIfInterrupted();
             PrintFact(lines.size() == 1 ? "text" : "line " + std::to_string(i + 1), ToUtf8(lines[i]));

@@ -147,7 +147,10 @@ void Run(const MeasureSounding& options) {
     std::vector<Sounding> soundings;
     const std::vector<DepthLabelInfo> styles = StylesOf(options);
     for (const double value : ValuesOf(options))
-        for (const DepthLabelInfo& style : styles) soundings.push_back(Measured(value, style));
+        for (const DepthLabelInfo& style : styles) {
+            StopIfInterrupted();
+            soundings.push_back(Measured(value, style));
+        }
     const DepthLabelInfo& style = styles.front();
     const FontInUse font = FindFont(style);
     const float factor = TextHeightFactComp::Get()(style);

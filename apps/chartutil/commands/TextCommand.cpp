@@ -56,7 +56,7 @@ Examples:
   chartutil text measure 'Sounding 123.4' --font 'Liberation Sans' --size 3 --justification middle-centre
   chartutil text measure 'Pensacola Bay' --style 'Arial,5,1,8,0,30' --picture bay.svg
   chartutil text measure --width 60 --json - < notice.txt)");
-    command.add_option("TEXT", options.text, "The text; '-' is standard input")->required();
+    command.add_option("TEXT", options.text, "The text; '-' is standard input, of up to 16 MB")->required();
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0");
     AddPlacing(command, options);
     command.add_flag("--multi-line", options.isMultiLine, "Break the text into lines");

@@ -59,6 +59,7 @@ TEST(Fonts, PatternIsAPartOfTheNameInAnyLetterCase) {
 
 TEST(Fonts, EveryFamilyStandsForItself) {
     const json fonts = Fonts({})["fonts"];
+    ASSERT_FALSE(fonts.empty());
     for (const json& font : fonts) {
         const std::string family = font["family"];
         if (!font["hasOutlines"] || FromUtf8(family).size() >= 32) continue;
@@ -78,7 +79,9 @@ TEST(Fonts, LineBreaksOfAnArgumentMakeNoLinesOfTheOutput) {
 
 // Some systems find a family by it all the same.
 TEST(Fonts, NameWithOtherBlanksIsNoneOfTheInstalledFamily) {
-    for (const json& font : Fonts({})["fonts"]) {
+    const json fonts = Fonts({})["fonts"];
+    ASSERT_FALSE(fonts.empty());
+    for (const json& font : fonts) {
         const std::string family = font["family"];
         const std::size_t blank = family.find(' ');
         if (!font["hasOutlines"] || blank == std::string::npos || FromUtf8(family).size() >= 31) continue;

@@ -14,7 +14,7 @@ public:
 
     /// An object for a handle that others own: the same each time for the same handle, in one thread. It
     /// lasts as long as the thread; when the handle's owner deletes it, selecting it fails, and the object
-    /// lasts until the thread has asked for some 250 more. Null for no handle.
+    /// lasts until the thread has asked for some 500 more. Null for no handle.
     static CGdiObject* FromHandle(HGDIOBJ handle);
 
     /// Deletes what the handle stands for. False when there is none.

@@ -23,6 +23,8 @@ public:
     bool operator!() const { return m_previous != nullptr; }
 
 private:
+    void Select(HGDIOBJ object);
+
     CDC* m_dc;
-    CGdiObject* m_previous = nullptr;
+    HGDIOBJ m_previous = nullptr; // the object for it may be forgotten while this lives
 };

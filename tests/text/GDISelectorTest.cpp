@@ -56,6 +56,24 @@ TEST_F(GDISelectorTest, SelectsABareHandle) {
     EXPECT_EQ(Selected(), m_font.m_hObject);
 }
 
+TEST_F(GDISelectorTest, WhatWasSelectedBeforeMayGoMeanwhile) {
+    auto before = std::make_unique<CFont>();
+    Make(*before, 3000);
+    CDC::SelectGdiObject(m_dc.m_hDC, before->m_hObject);
+    {
+        const GDISelector selector(&m_dc, m_font);
+        before.reset();
+        for (int i = 0; i < 3000; ++i) { // so many that the thread forgets objects that are gone
+            CFont font;
+            Make(font, 1000 + i);
+            const GDISelector inner(&m_dc, static_cast<void*>(font.m_hObject));
+        }
+        EXPECT_EQ(Selected(), m_font.m_hObject);
+    }
+    CDC::SelectGdiObject(m_dc.m_hDC, m_first);
+    EXPECT_EQ(Selected(), m_first);
+}
+
 // The reverse of what the operator says elsewhere.
 TEST_F(GDISelectorTest, NegatesToTrueWhileThereIsSomethingToRestore) {
     EXPECT_TRUE(!GDISelector(&m_dc, m_font));

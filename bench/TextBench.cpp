@@ -82,6 +82,15 @@ void LineOurs(benchmark::State& state) {
     ForEach(state, Texts(), [&](const std::wstring& text) { return measure(style, text).Width(); });
 }
 
+// The same where the program has measured tens of thousands of other sizes of the face before.
+void LineAmongOurs(benchmark::State& state) {
+    TextHeightFactComp::Get() = TextHeightFactComp();
+    TextRectComp measure;
+    for (int i = 0; i < 30'000; ++i) measure(Style(1.0F + 0.001F * float(i)), L"Sounding");
+    const TextInfo style = Style(kSize);
+    ForEach(state, Texts(), [&](const std::wstring& text) { return measure(style, text).Width(); });
+}
+
 // What of it is the device's: context and font are made once.
 void LineDevice(benchmark::State& state) {
     CDC device;
@@ -303,6 +312,7 @@ void ManyTexts(benchmark::State& state) {
 } // namespace
 
 BENCHMARK(LineOurs)->Name("rectangle of a line at a cached style/ours");
+BENCHMARK(LineAmongOurs)->Name("rectangle of a line at a cached style/ours, among 30,000 other sizes");
 BENCHMARK(LineDevice)->Name("rectangle of a line at a cached style/extent on a device context alone");
 BENCHMARK(LinePango)->Name("rectangle of a line at a cached style/Pango, new layout");
 BENCHMARK(LinePangoReused)->Name("rectangle of a line at a cached style/Pango, layout reused");

@@ -54,7 +54,7 @@ private:
     std::optional<QGuiApplication> m_application;
 };
 
-// The one thread that uses Qt, which stays until the process ends. What Qt keeps for a thread is deleted when
+// The one thread that uses Qt, for one caller at a time, which stays until the process ends. What Qt keeps for a thread is deleted when
 // that ends; a worker that ends while the process does would have that race with the end of Qt itself.
 class DrawingThread {
 public:

@@ -42,7 +42,8 @@ public:
     const OUTLINETEXTMETRICW& GetMetrics(const TextInfo& text);
 
     /// Measures the style and keeps it. The entry that there is when there is one, the map's end when it
-    /// cannot be measured.
+    /// cannot be measured. There is nothing to compare the end with: hosts that go to an entry ask first
+    /// whether GetMetrics() has an otmSize, which no style without an entry has.
     Entries::const_iterator AddEntry(const TextInfo& text);
 
 private:

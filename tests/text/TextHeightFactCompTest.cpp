@@ -130,6 +130,7 @@ TEST(TextHeightFactComp, IsZeroForSizesOfNoHeight) {
     for (const float size : {0.0f, 1e-6f, 0.0009f, std::numeric_limits<float>::denorm_min()}) {
         EXPECT_EQ(factors(Style(L"Liberation Sans", size)), 0.0f) << size;
         EXPECT_GT(factors.GetMetrics(Style(L"Liberation Sans", size)).otmTextMetrics.tmHeight, 0) << size;
+        EXPECT_GT(factors.GetMetrics(Style(L"Liberation Sans", size)).otmSize, 0u) << size; // an entry
     }
 }
 
@@ -147,7 +148,8 @@ TEST(TextHeightFactComp, MeasuresNothingThatDoesNotFitIntoLogicalUnits) {
         style.SetSize(static_cast<float>(size)); // its magnitude
         EXPECT_EQ(factors(style), 0.0f) << size;
         EXPECT_TRUE(IsAllZero(factors.GetMetrics(style))) << size;
-        EXPECT_EQ(factors.AddEntry(style), factors.AddEntry(style)) << size;
+        EXPECT_EQ(factors.GetMetrics(style).otmSize, 0u) << size;
+        EXPECT_EQ(factors.AddEntry(style), std::next(factors.AddEntry(greatest))) << size; // the end
     }
     for (const float size : {-1e9f, -2147484.0f, -3.4e38f}) {
         EXPECT_EQ(factors(Style(L"Liberation Sans", size)), 0.0f) << size;

@@ -240,7 +240,9 @@ TEST(TextHeightFactComp, IsAValue) {
     EXPECT_EQ(&factors.GetMetrics(style), metrics);
     EXPECT_EQ(assigned(style), factor);
 
-    const TextHeightFactComp moved(std::move(factors));
+    TextHeightFactComp moved(std::move(factors));
+    EXPECT_EQ(&moved.GetMetrics(style), metrics); // the entry itself, not a copy
+    EXPECT_EQ(moved(style), factor);
     factors = TextHeightFactComp(); // as after every move, what is assigned counts
     EXPECT_EQ(factors(style), factor);
 }

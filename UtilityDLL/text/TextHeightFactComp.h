@@ -20,7 +20,8 @@
 /// size * GDIScaleFactor::Get() / (h - (|otmDescent| + |tmExternalLeading| + |tmInternalLeading|) * h /
 /// tmHeight). The integers are those of 32 bits that wrap, and their division truncates. The product leaves
 /// 32 bits at a size that depends on the font, from 72 on (Droid Sans Fallback) or only from 88 on
-/// (Liberation Mono): from there on factors have no sense, and can be negative.
+/// (Liberation Mono): from there on factors have no sense. Below, they are negative where a font says that
+/// the three parts are higher than its cell, as a damaged one can.
 class UTILITYDLL_API TextHeightFactComp {
 public:
     using Entry =

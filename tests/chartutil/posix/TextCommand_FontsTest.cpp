@@ -1,7 +1,9 @@
-// What the commands on texts say where fontconfig knows no font or a damaged one, of arguments that are no
-// UTF-8 and of input without end.
+// What the commands on texts say where fontconfig knows no font, a damaged one or an odd one, of arguments
+// that are no UTF-8 and of input without end.
 
+#include "tests/Framework/posix/DeviceTestFont.h"
 #include "tests/support/Program.h"
+#include "tests/text/posix/OnlyFont.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -96,6 +98,20 @@ TEST(TextCommandFonts, FontWhoseFileIsDamagedIsInstalledButCannotBeRead) {
     const ProgramResult match = RunChartutil({"fonts", "--match", "Arial"});
     EXPECT_EQ(1, match.exitCode);
     EXPECT_EQ("none, since the file of Liberation Sans cannot be used\n", match.output);
+}
+
+TEST(TextCommandFonts, FontWithoutRoomForLettersIsToldApartFromSizes) {
+    TestFont made;
+    made.typoDescent = -1500; // in a cell of 1000
+    const OnlyFont only("deep.ttf", made.Bytes());
+    for (const char* const size : {"0.5", "2.5", "20"}) {
+        const ProgramResult text = RunChartutil({"text", "measure", "A", "--size", size});
+        EXPECT_EQ(1, text.exitCode);
+        EXPECT_THAT(text.error,
+                    HasSubstr("chartutil: the text cannot be measured: the descent and leading of the "
+                              "font Test leave no height to its letters; choose another font\n"))
+            << size;
+    }
 }
 
 TEST(TextCommandFonts, ArgumentsThatAreNoUtf8) {

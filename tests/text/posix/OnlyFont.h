@@ -6,7 +6,8 @@
 #include <filesystem>
 #include <string>
 
-/// Makes a font the only one that there is, for the rest of the process: it asks once what is installed.
+/// Makes a font the only one that there is, for this process, if it has not asked for any yet, and for those
+/// that it starts while this lives.
 class OnlyFont {
 public:
     OnlyFont(const std::string& file, const std::string& bytes) {
@@ -18,6 +19,9 @@ public:
                                  (m_folder.Path() / "cache").string() + "</cachedir></fontconfig>");
         setenv("FONTCONFIG_FILE", settings.c_str(), 1);
     }
+    ~OnlyFont() { unsetenv("FONTCONFIG_FILE"); }
+    OnlyFont(const OnlyFont&) = delete;
+    OnlyFont& operator=(const OnlyFont&) = delete;
 
 private:
     TemporaryFolder m_folder;

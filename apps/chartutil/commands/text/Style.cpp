@@ -1,5 +1,6 @@
 #include "apps/chartutil/commands/text/Style.h"
 
+#include "UtilityDLL/text/TextHeightFactComp.h"
 #include "VelmBase/FormatString.h"
 #include "apps/chartutil/commands/style/Names.h"
 #include "apps/chartutil/commands/text/FontInUse.h"
@@ -90,7 +91,15 @@ void ThrowNotMeasured(const TextInfo& style) {
                 ExitCode::CHECK_FAILED,
                 what + "no font with outlines is installed; install one, such as Liberation Sans");
     }
-    const bool isSmall = std::abs(style.Size()) < 1;
+    const float size = std::abs(style.Size());
+    regular.SetSize(
+        std::max(size, 1.0f)); // below, the pixels of a display alone can leave nothing of a letter
+    TextHeightFactComp& factors = TextHeightFactComp::Get();
+    if (factors.GetMetrics(regular).otmSize != 0 && factors(regular) <= 0)
+        throw CommandError(ExitCode::CHECK_FAILED,
+                           what + "the descent and leading of the font " + ToUtf8(FindFont(regular).family) +
+                               " leave no height to its letters; choose another font");
+    const bool isSmall = size < 1;
     throw CommandError(ExitCode::CHECK_FAILED, what + "at a size of " + LengthText(style.Size()) + " it is " +
                                                    (isSmall ? "less than a thousandth high" : "too high") +
                                                    "; measure at a " + (isSmall ? "larger" : "smaller") +

@@ -65,6 +65,14 @@ constexpr Range kMarks[] = {
     {0x1E2EC, 0x1E2EF}, {0x1E8D0, 0x1E8D6}, {0x1E944, 0x1E94A}, {0x1F3FB, 0x1F3FF}, {0xE0020, 0xE01EF},
 };
 
+// Ranges are searched by halves.
+static_assert([] {
+    for (std::size_t i = 0; i < std::size(kMarks); ++i)
+        if (kMarks[i].first > kMarks[i].last || (i > 0 && kMarks[i].first <= kMarks[i - 1].last))
+            return false;
+    return true;
+}());
+
 constexpr char32_t kJoiner = 0x200D;
 
 bool IsMark(char32_t code) {

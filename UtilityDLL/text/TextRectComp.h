@@ -61,7 +61,9 @@ public:
     /// are turned by its rotation about the position, which is the origin. Labels are of one line always.
     ///
     /// With DepthLabelInfo::IN_LINE and WHOLE_LABEL the number is one text, which comes first. Without
-    /// decimals, too, the second rectangle and text are empty.
+    /// decimals, too, the second rectangle and text are empty. Each of the two is measured at its own size: at
+    /// the smallest sizes decimals have no size beside a whole part, and above the largest one the other way
+    /// round.
     std::pair<std::pair<Rectangle, std::wstring>, std::pair<Rectangle, std::wstring>>
     operator()(const DepthLabelInfo& info, double value);
 

@@ -229,3 +229,33 @@ TEST(DepthLabelLayout, UnderliningChangesNoRectangle) {
     label.SetStyle(TextInfo::UNDERLINE);
     EXPECT_EQ(expected.Width(), measure(label, -1.5).first.first.Width());
 }
+
+TEST(DepthLabelLayout, PartWhoseHeightCannotBeMeasuredHasNoSizeAndTheOtherOneStays) {
+    struct Row {
+        float size;
+        bool isWholeMeasured, areDecimalsMeasured;
+    };
+    TextRectComp measure;
+    for (const int placement : {0, 1, 2}) {
+        for (const Row& row : {Row{0.001f, true, false}, Row{0.0015f, true, true}, Row{2.147e6f, true, true},
+                               Row{2.2e6f, false, true}, Row{3.3e6f, false, false}}) {
+            SCOPED_TRACE(::testing::Message() << placement << ", size " << row.size);
+            DepthLabelInfo label = Label(1, placement, TextInfo::MIDDLE_CENTER);
+            label.SetSize(row.size);
+            const auto [whole, decimals] = measure(label, 12.34);
+            EXPECT_EQ(L"12", whole.second);
+            EXPECT_EQ(L"34", decimals.second);
+            EXPECT_EQ(row.isWholeMeasured, whole.first.Height() > 0 && whole.first.Width() > 0);
+            EXPECT_EQ(row.areDecimalsMeasured, decimals.first.Height() > 0 && decimals.first.Width() > 0);
+            if (!row.areDecimalsMeasured) {
+                label.SetNoDecimalZeros(true); // the whole part stands as it does alone
+                const auto alone = measure(label, 12).first.first;
+                EXPECT_EQ(alone.Width(), whole.first.Width());
+                EXPECT_EQ(alone.Corner(0).X(), whole.first.Corner(0).X());
+                EXPECT_EQ(alone.Corner(0).Y(), whole.first.Corner(0).Y());
+                EXPECT_EQ(0.0, decimals.first.Corner(0).X());
+                EXPECT_EQ(0.0, decimals.first.Corner(0).Y());
+            }
+        }
+    }
+}

@@ -105,4 +105,17 @@ TEST(MeasuringFont, BelongsToItsThread) {
     for (const CSize& result : extents) EXPECT_EQ(result, extent);
 }
 
+// Of several at a time, so that one takes memory that another one gives back.
+TEST(MeasuringFont, LetsEveryThreadThatMeasuredEnd) {
+    const CSize extent = Extent(kStyles[0], L"abc");
+    for (int round = 0; round < 30; ++round) {
+        std::vector<CSize> extents(8);
+        std::vector<std::thread> threads;
+        for (CSize& result : extents)
+            threads.emplace_back([&result] { result = Extent(kStyles[0], L"abc"); });
+        for (std::thread& thread : threads) thread.join();
+        for (const CSize& result : extents) ASSERT_EQ(result, extent) << round;
+    }
+}
+
 } // namespace

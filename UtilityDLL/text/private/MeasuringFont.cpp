@@ -7,7 +7,10 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <mutex>
 #include <span>
+#include <thread>
 #include <utility>
 
 struct MeasuringFont::Style {
@@ -79,12 +82,17 @@ thread_local bool isThreadEnding = false;
 class MeasuringFont::Kept {
 public:
     static Kept* OfThread() {
-        if (isThreadEnding) return nullptr;
-        static thread_local Kept kept;
-        return &kept;
+        if (!keptOfThread && !isThreadEnding) {
+            static thread_local const AtEndOfThread end;
+            OfThreads& all = OfThreads::Get();
+            const std::lock_guard lock(all.mutex);
+            std::unique_ptr<Kept>& kept = all.kept[std::this_thread::get_id()];
+            if (!kept) kept = std::make_unique<Kept>();
+            keptOfThread = kept.get();
+        }
+        return keptOfThread;
     }
     Kept() = default;
-    ~Kept() { isThreadEnding = true; }
     Kept(const Kept&) = delete;
     Kept& operator=(const Kept&) = delete;
 
@@ -113,6 +121,31 @@ public:
     }
 
 private:
+    // Where GCC emulates what is local to threads (Windows), a thread gives its memory back before it
+    // destroys what was there. So that is nothing but this, which reads none of it.
+    struct AtEndOfThread {
+        ~AtEndOfThread() {
+            isThreadEnding = true;
+            keptOfThread = nullptr;
+            OfThreads& all = OfThreads::Get();
+            std::unique_lock lock(all.mutex);
+            const auto ended = all.kept.extract(std::this_thread::get_id());
+            lock.unlock(); // and then its fonts are deleted
+        }
+    };
+
+    struct OfThreads {
+        // Never destroyed: threads may end later than static objects.
+        static OfThreads& Get() {
+            static OfThreads* const instance = new OfThreads;
+            return *instance;
+        }
+        std::mutex mutex;
+        std::map<std::thread::id, std::unique_ptr<Kept>> kept;
+    };
+
+    static thread_local Kept* keptOfThread;
+
     struct Entry {
         Font font;
         std::uint64_t lastUse = 0;
@@ -124,6 +157,8 @@ private:
     std::array<std::array<Entry, kFontsInSet>, kSets> m_entries;
     std::uint64_t m_uses = 0;
 };
+
+thread_local MeasuringFont::Kept* MeasuringFont::Kept::keptOfThread = nullptr;
 
 MeasuringFont::MeasuringFont(int height, bool isBold, bool isItalic, bool isUnderlined,
                              const std::wstring& face) {

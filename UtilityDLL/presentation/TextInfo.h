@@ -62,6 +62,12 @@ public:
     ANNOTATION Annotation() const { return m_annotation; }
     const Angle& Rotation() const { return m_rotation; } ///< the text's direction
     JUSTIFICATION Justification() const { return m_justification; }
+
+    /// False for a justification without a name.
+    bool IsOnBaseline() const {
+        return m_justification >= BASELINE_LEFT && m_justification <= BASELINE_RIGHT;
+    }
+
     const unsigned long& Color() const { return m_color; } ///< a colour reference
     float RectWidth() const { return m_rectWidth; }        ///< what multi-line text is wrapped into
     bool MultiLine() const { return m_multiLine; }

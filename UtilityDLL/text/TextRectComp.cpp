@@ -22,10 +22,6 @@ namespace {
 using Rectangle = TextRectComp::Rectangle;
 using Vector = GTL::Vector2D<double>;
 
-bool IsOnBaseline(TextInfo::JUSTIFICATION justification) {
-    return justification >= TextInfo::BASELINE_LEFT && justification <= TextInfo::BASELINE_RIGHT;
-}
-
 // The point of a box that sits on the insertion point: shares of its width and height, from the lower left.
 struct Anchor {
     double along, up;
@@ -99,7 +95,7 @@ public:
 
     // How high a line is: the part above the base line, or all of it.
     int LineHeight() const {
-        if (!IsOnBaseline(m_style.Justification())) return m_cell;
+        if (!m_style.IsOnBaseline()) return m_cell;
         const OUTLINETEXTMETRICW& metrics = Metrics();
         return GTL::ELEMENT::Difference(
             m_cell, CellPart(Sum(metrics.otmDescent, metrics.otmTextMetrics.tmInternalLeading)));
@@ -225,7 +221,7 @@ GTL::Vector2D<double> TextRectComp::GetMTextExtents(const TextInfo& info, const 
 
 void TextRectComp::OffsetLabels(const DepthLabelInfo& info, Rectangle& whole, Rectangle& decimals) const {
     // Where things are is reckoned along the text and upward, from the lower left of the whole part.
-    const bool isOnBaseline = IsOnBaseline(info.Justification());
+    const bool isOnBaseline = info.IsOnBaseline();
     const bool hasDecimals = decimals.Height() > 0.0;
     const double seam = whole.Width();
     double bottom = 0.0; // of the decimals

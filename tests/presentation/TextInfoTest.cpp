@@ -100,6 +100,14 @@ TEST(TextInfo, NumbersOfTheEnumerationsAreThoseOfFiles) {
     EXPECT_EQ(sizeof(std::int32_t), sizeof(TextInfo::STYLE));
 }
 
+TEST(TextInfo, StandsOnTheBaselineByThreeJustifications) {
+    TextInfo text;
+    for (const int number : {-2147483647 - 1, -1, 0, 8, 9, 10, 11, 12, 2147483647}) {
+        text.SetJustification(static_cast<TextInfo::JUSTIFICATION>(number));
+        EXPECT_EQ(number >= 9 && number <= 11, text.IsOnBaseline()) << number;
+    }
+}
+
 TEST(TextInfo, FieldsInASection) {
     const std::wstring wrong = L"no number";
     ExpectFields<TextInfo>({

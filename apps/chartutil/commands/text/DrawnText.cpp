@@ -4,8 +4,6 @@
 
 namespace {
 
-bool IsOnBaseline(const TextInfo& style) { return style.Justification() >= TextInfo::BASELINE_LEFT; }
-
 // What share of the room that a line leaves stands before it.
 double ShareBefore(const TextInfo& style) { return style.AcadHJust() / 2.0; }
 
@@ -31,7 +29,7 @@ DrawnText LayOut(const TextInfo& style, const FontInUse& font, const TextRectCom
 
     const GTL::Vector2D<double> along = box.Corner(1) - box.Corner(0);
     const GTL::Vector2D<double> up = box.Corner(3) - box.Corner(0);
-    const double baseline = IsOnBaseline(style) ? 0 : font.descent * drawn.cellHeight;
+    const double baseline = style.IsOnBaseline() ? 0 : font.descent * drawn.cellHeight;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         StopIfInterrupted();
         const double width = lines.size() == 1 ? box.Width() : measure(single, lines[i]).Width();

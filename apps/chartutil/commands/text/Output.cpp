@@ -92,8 +92,7 @@ bool HeightsFit(const TextInfo& style) {
     const double cellHeight = std::ceil(size * double(factor));
     double largest = (descent + external + internal) * size;
     if (style.MultiLine()) largest = std::max(largest, external * cellHeight);
-    if (style.Justification() >= TextInfo::BASELINE_LEFT)
-        largest = std::max(largest, (descent + internal) * cellHeight);
+    if (style.IsOnBaseline()) largest = std::max(largest, (descent + internal) * cellHeight);
     return largest <= std::numeric_limits<std::int32_t>::max();
 }
 

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <iterator>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -170,6 +171,21 @@ bool TextRectComp::IsDryingHeight(const DepthLabelInfo& info, double value) {
     const DepthLabelText text = FormatDepth(info, value);
     const bool isZero = (text.whole + text.decimals).find_first_not_of(L"-0") == std::wstring::npos;
     return !isZero && !std::isnan(value) && (text.whole[0] == L'-') != info.GetSignIsInverted();
+}
+
+bool TextRectComp::HeightsFit(const TextInfo& info) {
+    std::optional<TextInfo> copy;
+    const TextInfo& style = Sized(info, false, copy);
+    const OUTLINETEXTMETRICW& metrics = TextHeightFactComp::Get().GetMetrics(style);
+    const double descent = std::abs(double(metrics.otmDescent));
+    const double internal = std::abs(double(metrics.otmTextMetrics.tmInternalLeading));
+    const double external = std::abs(double(metrics.otmTextMetrics.tmExternalLeading));
+    const double size = double{style.Size()} * GDIScaleFactor::Get();
+    const double height = std::ceil(size * double{TextHeightFactComp::Get()(style)});
+    double largest = (descent + external + internal) * size; // which is the factor's
+    if (style.MultiLine()) largest = std::max(largest, external * height);
+    if (style.IsOnBaseline()) largest = std::max(largest, (descent + internal) * height);
+    return !(largest > std::numeric_limits<std::int32_t>::max());
 }
 
 std::wstring TextRectComp::GetSubString(int index) const {

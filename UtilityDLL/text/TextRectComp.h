@@ -31,9 +31,10 @@ public:
     /// justification says which of its points is the insertion point, lower left where the number is none.
     ///
     /// The box of a line holds the font's cell; with a justification on the base line what is above that,
-    /// without the internal leading. Parts of the cell are computed with 32 bits that wrap: from a size on
-    /// that depends on the font, 55 to 74 on the base line and 72 to 88 otherwise for those known, the height
-    /// is defined, but no more the font's.
+    /// without the internal leading. Parts of the cell are computed with 32 bits that wrap (HeightsFit): from
+    /// a size on that depends on the font, 55 to 74 on the base line and 72 to 88 otherwise for those known,
+    /// the height is defined, but no more the font's. So is the distance from line to line of a font whose
+    /// external leading is large.
     ///
     /// Text whose style says so (MultiLine()) is divided into lines that fit RectWidth():
     ///   - CR LF, LF and CR end a line, and what is behind the last of them is a line, too.
@@ -61,9 +62,9 @@ public:
     /// are turned by its rotation about the position, which is the origin. Labels are of one line always.
     ///
     /// With DepthLabelInfo::IN_LINE and WHOLE_LABEL the number is one text, which comes first. Without
-    /// decimals, too, the second rectangle and text are empty. Each of the two is measured at its own size: at
-    /// the smallest sizes decimals have no size beside a whole part, and above the largest one the other way
-    /// round.
+    /// decimals, too, the second rectangle and text are empty. Each of the two is measured at its own size:
+    /// at the smallest sizes decimals have no size beside a whole part, and above the largest one the other
+    /// way round.
     std::pair<std::pair<Rectangle, std::wstring>, std::pair<Rectangle, std::wstring>>
     operator()(const DepthLabelInfo& info, double value);
 
@@ -71,6 +72,10 @@ public:
     /// positive where the sign is inverted, and not zero as it is shown. Where
     /// info.GetUnderlineDryingHeights() is set, hosts underline the first text then. It measures the same.
     static bool IsDryingHeight(const DepthLabelInfo& info, double value);
+
+    /// Whether the parts of the cell that count for such a text fit into 32 bits, so that its heights are the
+    /// font's. Also true for a style that cannot be measured.
+    static bool HeightsFit(const TextInfo& info);
 
     /// The lines of the text that was measured last; of a depth label its first text.
     int GetNumberOfSubStrings() const { return static_cast<int>(m_subStrings.size()); }

@@ -356,3 +356,28 @@ TEST(TextRectComp, MeasuresATextThatIsOneOfItsLines) {
     measure(style, measure.GetSubString(1));
     EXPECT_EQ(std::vector<std::wstring>{line}, Lines(measure));
 }
+
+// The height of a line in parts of its size is the same at all sizes, until a product wraps.
+TEST(TextRectComp, TellsFromWhichSizeOnHeightsDoNotFit) {
+    TextRectComp measure;
+    for (const std::wstring& face : kFaces) {
+        for (const auto justification : {TextInfo::BOTTOM_LEFT, TextInfo::BASELINE_LEFT}) {
+            const auto styleOf = [&](float size) {
+                TextInfo style = Style(size, justification);
+                style.SetFont(face);
+                return style;
+            };
+            const double known = measure(styleOf(10), L"x").Height() / 10;
+            for (const float size : {0.1f, 50.0f, 60.0f, 66.0f, 72.0f, 77.0f, 80.0f, 90.0f, 95.0f}) {
+                const double share = measure(styleOf(size), L"x").Height() / double{size};
+                const bool isWrapped = size > 1 && std::abs(share / known - 1) > 0.01;
+                EXPECT_EQ(!isWrapped, TextRectComp::HeightsFit(styleOf(size)))
+                    << face << size << justification;
+            }
+            TextInfo negative;
+            negative.FromString(face + L",-95");
+            EXPECT_FALSE(TextRectComp::HeightsFit(negative));
+            EXPECT_TRUE(TextRectComp::HeightsFit(styleOf(std::nanf(""))));
+        }
+    }
+}

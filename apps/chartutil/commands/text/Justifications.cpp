@@ -81,7 +81,7 @@ void Run(const DrawJustifications& options) {
     const auto fits = [](const Sample& sample) {
         TextInfo style = sample.style;
         style.SetJustification(TextInfo::BASELINE_LEFT);
-        return HeightsFit(style);
+        return TextRectComp::HeightsFit(style);
     };
     if (!std::all_of(samples.begin(), samples.end(), fits)) NoteOverflow();
 }

@@ -72,8 +72,9 @@ Measured Measure(const TextInfo& style, const std::wstring& text) {
 }
 
 // The library measures a text in one go, which takes a minute where many letters are shaped. When the command
-// is to end meanwhile, the thread that measures is left alone: what it works on is its own, and it ends with
-// the program.
+// is to end meanwhile, the thread that measures is left alone, and ends with the program. It uses the height
+// factors of the process, which one thread at a time may: nothing measures beside it or after an
+// interruption.
 Measured MeasureUntilInterrupted(const TextInfo& style, const std::wstring& text) {
     constexpr std::size_t kShort = 10'000;
     constexpr auto kInterval = std::chrono::milliseconds(5);
@@ -92,7 +93,6 @@ Measured MeasureUntilInterrupted(const TextInfo& style, const std::wstring& text
 
 void RequireDrawable(const std::wstring& text, const std::string& picture) {
     constexpr std::size_t kLongest = 10'000;
-    RequirePictureName(picture);
     if (text.size() > kLongest)
         throw CommandError(ExitCode::WRONG_USE, picture + ": a picture holds a text of up to " +
                                                     std::to_string(kLongest) + " characters, and this has " +
@@ -145,6 +145,6 @@ void Run(const MeasureText& options) {
             PrintFact(lines.size() == 1 ? "text" : "line " + std::to_string(i + 1), ToUtf8(lines[i]));
         }
     }
-    if (!HeightsFit(style)) NoteOverflow();
+    if (!TextRectComp::HeightsFit(style)) NoteOverflow();
     if (!isMeasured) ThrowNotMeasured(style);
 }

@@ -1,21 +1,15 @@
 #include "apps/chartutil/commands/text/Output.h"
 
-#include "UtilityDLL/text/GDIScaleFactor.h"
-#include "UtilityDLL/text/TextHeightFactComp.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/commands/style/Names.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Numbers.h"
 
-#include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <iostream>
 #include <iterator>
-#include <limits>
 #include <nlohmann/json.hpp>
 
 namespace {
@@ -78,22 +72,6 @@ void PrintBox(const TextRectComp::Rectangle& box) {
         corners += (i > 0 ? "  " : "") + ('(' + LengthText(box.Corner(i).X())) + ", " +
                    LengthText(box.Corner(i).Y()) + ')';
     PrintFact("corners", corners);
-}
-
-// The products of TextHeightFactComp and TextRectComp, whose heights are in logical units.
-bool HeightsFit(const TextInfo& style) {
-    const float factor = TextHeightFactComp::Get()(style);
-    const OUTLINETEXTMETRICW& metrics = TextHeightFactComp::Get().GetMetrics(style);
-    const TEXTMETRICW& cell = metrics.otmTextMetrics;
-    const double descent = std::abs(double(metrics.otmDescent));
-    const double internal = std::abs(double(cell.tmInternalLeading));
-    const double external = std::abs(double(cell.tmExternalLeading));
-    const double size = std::abs(double(style.Size())) * GDIScaleFactor::Get();
-    const double cellHeight = std::ceil(size * double(factor));
-    double largest = (descent + external + internal) * size;
-    if (style.MultiLine()) largest = std::max(largest, external * cellHeight);
-    if (style.IsOnBaseline()) largest = std::max(largest, (descent + internal) * cellHeight);
-    return largest <= std::numeric_limits<std::int32_t>::max();
 }
 
 void NoteOverflow() {

@@ -25,10 +25,7 @@ std::string StyleText(const TextInfo& style);
 void PrintFont(const TextInfo& style, const FontInUse& font, float factor);
 void PrintBox(const TextRectComp::Rectangle& box);
 
-/// False for a style that is so large that the library's arithmetic of 32 bits wraps.
-bool HeightsFit(const TextInfo& style);
-
-/// Notes on standard error that heights do not fit.
+/// Notes on standard error that heights do not fit (TextRectComp::HeightsFit).
 void NoteOverflow();
 
 Json StyleJson(const TextInfo& style);

@@ -167,6 +167,6 @@ void Run(const MeasureSounding& options) {
         PrintFont(style, font, factor);
         for (const Sounding& sounding : soundings) Print(sounding);
     }
-    if (!HeightsFit(style)) NoteOverflow();
+    if (!TextRectComp::HeightsFit(style)) NoteOverflow();
     if (!isMeasured) ThrowNotMeasured(style);
 }

@@ -73,7 +73,7 @@ double ScaleFor(const TextSheet& sheet, double width, double height) {
 }
 
 // Controls are measured as a glyph of their own but have none that could be drawn.
-std::string WithoutControls(std::wstring text) {
+std::string ControlsBlanked(std::wstring text) {
     std::replace_if(
         text.begin(), text.end(), [](wchar_t c) { return c < L' ' || (c >= 0x7F && c < 0xA0); }, L' ');
     return ToUtf8(text);
@@ -109,7 +109,7 @@ private:
                         has(TextInfo::UNDERLINE), ToUtf8(text.font.family)};
         for (const DrawnText::Line& line : text.lines) {
             const Surface::Point start = OnPage(line.start);
-            m_surface.FittedText(start.x, start.y, WithoutControls(line.text), font,
+            m_surface.FittedText(start.x, start.y, ControlsBlanked(line.text), font,
                                  RGBColor(text.style.Color()), line.width * m_scale,
                                  -text.box.Rotation().Get());
         }

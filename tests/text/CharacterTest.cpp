@@ -2,9 +2,8 @@
 
 #include "tests/support/Random.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
 #include <vector>
 

@@ -12,10 +12,13 @@
 // What a font measures is in its file, which is read into memory when the first font of its face is made.
 // After that neither the file nor the list of what is installed is looked at again for that face, at any size
 // and for any text, except for characters that it lacks: the first of these has the faces looked up that help
-// out, and each of them is read when a character needs it. The last 64 faces are kept, with at most 64 MB of
-// font files, and of each the widths that were asked for: some KB, 4.3 MB if it was asked for every character
-// of Unicode. A file above 64 MB, one that is damaged, and a program without the module FrameworkFonts have
-// no outlines to measure.
+// out, and each of them is read when a character needs it.
+//
+// The last 64 faces are kept, with at most 64 MB of font files, and of each the widths that were asked for:
+// some KB, 4.3 MB if it was asked for every character of Unicode. A face that was displaced stays in memory
+// until its last font is deleted, so the faces of all fonts that exist come on top of the 64 MB; fonts of the
+// same face share one. A file above 64 MB, one that is damaged, and a program without the module
+// FrameworkFonts have no outlines to measure.
 
 using BOOL = int;
 using BYTE = std::uint8_t;

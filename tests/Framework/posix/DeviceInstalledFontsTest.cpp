@@ -4,13 +4,14 @@
 #include "Framework/device/DC.h"
 #include "Framework/device/GdiObject.h"
 #include "tests/Framework/posix/DeviceTestFont.h"
-#include "tests/support/Resources.h"
 #include "tests/support/TestFiles.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <gtest/gtest.h>
+#include <malloc.h>
+#include <memory>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -75,6 +76,39 @@ Measured Measure(const std::wstring& face, const std::wstring& text = L"ABC", in
     return measured;
 }
 
+/// A font that stays until this goes.
+class LivingFont {
+public:
+    explicit LivingFont(const std::wstring& face, int height = 1000) {
+        EXPECT_TRUE(m_dc.CreateDCW(L"DISPLAY", nullptr, nullptr));
+        m_dc.SetMapMode(MM_HIMETRIC);
+        EXPECT_TRUE(m_font.CreateFontW(height, 0, 0, 0, FW_NORMAL, 0, 0, 0, 0, 0, 0, 0, 0, face.c_str()));
+        EXPECT_NE(nullptr, CDC::SelectGdiObject(m_dc.m_hDC, m_font.m_hObject));
+    }
+    int Width(const std::wstring& text) { return m_dc.GetTextExtent(text).cx; }
+
+private:
+    CDC m_dc;
+    CFont m_font;
+};
+
+constexpr std::size_t kMegabyte = std::size_t{1} << 20;
+
+/// A font whose file takes that much.
+void AddLarge(const InstalledFonts& fonts, const std::u16string& family, int megabytes, int first = 'A') {
+    TestFont font;
+    font.family = family;
+    font.first = first;
+    fonts.Add("large" + std::to_string(family.back()) + ".ttf",
+              font.Bytes() + std::string(std::size_t(megabytes) * kMegabyte, '\0'));
+}
+
+// With the large blocks, which the heap has apart; 0 under a sanitizer.
+std::size_t MemoryInUse() {
+    const auto memory = mallinfo2();
+    return memory.uordblks + memory.hblkhd;
+}
+
 void ExpectNothing(const Measured& measured) {
     EXPECT_EQ(0u, measured.bytes);
     EXPECT_EQ(0, measured.extent.cx);
@@ -86,6 +120,7 @@ std::u16string Numbered(int number) {
     for (const char digit : std::to_string(number)) name += static_cast<char16_t>(digit);
     return name;
 }
+std::wstring Name(int number) { return L"Test " + std::to_wstring(number); }
 
 } // namespace
 
@@ -314,6 +349,41 @@ TEST(DeviceInstalledFonts, FileThatIsCutShortWhileItIsUsedDoesNoHarm) {
     });
 }
 
+TEST(DeviceInstalledFonts, FaceOfALivingFontIsNotReadAgainHoweverManyOthersWere) {
+    const InstalledFonts fonts;
+    for (int i = 0; i < 6; ++i) AddLarge(fonts, Numbered(i), 30);
+    fonts.See([&] {
+        std::vector<std::unique_ptr<LivingFont>> living;
+        for (const int height : {1000, 2000, 3000}) {
+            for (int i = 0; i < 4; ++i) {
+                living.push_back(std::make_unique<LivingFont>(Name(i), height));
+                EXPECT_EQ(3 * height / 2, living.back()->Width(L"ABC"));
+            }
+            for (int i = 4; i < 6; ++i) EXPECT_EQ(1500, Measure(Name(i)).extent.cx); // the fonts of these go
+            EXPECT_LT(MemoryInUse(), (4 * 30 + 64 + 5) * kMegabyte);
+        }
+        fonts.Remove();
+        for (int i = 0; i < 4; ++i) EXPECT_EQ(6000, LivingFont(Name(i), 4000).Width(L"XYZ"));
+        living.clear();
+        EXPECT_LT(MemoryInUse(), (64 + 5) * kMegabyte);
+    });
+}
+
+TEST(DeviceInstalledFonts, TwoLargeFacesThatHelpEachOtherOutStay) {
+    const InstalledFonts fonts;
+    AddLarge(fonts, u"Letters", 40);
+    AddLarge(fonts, u"Arabic", 30, 0x627);
+    fonts.See([&] {
+        LivingFont first(L"Letters");
+        EXPECT_EQ(1500, first.Width(L"A\u0627\u0628"));
+        fonts.Remove();
+        for (int height = 2000; height < 10'000; height += 1000) {
+            LivingFont font(L"Letters", height);
+            EXPECT_EQ(3 * height / 2, font.Width(L"A\u0628\u0627"));
+        }
+    });
+}
+
 TEST(DeviceInstalledFonts, MemoryIsBoundedHoweverManyFacesAndNamesAreMeasured) {
     const InstalledFonts fonts;
     constexpr int kFaces = 150;
@@ -323,13 +393,11 @@ TEST(DeviceInstalledFonts, MemoryIsBoundedHoweverManyFacesAndNamesAreMeasured) {
         fonts.Add("test" + std::to_string(i) + ".ttf", font.Bytes() + std::string(1 << 20, '\0'));
     }
     fonts.See([&] {
-        const auto name = [](int i) { return L"Test " + std::to_wstring(i); };
-        for (int i = 0; i < kFaces; ++i) EXPECT_EQ(1500, Measure(name(i)).extent.cx);
-        const std::size_t heap = ResourcesInUse().heap;
-        EXPECT_LT(heap, std::size_t{80} << 20); // 64 MB of files, and what is small
+        for (int i = 0; i < kFaces; ++i) EXPECT_EQ(1500, Measure(Name(i)).extent.cx);
+        EXPECT_LT(MemoryInUse(), 80 * kMegabyte); // 64 MB of files, and what is small
         for (int i = 0; i < 3000; ++i) Measure(L"Missing " + std::to_wstring(i));
-        for (int i = 0; i < kFaces; ++i) EXPECT_EQ(1500, Measure(name(i)).extent.cx); // some are read again
-        EXPECT_LT(ResourcesInUse().heap, std::size_t{80} << 20);
+        for (int i = 0; i < kFaces; ++i) EXPECT_EQ(1500, Measure(Name(i)).extent.cx); // some are read again
+        EXPECT_LT(MemoryInUse(), 80 * kMegabyte);
     });
 }
 
@@ -338,11 +406,11 @@ TEST(DeviceInstalledFonts, MemoryIsBoundedHoweverManyCharactersAreMeasured) {
     fonts.Add("test.ttf", TestFont().Bytes());
     fonts.See([] {
         Measure(L"Test");
-        const std::size_t before = ResourcesInUse().heap;
+        const std::size_t before = MemoryInUse();
         std::wstring all;
         for (int character = 0; character < 0x110000; ++character) all += static_cast<wchar_t>(character);
         EXPECT_GT(Measure(L"Test", all).extent.cx, 0);
-        all = std::wstring();
-        EXPECT_LT(ResourcesInUse().heap, before + (std::size_t{8} << 20));
+        std::wstring().swap(all); // an assignment would leave it its memory
+        EXPECT_LT(MemoryInUse(), before + 8 * kMegabyte);
     });
 }

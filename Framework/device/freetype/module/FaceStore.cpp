@@ -66,20 +66,23 @@ FaceStore& FaceStore::Get() {
 std::shared_ptr<const Typeface> FaceStore::Find(std::wstring_view family, bool isBold, bool isItalic) {
     const Asked asked = {family.substr(0, kLongestName), isBold, isItalic};
     const std::lock_guard lock(m_guard);
-    auto found = m_answers.find(asked);
-    if (found == m_answers.end()) {
-        if (m_answers.size() >= kMostRequests) m_answers.clear();
-        Answer answer = FindAnswer(asked);
-        found =
-            m_answers.emplace(Request{std::wstring(asked.family), isBold, isItalic}, std::move(answer)).first;
+    if (const auto found = m_answers.find(asked); found != m_answers.end()) {
+        const Answer& answer = found->second;
+        if (answer.kept) answer.kept->lastUse = ++m_clock;
+        if (auto typeface = answer.typeface ? answer.typeface : answer.living.lock()) return typeface;
+        m_answers.erase(found);
     }
-    if (Kept* const kept = found->second.kept) kept->lastUse = ++m_clock;
-    return found->second.typeface;
+    if (m_answers.size() >= kMostRequests) m_answers.clear();
+    Answer answer = FindAnswer(asked);
+    auto typeface = answer.typeface;
+    if (typeface->face && !answer.kept) Release(answer);
+    m_answers.emplace(Request{std::wstring(asked.family), isBold, isItalic}, std::move(answer));
+    return typeface;
 }
 
 std::shared_ptr<const OutlineFace> FaceStore::Open(const InstalledFont& font) {
     const std::lock_guard lock(m_guard);
-    return Keep(font).face;
+    return OpenFace(font).face;
 }
 
 FaceStore::Answer FaceStore::FindAnswer(const Asked& asked) {
@@ -90,22 +93,27 @@ FaceStore::Answer FaceStore::FindAnswer(const Asked& asked) {
     typeface->isEmboldened = asked.isBold && font.weight <= kHeaviestRegular;
     typeface->isSlanted = asked.isItalic && !font.isItalic;
     if (font.hasOutlines) {
-        answer.kept = &Keep(font);
-        typeface->face = answer.kept->face;
+        Opened opened = OpenFace(font);
+        typeface->face = std::move(opened.face);
+        answer.kept = opened.kept;
     }
     answer.typeface = std::move(typeface);
     return answer;
 }
 
-FaceStore::Kept& FaceStore::Keep(const InstalledFont& font) {
-    const auto [place, isNew] = m_faces.try_emplace(font.file);
-    Kept& kept = place->second;
+FaceStore::Opened FaceStore::OpenFace(const InstalledFont& font) {
+    if (const auto found = m_faces.find(font.file); found != m_faces.end()) {
+        found->second.lastUse = ++m_clock;
+        return {found->second.face, &found->second};
+    }
+    if (const auto found = m_dropped.find(font.file); found != m_dropped.end())
+        if (auto face = found->second.lock()) return {std::move(face), nullptr};
+    Kept& kept = m_faces[font.file];
     kept.lastUse = ++m_clock;
-    if (!isNew) return kept;
     kept.face = OutlineFace::Open(Read(font.file.path), font.file, std::make_unique<InstalledHelpers>(font));
     if (kept.face) m_bytes += kept.face->Size();
     Drop(kept);
-    return kept;
+    return {kept.face, &kept};
 }
 
 void FaceStore::Drop(const Kept& newest) {
@@ -116,8 +124,19 @@ void FaceStore::Drop(const Kept& newest) {
             });
         const Kept* const dropped = &oldest->second;
         if (dropped == &newest) return;
-        std::erase_if(m_answers, [&](const auto& answer) { return answer.second.kept == dropped; });
-        if (dropped->face) m_bytes -= dropped->face->Size();
+        for (auto& [request, answer] : m_answers)
+            if (answer.kept == dropped) Release(answer);
+        std::erase_if(m_dropped, [](const auto& each) { return each.second.expired(); });
+        if (dropped->face) {
+            m_bytes -= dropped->face->Size();
+            if (dropped->face.use_count() > 1) m_dropped.insert_or_assign(oldest->first, dropped->face);
+        }
         m_faces.erase(oldest);
     }
+}
+
+// What it stands for is there as long as a font has it.
+void FaceStore::Release(Answer& answer) {
+    answer.living = std::exchange(answer.typeface, nullptr);
+    answer.kept = nullptr;
 }

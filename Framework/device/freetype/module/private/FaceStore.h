@@ -15,9 +15,9 @@
 /// The faces that are in use, and those that were. Any thread may call.
 ///
 /// What is kept is bounded: kMostFaces faces of kMostBytes of font files together, and kMostRequests names
-/// that were asked for. Of the faces the one that was asked for longest ago is dropped first, and goes as
-/// soon as the last font of it is deleted; asked for again, it is found and read again. A file above
-/// kMostBytes is not read: its faces count as having no outlines.
+/// that were asked for. Of the faces the one that was asked for longest ago is dropped first. It goes with
+/// the last font of it, and as long as it lives, it is what is found again: no face is in memory twice. A
+/// file above kMostBytes is not read: its faces count as having no outlines.
 class FaceStore {
 public:
     static constexpr std::size_t kMostFaces = 64;
@@ -58,15 +58,22 @@ private:
         bool operator()(const Asked& a, const Asked& b) const;
     };
     struct Answer {
-        std::shared_ptr<const Typeface> typeface;
-        Kept* kept; // null without outlines
+        std::shared_ptr<const Typeface> typeface; // null when the face was dropped
+        std::weak_ptr<const Typeface> living;
+        Kept* kept; // null without outlines, and when the face was dropped
+    };
+    struct Opened {
+        std::shared_ptr<OutlineFace> face;
+        Kept* kept; // null for one that was dropped
     };
 
     Answer FindAnswer(const Asked& asked);
-    Kept& Keep(const InstalledFont& font);
+    Opened OpenFace(const InstalledFont& font);
     void Drop(const Kept& newest);
+    static void Release(Answer& answer);
 
     std::map<FaceFile, Kept> m_faces;
+    std::map<FaceFile, std::weak_ptr<OutlineFace>> m_dropped; // those that fonts still held
     std::unordered_map<Request, Answer, Hash, Equal> m_answers;
     std::size_t m_bytes = 0;
     std::uint64_t m_clock = 0;

@@ -40,7 +40,7 @@ using FacePointer = std::shared_ptr<const OutlineFace>;
 class Helpers final : public HelpingFaces {
 public:
     explicit Helpers(std::vector<std::pair<int, FacePointer>> faces) : m_faces(std::move(faces)) {}
-    FacePointer FaceWith(char32_t character) const override {
+    std::optional<FacePointer> FaceWith(char32_t character) const override {
         for (const auto& [first, face] : m_faces)
             if (character >= char32_t(first) && character < char32_t(first) + 26) return face;
         return nullptr;

@@ -12,6 +12,8 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 #include <memory>
+#include <new>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -107,6 +109,19 @@ void AddLarge(const InstalledFonts& fonts, const std::u16string& family, int meg
 std::size_t MemoryInUse() {
     const auto memory = mallinfo2();
     return memory.uordblks + memory.hblkhd;
+}
+
+void Limit(decltype(RLIMIT_AS) resource, rlim_t most) {
+    rlimit limit = {};
+    EXPECT_EQ(0, getrlimit(resource, &limit));
+    limit.rlim_cur = most;
+    EXPECT_EQ(0, setrlimit(resource, &limit));
+}
+
+// The addresses that are in use, in bytes.
+std::size_t AddressesInUse() {
+    return std::stoull(ReadBytes(std::filesystem::path("/proc/self/statm"))) *
+           static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
 void ExpectNothing(const Measured& measured) {
@@ -337,6 +352,53 @@ TEST(DeviceInstalledFonts, FileThatIsGoneOrShorterSinceItWasFoundHasNoMeasures) 
             ExpectNothing(Measure(L"Test"));
         });
     }
+}
+
+TEST(DeviceInstalledFonts, FileThatCanBeReadAgainIsMeasuredAgain) {
+    const InstalledFonts fonts;
+    TestFont other, helper;
+    other.family = u"Other";
+    helper.family = u"Helper";
+    helper.first = 0x627;
+    helper.advance = 300;
+    fonts.Add("other.ttf", other.Bytes());
+    fonts.Add("test.ttf", TestFont().Bytes());
+    fonts.Add("helper.ttf", helper.Bytes());
+    const auto moved = fonts.Folder().parent_path() / "moved";
+    struct Row {
+        const char* what;
+        std::function<void()> hinder, restore;
+    };
+    for (const Row& row :
+         {Row{"a file that is being replaced", [&] { std::filesystem::rename(fonts.Folder(), moved); },
+              [&] { std::filesystem::rename(moved, fonts.Folder()); }},
+          Row{"too many open files", [] { Limit(RLIMIT_NOFILE, 0); }, [] { Limit(RLIMIT_NOFILE, 200); }}}) {
+        SCOPED_TRACE(row.what);
+        fonts.See([&] {
+            LivingFont font(L"Other"); // now it is known what there is
+            EXPECT_EQ(500, font.Width(L"A"));
+            row.hinder();
+            ExpectNothing(Measure(L"Test"));
+            for (int i = 0; i < 3; ++i) EXPECT_EQ(1000, font.Width(L"A\u0628")); // the sign for missing ones
+            row.restore();
+            EXPECT_EQ(1500, Measure(L"Test").extent.cx);
+            EXPECT_EQ(800, font.Width(L"A\u0628"));
+        });
+    }
+}
+
+TEST(DeviceInstalledFonts, FaceThatThereWasNoMemoryForIsMeasuredWhenThereIs) {
+    if (MemoryInUse() == 0) GTEST_SKIP() << "a sanitizer takes too much memory for a limit";
+    const InstalledFonts fonts;
+    fonts.Add("test.ttf", TestFont().Bytes());
+    AddLarge(fonts, u"Large", 60);
+    fonts.See([&] {
+        EXPECT_EQ(1500, Measure(L"Test").extent.cx);
+        Limit(RLIMIT_AS, AddressesInUse() + 30 * kMegabyte);
+        EXPECT_THROW(Measure(L"Large"), std::bad_alloc);
+        Limit(RLIMIT_AS, RLIM_INFINITY);
+        EXPECT_EQ(1500, Measure(L"Large").extent.cx);
+    });
 }
 
 TEST(DeviceInstalledFonts, FileThatIsCutShortWhileItIsUsedDoesNoHarm) {

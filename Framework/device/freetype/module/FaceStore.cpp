@@ -15,19 +15,19 @@ constexpr std::size_t kLongestName = 255;
 // Of a family that has no bold face what is below counts as regular.
 constexpr int kHeaviestRegular = 550;
 
-// The whole file: a mapped one would end the process if somebody made it shorter.
-std::string Read(const std::string& path) {
+// The whole file: a mapped one would end the process if somebody made it shorter. Nothing when it could not
+// be read just now, no bytes when it is too large.
+std::optional<std::string> Read(const std::string& path) {
     FILES::Reader file(FromUtf8(path));
+    if (!file.IsOpen()) return std::nullopt;
     std::string bytes;
-    if (!file.IsOpen() || file.Size() > FaceStore::kMostBytes) return bytes;
+    if (file.Size() > FaceStore::kMostBytes) return bytes;
     bytes.resize(static_cast<std::size_t>(file.Size()));
-    std::size_t filled = 0;
-    while (filled < bytes.size()) {
+    for (std::size_t filled = 0; filled < bytes.size();) {
         const std::size_t count = file.Read(bytes.data() + filled, bytes.size() - filled);
-        if (count == 0) break;
+        if (count == 0) return std::nullopt;
         filled += count;
     }
-    bytes.resize(filled);
     return bytes;
 }
 
@@ -35,7 +35,7 @@ class InstalledHelpers final : public HelpingFaces {
 public:
     explicit InstalledHelpers(InstalledFont font) : m_font(std::move(font)) {}
 
-    std::shared_ptr<const OutlineFace> FaceWith(char32_t character) const override {
+    std::optional<std::shared_ptr<const OutlineFace>> FaceWith(char32_t character) const override {
         std::call_once(m_asked, [&] { m_fallbacks = std::make_unique<InstalledFallbacks>(m_font); });
         InstalledFont font;
         return m_fallbacks->Find(character, font) ? FaceStore::Get().Open(font) : nullptr;
@@ -72,48 +72,52 @@ std::shared_ptr<const Typeface> FaceStore::Find(std::wstring_view family, bool i
         if (auto typeface = answer.typeface ? answer.typeface : answer.living.lock()) return typeface;
         m_answers.erase(found);
     }
-    if (m_answers.size() >= kMostRequests) m_answers.clear();
-    Answer answer = FindAnswer(asked);
-    auto typeface = answer.typeface;
-    if (typeface->face && !answer.kept) Release(answer);
-    m_answers.emplace(Request{std::wstring(asked.family), isBold, isItalic}, std::move(answer));
-    return typeface;
+    return Ask(asked);
 }
 
-std::shared_ptr<const OutlineFace> FaceStore::Open(const InstalledFont& font) {
+std::optional<std::shared_ptr<const OutlineFace>> FaceStore::Open(const InstalledFont& font) {
     const std::lock_guard lock(m_guard);
-    return OpenFace(font).face;
+    const std::optional<Opened> opened = OpenFace(font);
+    if (!opened) return std::nullopt;
+    return opened->face;
 }
 
-FaceStore::Answer FaceStore::FindAnswer(const Asked& asked) {
+// What could not be found or read just now is not kept as the answer.
+std::shared_ptr<const Typeface> FaceStore::Ask(const Asked& asked) {
     const InstalledFont font = FindInstalled(asked.family, asked.isBold, asked.isItalic);
-    Answer answer = {};
     auto typeface = std::make_shared<Typeface>();
     typeface->family = font.family;
     typeface->isEmboldened = asked.isBold && font.weight <= kHeaviestRegular;
     typeface->isSlanted = asked.isItalic && !font.isItalic;
+    if (font.file.path.empty()) return typeface;
+    Answer answer = {typeface, {}, nullptr};
     if (font.hasOutlines) {
-        Opened opened = OpenFace(font);
-        typeface->face = std::move(opened.face);
-        answer.kept = opened.kept;
+        const std::optional<Opened> opened = OpenFace(font);
+        if (!opened) return typeface;
+        typeface->face = opened->face;
+        answer.kept = opened->kept;
+        if (!answer.kept) Release(answer);
     }
-    answer.typeface = std::move(typeface);
-    return answer;
+    if (m_answers.size() >= kMostRequests) m_answers.clear();
+    m_answers.emplace(Request{std::wstring(asked.family), asked.isBold, asked.isItalic}, std::move(answer));
+    return typeface;
 }
 
-FaceStore::Opened FaceStore::OpenFace(const InstalledFont& font) {
+std::optional<FaceStore::Opened> FaceStore::OpenFace(const InstalledFont& font) {
     if (const auto found = m_faces.find(font.file); found != m_faces.end()) {
         found->second.lastUse = ++m_clock;
-        return {found->second.face, &found->second};
+        return Opened{found->second.face, &found->second};
     }
     if (const auto found = m_dropped.find(font.file); found != m_dropped.end())
-        if (auto face = found->second.lock()) return {std::move(face), nullptr};
+        if (auto face = found->second.lock()) return Opened{std::move(face), nullptr};
+    std::optional<std::string> bytes = Read(font.file.path);
+    if (!bytes) return std::nullopt;
+    auto face = OutlineFace::Open(*std::move(bytes), font.file, std::make_unique<InstalledHelpers>(font));
     Kept& kept = m_faces[font.file];
-    kept.lastUse = ++m_clock;
-    kept.face = OutlineFace::Open(Read(font.file.path), font.file, std::make_unique<InstalledHelpers>(font));
-    if (kept.face) m_bytes += kept.face->Size();
+    kept = {face, ++m_clock};
+    if (face) m_bytes += face->Size();
     Drop(kept);
-    return {kept.face, &kept};
+    return Opened{std::move(face), &kept};
 }
 
 void FaceStore::Drop(const Kept& newest) {

@@ -153,8 +153,10 @@ float OutlineFace::OwnAdvance(char32_t character) const {
 // Two threads may ask for the same at once; they get the same. The other face is asked for what it knows
 // itself, so that two that send each other do not go round.
 float OutlineFace::HelpedAdvance(char32_t character) const {
+    const auto found = m_helpers->FaceWith(character);
+    if (!found) return m_missing;
     float advance = m_missing;
-    if (const auto helper = m_helpers->FaceWith(character)) {
+    if (const auto& helper = *found) {
         const float theirs = helper->PageOf(character)[character & 0xFF].load(std::memory_order_relaxed);
         if (theirs >= 0)
             advance = theirs * static_cast<float>(m_metrics.otmEMSquare) /
@@ -171,8 +173,9 @@ std::shared_ptr<const OutlineFace> OutlineFace::HelperFor(char32_t character) co
     const float state = known.load(std::memory_order_relaxed);
     if (state == kNowhere) return nullptr;
     auto helper = m_helpers->FaceWith(character);
-    if (!helper && state == kNeedsShaping) known.store(kNowhere, std::memory_order_relaxed);
-    return helper;
+    if (!helper) return nullptr;
+    if (!*helper && state == kNeedsShaping) known.store(kNowhere, std::memory_order_relaxed);
+    return *std::move(helper);
 }
 
 // Measures a piece of a text by `face`. What that lacks comes from another, with what goes with it: a letter

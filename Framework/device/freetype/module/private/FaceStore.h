@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -30,12 +31,13 @@ public:
     /// What is found for a family and style. Never null.
     std::shared_ptr<const Typeface> Find(std::wstring_view family, bool isBold, bool isItalic);
 
-    /// Null for what cannot be read or has no outlines.
-    std::shared_ptr<const OutlineFace> Open(const InstalledFont& font);
+    /// Null for a file that is damaged, too large or without outlines. No value when it could not be read, as
+    /// it may be the next time.
+    std::optional<std::shared_ptr<const OutlineFace>> Open(const InstalledFont& font);
 
 private:
     struct Kept {
-        std::shared_ptr<OutlineFace> face; // null for what cannot be read
+        std::shared_ptr<OutlineFace> face; // null for a file that has no outlines
         std::uint64_t lastUse = 0;
     };
     struct Asked {
@@ -67,8 +69,8 @@ private:
         Kept* kept; // null for one that was dropped
     };
 
-    Answer FindAnswer(const Asked& asked);
-    Opened OpenFace(const InstalledFont& font);
+    std::shared_ptr<const Typeface> Ask(const Asked& asked);
+    std::optional<Opened> OpenFace(const InstalledFont& font);
     void Drop(const Kept& newest);
     static void Release(Answer& answer);
 

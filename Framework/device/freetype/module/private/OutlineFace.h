@@ -9,6 +9,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 class OutlineFace;
@@ -21,8 +22,9 @@ public:
     HelpingFaces(const HelpingFaces&) = delete;
     HelpingFaces& operator=(const HelpingFaces&) = delete;
 
-    /// Null when none has the character.
-    virtual std::shared_ptr<const OutlineFace> FaceWith(char32_t character) const = 0;
+    /// Null when none has the character. No value when the file of the one that has it could not be read, as
+    /// it may be the next time.
+    virtual std::optional<std::shared_ptr<const OutlineFace>> FaceWith(char32_t character) const = 0;
 };
 
 /// A face of a font file that is kept in memory, with the advances that were asked for once. These are in

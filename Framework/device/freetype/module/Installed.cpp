@@ -63,17 +63,17 @@ Pattern Wanted(const std::string& family, int weight, bool isItalic) {
     return wanted;
 }
 
+std::string WithoutBlanks(std::string name) {
+    std::erase(name, ' ');
+    return name;
+}
+
 // The family's name as the font spells it; empty for a font of another family.
 std::string OwnName(FcPattern* font, const std::string& family) {
+    const std::string wanted = WithoutBlanks(family);
     FcChar8* name = nullptr;
-    for (int n = 0; FcPatternGetString(font, FC_FAMILY, n, &name) == FcResultMatch; ++n) {
-        const Pattern own(FcPatternCreate(), &FcPatternDestroy);
-        const auto isBlank = [](char c) { return c == ' '; };
-        std::string a = Text(name), b = family;
-        std::erase_if(a, isBlank);
-        std::erase_if(b, isBlank);
-        if (FcStrCmpIgnoreCase(Bytes(a), Bytes(b)) == 0) return Text(name);
-    }
+    for (int n = 0; FcPatternGetString(font, FC_FAMILY, n, &name) == FcResultMatch; ++n)
+        if (FcStrCmpIgnoreCase(Bytes(WithoutBlanks(Text(name))), Bytes(wanted)) == 0) return Text(name);
     return {};
 }
 
@@ -130,8 +130,8 @@ InstalledFont FindInstalled(std::wstring_view family, bool isBold, bool isItalic
         const std::lock_guard lock(guard);
         if (Match(ToUtf8(family), isBold, isItalic, found)) return found;
     }
-    const std::wstring_view cut = TrimmedW(family.substr(0, LF_FACESIZE - 1), L" ");
     if (family.size() < LF_FACESIZE - 1) return found;
+    const std::wstring_view cut = TrimmedW(family.substr(0, LF_FACESIZE - 1), L" ");
     const std::vector<ListedFont> fonts = ListInstalled();
     const auto begins = std::find_if(fonts.begin(), fonts.end(), [&](const ListedFont& font) {
         return icompareW(std::wstring_view(font.family).substr(0, LF_FACESIZE - 1), cut);

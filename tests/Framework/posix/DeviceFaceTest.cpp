@@ -24,7 +24,7 @@ bool IsUsed(const std::string& bytes, int index = 0, const std::string& variatio
               metrics.otmTextMetrics.tmAscent + metrics.otmTextMetrics.tmDescent);
     for (const wchar_t* const text : {L"ABC xyz \n\u00E9\u03A9\u6D77\U0001F6A2", L"e\u0301\u200D\u20DD",
                                       L"\u0644\u0627 \u0938\u094D\u0924\u0947 \u0E01\u0E33"})
-        EXPECT_TRUE(std::isfinite(face->Advance(text).units));
+        EXPECT_TRUE(std::isfinite(face->Advance(text).units) && face->Advance(text).units >= 0);
     return true;
 }
 
@@ -132,6 +132,19 @@ TEST(DeviceFace, TextThatGoesFromFaceToFaceTakesNoMoreTimeThanItIsLong) {
     EXPECT_EQ(300 + 200 + 300, face->Advance(text.substr(0, 6)).units);
     EXPECT_GT(face->Advance(text).units, 200'000 * 200);
     EXPECT_LT(face->Advance(text).units, 200'000 * kOwn);
+}
+
+TEST(DeviceFace, TextIsNotNarrowerThanNothingWhateverTheFontSays) {
+    for (const int difference : {200, -200, -32768}) {
+        TestFont font;
+        font.first = 0x627;
+        font.shapedDifference = difference;
+        const auto face = OutlineFace::Open(font.Bytes(), {});
+        ASSERT_NE(nullptr, face);
+        EXPECT_EQ(std::max(kOwn + difference, 0), face->Advance(L"\u0628").units);
+        EXPECT_EQ(std::max(2 * (kOwn + difference), 0), face->Advance(L"\u0628\u0627").units);
+        EXPECT_EQ(std::max(2 * kOwn + difference, 0), face->Advance(L"!\u0628").units);
+    }
 }
 
 TEST(DeviceFace, WholeFileIsAFace) {

@@ -17,6 +17,7 @@ struct TestFont {
     int winAscent = 800, winDescent = 200;
     int typoAscent = 700, typoDescent = -150;
     int ascent = 750, descent = -250, lineGap = 90; ///< of the horizontal header
+    int shapedDifference = 0;                       ///< added to each advance where text is shaped
     int boldAdvance = 0; ///< with a value, the font is a variable one, this wide at its bold end
 
     std::string Bytes() const {
@@ -53,6 +54,7 @@ struct TestFont {
                              U16(first) + U16(first + 25) + U16(typoAscent) + U16(typoDescent) + U16(0) +
                              U16(winAscent) + U16(winDescent) + U32(1) + U32(0) + U16(500) + U16(700) +
                              U16(0) + U16(32) + U16(1);
+        if (shapedDifference != 0) tables["GPOS"] = Positioning();
         if (boldAdvance != 0) AddVariations(tables, glyphs);
         return Assembled(tables, 0);
     }
@@ -85,6 +87,19 @@ private:
         };
         return U16(0) + U16(3) + U16(6 + 3 * 12) + record(1, family16.size(), 0) +
                record(2, style.size(), family16.size()) + record(4, family16.size(), 0) + family16 + style;
+    }
+
+    // For any script, under a feature that is always on: one lookup, which adjusts all glyphs.
+    std::string Positioning() const {
+        const std::string scripts =
+            U16(1) + "DFLT" + U16(8) + U16(4) + U16(0) + U16(0) + U16(0xFFFF) + U16(1) + U16(0);
+        const std::string features = U16(1) + "mark" + U16(8) + U16(0) + U16(1) + U16(0);
+        const std::string lookups = U16(1) + U16(4) + U16(1) + U16(0) + U16(1) + U16(8) + U16(1) + U16(8) +
+                                    U16(4) + U16(shapedDifference) + U16(2) + U16(1) + U16(1) + U16(26) +
+                                    U16(0);
+        const auto begin = static_cast<int>(10 + scripts.size());
+        return U32(0x00010000) + U16(10) + U16(begin) + U16(begin + static_cast<int>(features.size())) +
+               scripts + features + lookups;
     }
 
     void AddVariations(std::map<std::string, std::string>& tables, int glyphs) const {

@@ -112,6 +112,7 @@ TextAdvance OutlineFace::Advance(std::wstring_view text) const {
         AddShaped(run, 0, run.size(), *this, kMostHelpers, sum);
         previous = kNone;
     }
+    sum.units = std::max(sum.units, 0.0); // a font may move back in what is shaped
     return sum;
 }
 

@@ -14,7 +14,7 @@
 
 /// What a text takes on its line.
 struct TextAdvance {
-    double units = 0; ///< font units
+    double units = 0; ///< font units, not negative
     std::size_t characters =
         0; ///< those that take room, which get a pixel more each when they are emboldened
 };

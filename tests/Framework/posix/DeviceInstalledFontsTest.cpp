@@ -463,6 +463,31 @@ TEST(DeviceInstalledFonts, MemoryIsBoundedHoweverManyFacesAndNamesAreMeasured) {
     });
 }
 
+// The leak sanitizer cannot be asked, since it is told to let what fontconfig allocates pass.
+TEST(DeviceInstalledFonts, WhatWasAskedForOnceTakesNoMemoryAfterwards) {
+    const InstalledFonts fonts;
+    fonts.Add("bits.bdf", BitmapFont("Bits"));
+    for (int i = 0; i < 70; ++i) { // more than are kept
+        TestFont font;
+        font.family = Numbered(i);
+        fonts.Add("test" + std::to_string(i) + ".ttf", font.Bytes());
+    }
+    fonts.See([] {
+        int name = 0;
+        const auto ask = [&] {
+            for (int i = 0; i < 2000; ++i) Measure(L"Missing " + std::to_wstring(++name));
+            for (int i = 0; i < 1000; ++i) Measure(std::wstring(40, L'x') + std::to_wstring(++name));
+            for (std::size_t i = 0; i < 1000; ++i) // each spelled in another way
+                Measure(std::wstring(i % 32, L' ') + L"B" + std::wstring(i / 32, L' ') + L"its");
+            for (int i = 0; i < 500; ++i) Measure(Name(i % 70), L"\u6D77\u0628"); // looked for in the others
+        };
+        ask();
+        const std::size_t before = MemoryInUse();
+        ask();
+        EXPECT_LT(MemoryInUse(), before + kMegabyte / 10); // below 25 bytes for each
+    });
+}
+
 TEST(DeviceInstalledFonts, MemoryIsBoundedHoweverManyCharactersAreMeasured) {
     const InstalledFonts fonts;
     fonts.Add("test.ttf", TestFont().Bytes());

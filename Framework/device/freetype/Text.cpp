@@ -10,8 +10,6 @@
 
 namespace {
 
-// A weight above this is looked for among the bold faces.
-constexpr int kHeaviestRegular = 550;
 // The cell of a font whose height was left to the system, in pixels.
 constexpr double kDefaultHeight = 16;
 

@@ -12,9 +12,6 @@ namespace {
 // No installed family has a longer name.
 constexpr std::size_t kLongestName = 255;
 
-// Of a family that has no bold face what is below counts as regular.
-constexpr int kHeaviestRegular = 550;
-
 // The whole file: a mapped one would end the process if somebody made it shorter. Nothing when it could not
 // be read just now, no bytes when it is too large.
 std::optional<std::string> Read(const std::string& path) {

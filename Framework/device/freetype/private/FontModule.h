@@ -12,6 +12,9 @@
 // the first font, since these libraries would otherwise cost each program of the suite a millisecond of its
 // start.
 
+/// A weight above this asks for a bold face, and is one.
+inline constexpr int kHeaviestRegular = 550;
+
 /// What a text takes on its line.
 struct TextAdvance {
     double units = 0; ///< font units, not negative

@@ -4,6 +4,7 @@
 #include "VelmBase/WideString.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <utility>
 
@@ -33,15 +34,29 @@ public:
     explicit InstalledHelpers(InstalledFont font) : m_font(std::move(font)) {}
 
     std::optional<std::shared_ptr<const OutlineFace>> FaceWith(char32_t character) const override {
-        std::call_once(m_asked, [&] { m_fallbacks = std::make_unique<InstalledFallbacks>(m_font); });
+        const std::lock_guard lock(m_guard);
+        Known& known = m_known[character % m_known.size()];
+        if (known.character == character)
+            if (auto face = known.face.lock()) return face;
+        if (!m_fallbacks) m_fallbacks = std::make_unique<InstalledFallbacks>(m_font);
         InstalledFont font;
-        return m_fallbacks->Find(character, font) ? FaceStore::Get().Open(font) : nullptr;
+        if (!m_fallbacks->Find(character, font)) return nullptr;
+        auto face = FaceStore::Get().Open(font);
+        if (face && *face) known = {character, *face};
+        return face;
     }
 
 private:
+    // Letters that are shaped have no width to remember, and come again and again.
+    struct Known {
+        char32_t character = 0;
+        std::weak_ptr<const OutlineFace> face;
+    };
+
     InstalledFont m_font;
-    mutable std::once_flag m_asked; // most texts need none
-    mutable std::unique_ptr<const InstalledFallbacks> m_fallbacks;
+    mutable std::unique_ptr<const InstalledFallbacks> m_fallbacks; // most texts need none
+    mutable std::array<Known, 64> m_known;                         // room for an alphabet
+    mutable std::mutex m_guard;
 };
 
 } // namespace

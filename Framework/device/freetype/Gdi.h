@@ -16,10 +16,12 @@
 //
 // The last 64 faces are kept, with at most 64 MB of font files, and of each the widths that were asked for:
 // some KB, 4.3 MB if it was asked for every character of Unicode. A face that was displaced stays in memory
-// until its last font is deleted, so the faces of all fonts that exist come on top of the 64 MB; fonts of the
-// same face share one. A file above 64 MB, one that is damaged, and a program without the module
-// FrameworkFonts have no outlines to measure; nor has a file that cannot be read, which is tried again for
-// the next font, or the next character of another face's text.
+// until its last font is deleted, so the faces of all fonts that exist come on top of the 64 MB. Fonts of the
+// same face share one, the faces of a collection have the whole file each.
+//
+// A file above 64 MB, one that is damaged, and a program without the module FrameworkFonts have no outlines
+// to measure; nor has a file that cannot be read, which is tried again for the next font, or the next
+// character of another face's text.
 
 using BOOL = int;
 using BYTE = std::uint8_t;

@@ -54,8 +54,9 @@ private:
     std::optional<QGuiApplication> m_application;
 };
 
-// The one thread that uses Qt, for one caller at a time, which stays until the process ends. What Qt keeps for a thread is deleted when
-// that ends; a worker that ends while the process does would have that race with the end of Qt itself.
+// The one thread that uses Qt, for one caller at a time, which stays until the process ends. What Qt keeps
+// for a thread is deleted when that ends; a worker that ends while the process does would have that race with
+// the end of Qt itself.
 class DrawingThread {
 public:
     // Null when the system has no thread left.

@@ -120,11 +120,16 @@ private:
     int m_cell = 0;
 };
 
+// One-line forms and settings files can hold any number.
+Angle RotationOf(const TextInfo& info) {
+    return std::isfinite(info.Rotation().Get()) ? info.Rotation() : Angle();
+}
+
 } // namespace
 
 TextRectComp::Rectangle TextRectComp::operator()(const TextInfo& info, const wchar_t* text) {
     const Vector extents = GetTextExtents(info, text, false);
-    Rectangle rectangle({}, extents.X(), extents.Y(), info.Rotation());
+    Rectangle rectangle({}, extents.X(), extents.Y(), RotationOf(info));
     const Anchor anchor = AnchorOf(info.Justification());
     const Vector along = rectangle.Corner(1);
     const Vector up = rectangle.Corner(3);
@@ -160,9 +165,9 @@ TextRectComp::operator()(const DepthLabelInfo& info, double value) {
     // The whole part last, whose text is kept.
     const Vector small = GetTextExtents(style, text.decimals.c_str(), !isInLine);
     const Vector large = GetTextExtents(style, text.whole.c_str(), false);
-    Rectangle whole({}, large.X(), large.Y(), info.Rotation());
+    Rectangle whole({}, large.X(), large.Y(), RotationOf(info));
     Rectangle decimals;
-    if (!text.decimals.empty()) decimals = Rectangle({}, small.X(), small.Y(), info.Rotation());
+    if (!text.decimals.empty()) decimals = Rectangle({}, small.X(), small.Y(), RotationOf(info));
     OffsetLabels(style, whole, decimals);
     return {{whole, std::move(text.whole)}, {decimals, std::move(text.decimals)}};
 }
@@ -258,7 +263,8 @@ void TextRectComp::OffsetLabels(const DepthLabelInfo& info, Rectangle& whole, Re
         y = low + anchor.up * (high - low);
     }
 
-    const double sine = info.Rotation().Sin(), cosine = info.Rotation().Cos();
+    const Angle rotation = RotationOf(info);
+    const double sine = rotation.Sin(), cosine = rotation.Cos();
     const auto move = [&](Rectangle& rectangle, double along, double up) {
         Move(rectangle, {along * cosine + up * sine, up * cosine - along * sine});
     };

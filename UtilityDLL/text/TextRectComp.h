@@ -17,7 +17,8 @@
 /// Text is measured with the fonts of the display, each style's at the height that TextHeightFactComp finds
 /// for it. A style that cannot be measured has a rectangle of no size at the origin: its font has no
 /// outlines, its factor is not above 0, its size is 0, NaN or so large that the font's height in thousandths
-/// does not fit into an int, or there is no display (Windows). A negative size counts as a positive one.
+/// does not fit into an int, or there is no display (Windows). A negative size counts as a positive one, a
+/// rotation that is NaN or infinite as none.
 ///
 /// A plain value. One thread at a time may measure, whatever the object (TextHeightFactComp).
 class UTILITYDLL_API TextRectComp {

@@ -157,6 +157,26 @@ TEST(TextRectComp, ForgetsNothingForAnEmptyText) {
     EXPECT_EQ(height, measure.GetTextHeight());
 }
 
+TEST(TextRectComp, TakesARotationThatIsNoNumberForNone) {
+    TextRectComp measure;
+    for (const double rotation :
+         {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+          std::numeric_limits<double>::quiet_NaN()}) {
+        TextInfo style = Style(20, TextInfo::TOP_RIGHT);
+        const TextRectComp::Rectangle upright = measure(style, L"abc");
+        style.SetRotation(rotation);
+        const TextRectComp::Rectangle rectangle = measure(style, L"abc");
+        DepthLabelInfo label(style);
+        label.SetPresentation(DepthLabelInfo::LOWERED_DECIMALS);
+        const auto [whole, decimals] = measure(label, 12.34);
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(upright.Corner(i), rectangle.Corner(i));
+            EXPECT_TRUE(std::isfinite(whole.first.Corner(i).X()) &&
+                        std::isfinite(decimals.first.Corner(i).Y()));
+        }
+    }
+}
+
 TEST(TextRectComp, HasNoSizeForAStyleThatCannotBeMeasured) {
     for (const float size :
          {0.0f, -0.0f, std::nanf(""), std::numeric_limits<float>::infinity(), 1e10f, 3e38f}) {

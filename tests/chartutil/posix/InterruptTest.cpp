@@ -2,6 +2,7 @@
 // file stays, and whoever started the program sees that it was interrupted. The moment is made certain by
 // what the program waits for, never by time.
 
+#include "tests/chartutil/posix/KeepOutputAtCtrlC.h"
 #include "tests/support/Program.h"
 
 #include <csignal>
@@ -155,7 +156,10 @@ struct TypedCtrlC {
         const std::string program = ChartutilPath();
         int terminal = -1;
         const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
-        if (child == 0) BecomeChartutil(arguments, program);
+        if (child == 0) {
+            KeepOutputAtCtrlC();
+            BecomeChartutil(arguments, program);
+        }
         char bytes[4096];
         bool wasTyped = false;
         for (ssize_t got; (got = read(terminal, bytes, sizeof bytes)) > 0;) {

@@ -1,5 +1,6 @@
 // Ctrl-C while a text is measured that takes many seconds.
 
+#include "tests/chartutil/posix/KeepOutputAtCtrlC.h"
 #include "tests/support/Program.h"
 
 #include <csignal>
@@ -26,6 +27,7 @@ struct TypedCtrlC {
         int terminal = -1;
         const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
         if (child == 0) {
+            KeepOutputAtCtrlC();
             std::signal(SIGINT, SIG_DFL);
             dup2(open(input.c_str(), O_RDONLY | O_CLOEXEC), STDIN_FILENO);
             execv(program.c_str(), words.data());

@@ -2,14 +2,13 @@
 // file stays, and whoever started the program sees that it was interrupted. The moment is made certain by
 // what the program waits for, never by time.
 
-#include "tests/chartutil/posix/KeepOutputAtCtrlC.h"
+#include "tests/chartutil/posix/TypedCtrlC.h"
 #include "tests/support/Program.h"
 
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <gmock/gmock.h>
-#include <pty.h>
 #include <sched.h>
 #include <sys/poll.h>
 #include <sys/wait.h>
@@ -22,21 +21,6 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 
 namespace {
-
-// Becomes chartutil, with signals as a shell starts a program.
-[[noreturn]] void BecomeChartutil(const std::vector<std::string>& arguments, const std::string& program,
-                                  bool ignoresInterrupt = false) {
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) std::signal(number, SIG_DFL);
-    if (ignoresInterrupt) std::signal(SIGINT, SIG_IGN);
-    sigset_t none;
-    sigemptyset(&none);
-    sigprocmask(SIG_SETMASK, &none, nullptr);
-    std::vector<char*> words = {const_cast<char*>(program.c_str())};
-    for (const std::string& word : arguments) words.push_back(const_cast<char*>(word.c_str()));
-    words.push_back(nullptr);
-    execv(program.c_str(), words.data());
-    _exit(127);
-}
 
 void CloseOnce(int& descriptor) {
     if (descriptor != -1) close(descriptor);
@@ -145,34 +129,6 @@ private:
     int m_input = -1;
     Pipe m_output, m_error;
     int m_status = 0;
-};
-
-// chartutil on a terminal of its own until it shows `until`; then somebody types Ctrl-C.
-struct TypedCtrlC {
-    std::string shown;
-    int signal = 0;
-
-    TypedCtrlC(const std::vector<std::string>& arguments, std::string_view until) {
-        const std::string program = ChartutilPath();
-        int terminal = -1;
-        const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
-        if (child == 0) {
-            KeepOutputAtCtrlC();
-            BecomeChartutil(arguments, program);
-        }
-        char bytes[4096];
-        bool wasTyped = false;
-        for (ssize_t got; (got = read(terminal, bytes, sizeof bytes)) > 0;) {
-            shown.append(bytes, static_cast<std::size_t>(got));
-            if (wasTyped || shown.find(until) == std::string::npos) continue;
-            wasTyped = true;
-            EXPECT_EQ(1, write(terminal, "\x03", 1));
-        }
-        close(terminal);
-        int status = 0;
-        waitpid(child, &status, 0);
-        signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-    }
 };
 
 // Sparse, and minutes of work.

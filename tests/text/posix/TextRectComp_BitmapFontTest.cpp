@@ -2,8 +2,8 @@
 
 #include "Framework/device/DC.h"
 #include "UtilityDLL/text/TextHeightFactComp.h"
-#include "UtilityDLL/text/TextRectComp.h"
 #include "tests/Framework/posix/DeviceTestFont.h"
+#include "tests/text/posix/NothingMeasured.h"
 #include "tests/text/posix/OnlyFont.h"
 
 #include <gtest/gtest.h>
@@ -29,14 +29,6 @@ TEST(TextRectComp_BitmapFont, HasTheFactorZeroAndRectanglesWithoutSize) {
         style.SetFont(face);
         EXPECT_EQ(0.0f, TextHeightFactComp::Get()(style));
         EXPECT_EQ(0u, TextHeightFactComp::Get().GetMetrics(style).otmSize);
-        for (const bool isMultiLine : {false, true}) {
-            style.SetMultiLine(isMultiLine);
-            TextRectComp measure;
-            const TextRectComp::Rectangle rectangle = measure(style, L"A");
-            EXPECT_EQ(0.0, rectangle.Width());
-            EXPECT_EQ(0.0, rectangle.Height());
-            EXPECT_EQ(0, measure.GetNumberOfSubStrings());
-            EXPECT_EQ(0.0, measure.GetTextHeight());
-        }
+        ExpectNothingMeasured(style);
     }
 }

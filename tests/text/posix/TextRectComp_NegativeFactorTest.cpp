@@ -1,8 +1,8 @@
 // A font that says its descent is higher than its cell, as a damaged or a made one can.
 
 #include "UtilityDLL/text/TextHeightFactComp.h"
-#include "UtilityDLL/text/TextRectComp.h"
 #include "tests/Framework/posix/DeviceTestFont.h"
+#include "tests/text/posix/NothingMeasured.h"
 #include "tests/text/posix/OnlyFont.h"
 
 #include <gtest/gtest.h>
@@ -17,13 +17,6 @@ TEST(TextRectComp_NegativeFactor, GivesNoSizeAndNoLines) {
         style.SetSize(size);
         EXPECT_FLOAT_EQ(-2.0f, TextHeightFactComp::Get()(style)) << size;
         EXPECT_GT(TextHeightFactComp::Get().GetMetrics(style).otmTextMetrics.tmHeight, 0) << size;
-        for (const bool isMultiLine : {false, true}) {
-            style.SetMultiLine(isMultiLine);
-            TextRectComp measure;
-            const TextRectComp::Rectangle rectangle = measure(style, L"ABC");
-            EXPECT_EQ(0.0, rectangle.Width());
-            EXPECT_EQ(0.0, rectangle.Height());
-            EXPECT_EQ(0, measure.GetNumberOfSubStrings());
-        }
+        ExpectNothingMeasured(style);
     }
 }

@@ -426,6 +426,8 @@ TEST(DeviceInstalledFonts, FaceOfALivingFontIsNotReadAgainHoweverManyOthersWere)
         }
         fonts.Remove();
         for (int i = 0; i < 4; ++i) EXPECT_EQ(6000, LivingFont(Name(i), 4000).Width(L"XYZ"));
+        // Asked for in another way, by what is the same file.
+        for (int i = 0; i < 4; ++i) EXPECT_LT(1500, Measure(Name(i), L"ABC", 1000, FW_BOLD).extent.cx);
         living.clear();
         EXPECT_LT(MemoryInUse(), (64 + 5) * kMegabyte);
     });

@@ -43,6 +43,23 @@ CGdiObject* CDC::SelectGdiObject(HDC dc, HGDIOBJ object) {
 
 CGdiObject* CDC::SelectStockObject(int index) { return SelectGdiObject(m_hDC, ::GetStockObject(index)); }
 
+bool CDC::FillRect(const RECT& rectangle, const CBrush& brush) {
+    return ::FillRect(m_hDC, &rectangle, static_cast<HBRUSH>(brush.m_hObject)) != 0;
+}
+
+bool CDC::FrameRect(const RECT& rectangle, const CBrush& brush) {
+    return ::FrameRect(m_hDC, &rectangle, static_cast<HBRUSH>(brush.m_hObject)) != 0;
+}
+
+COLORREF CDC::SetTextColor(COLORREF color) { return ::SetTextColor(m_hDC, color); }
+
+COLORREF CDC::SetBkColor(COLORREF color) { return ::SetBkColor(m_hDC, color); }
+
+bool CDC::TextOutW(int x, int y, const std::wstring& text) {
+    const auto length = static_cast<int>(std::min<std::size_t>(text.size(), INT_MAX));
+    return ::TextOutW(m_hDC, x, y, text.c_str(), length) != 0;
+}
+
 UINT CDC::GetOutlineTextMetricsW(UINT size, OUTLINETEXTMETRICW* metrics) const {
     return ::GetOutlineTextMetricsW(m_hDC, size, metrics);
 }

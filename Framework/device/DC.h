@@ -4,6 +4,7 @@
 #include "Framework/device/GdiObject.h"
 
 #include <string>
+#include <utility>
 
 /// A display context: what text is measured on, and how its logical units stand to the device's pixels. It
 /// owns its handle, and is used by the thread that made it.
@@ -41,6 +42,18 @@ public:
 
     /// The same for an object that the system has ready (SYSTEM_FONT).
     CGdiObject* SelectStockObject(int index);
+
+    // Drawing, on the context of a request to draw. False on failure.
+
+    bool FillRect(const RECT& rectangle, const CBrush& brush);
+    bool FrameRect(const RECT& rectangle, const CBrush& brush); ///< its outermost pixels
+    COLORREF SetTextColor(COLORREF color);                      ///< both return the one before
+    COLORREF SetBkColor(COLORREF color);
+    bool TextOutW(int x, int y, const std::wstring& text); ///< from its top left corner on
+
+    /// The context of others, until Detach().
+    void Attach(HDC dc) { m_hDC = dc; }
+    HDC Detach() { return std::exchange(m_hDC, nullptr); }
 
     /// The measures of the selected font. Returns the bytes that were written, 0 for a font without outlines.
     UINT GetOutlineTextMetricsW(UINT size, OUTLINETEXTMETRICW* metrics) const;

@@ -84,3 +84,9 @@ bool CFont::CreateFontW(int height, int width, int escapement, int orientation, 
                               charSet, outPrecision, clipPrecision, quality, pitchAndFamily, face);
     return m_hObject != nullptr;
 }
+
+bool CBrush::CreateSolidBrush(COLORREF color) {
+    if (m_hObject) return false;
+    m_hObject = ::CreateSolidBrush(color);
+    return m_hObject != nullptr;
+}

@@ -34,3 +34,13 @@ public:
                      BYTE underline, BYTE strikeOut, BYTE charSet, BYTE outPrecision, BYTE clipPrecision,
                      BYTE quality, BYTE pitchAndFamily, const wchar_t* face);
 };
+
+/// What areas are filled with: one colour.
+class FRAMEWORK_API CBrush : public CGdiObject {
+public:
+    CBrush() = default;
+    explicit CBrush(COLORREF color) { CreateSolidBrush(color); }
+
+    /// False, and nothing changes, when there is a brush already or the system has no memory.
+    bool CreateSolidBrush(COLORREF color);
+};

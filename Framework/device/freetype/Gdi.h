@@ -29,11 +29,13 @@ using LONG = std::int32_t;
 using UINT = unsigned int;
 using DWORD = unsigned long;
 using LPARAM = std::intptr_t;
+using COLORREF = std::uint32_t; ///< red in the lowest byte, then green and blue
 
 /// Numbers, not addresses: one that stands for nothing, or no more, is refused.
 using HGDIOBJ = void*;
 using HDC = struct HDC__*;
 using HFONT = struct HFONT__*;
+using HBRUSH = struct HBRUSH__*;
 
 struct SIZE {
     LONG cx;
@@ -225,6 +227,9 @@ FRAMEWORK_API HFONT CreateFontW(int height, int width, int escapement, int orien
                                 DWORD italic, DWORD underline, DWORD strikeOut, DWORD charSet,
                                 DWORD outPrecision, DWORD clipPrecision, DWORD quality, DWORD pitchAndFamily,
                                 const wchar_t* face);
+/// One colour. Null when there are a million objects.
+FRAMEWORK_API HBRUSH CreateSolidBrush(COLORREF color);
+
 /// Null for what is none. The fonts among them have no outlines.
 FRAMEWORK_API HGDIOBJ GetStockObject(int index);
 
@@ -237,6 +242,21 @@ FRAMEWORK_API BOOL DeleteObject(HGDIOBJ object);
 
 /// The object of its kind that was selected before; null when one of the two is none.
 FRAMEWORK_API HGDIOBJ SelectObject(HDC dc, HGDIOBJ object);
+
+// Drawing, in pixels, on a context that a window gives for a request to draw; on others all of it fails.
+// Stock objects draw nothing.
+
+/// Fills the rectangle, without its right and bottom edge, or its outermost pixels. 0 on failure.
+FRAMEWORK_API int FillRect(HDC dc, const RECT* rectangle, HBRUSH brush);
+FRAMEWORK_API int FrameRect(HDC dc, const RECT* rectangle, HBRUSH brush);
+
+/// The colours of text, which is black on white at first. Both return the one before, CLR_INVALID on failure.
+FRAMEWORK_API COLORREF SetTextColor(HDC dc, COLORREF color);
+FRAMEWORK_API COLORREF SetBkColor(HDC dc, COLORREF color);
+inline constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
+
+/// A line of text in the window's font, from its top left corner on.
+FRAMEWORK_API BOOL TextOutW(HDC dc, int x, int y, const wchar_t* text, int length);
 
 /// The bytes that were written; with a null pointer, those that there are. 0 for a font without outlines.
 FRAMEWORK_API UINT GetOutlineTextMetricsW(HDC dc, UINT size, OUTLINETEXTMETRICW* metrics);

@@ -122,9 +122,15 @@ UINT GetOutlineTextMetricsW(HDC dc, UINT size, OUTLINETEXTMETRICW* metrics) {
 BOOL GetTextExtentPoint32W(HDC dc, const wchar_t* text, int length, SIZE* extent) {
     PixelSize pixel = {};
     const std::shared_ptr<const Font> font = SelectedFont(dc, pixel);
-    if (!font || !font->typeface->face || length < 0 || (!text && length > 0) || !extent) return 0;
+    if (!font || length < 0 || (!text && length > 0) || !extent) return 0;
+    const PaintTarget* const target = TargetOf(dc);
+    if (!font->typeface->face && !target) return 0;
     *extent = {};
     if (length == 0) return 1;
+    if (!font->typeface->face) {
+        *extent = target->Extent({text, static_cast<std::size_t>(length)});
+        return 1;
+    }
     const Face& face = *font->typeface->face;
     const Scale scale(*font, face.Metrics(), pixel);
     const TextAdvance advance = face.Advance({text, static_cast<std::size_t>(length)});

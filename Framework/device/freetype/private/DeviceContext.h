@@ -2,6 +2,7 @@
 
 #include "Framework/device/freetype/private/FontModule.h"
 #include "Framework/device/freetype/private/HandleTable.h"
+#include "Framework/device/private/PaintTarget.h"
 
 #include <cstddef>
 #include <memory>
@@ -23,6 +24,7 @@ struct DeviceObject {
     bool isDeleted = false; ///< it goes with the last of its selections
     std::size_t selections = 0;
     std::shared_ptr<const Font> font; ///< null but for fonts
+    COLORREF color = 0;               ///< of a brush
 };
 
 /// What stands behind a HDC.
@@ -32,6 +34,9 @@ struct DeviceContext {
     SIZE viewportExtent{1, 1};
     HGDIOBJ selected[static_cast<int>(ObjectKind::COUNT)] = {};
     std::shared_ptr<const Font> font; ///< the selected one
+    PaintTarget* target = nullptr;    ///< null for a context that only measures
+    COLORREF textColor = 0;
+    COLORREF backgroundColor = 0xFFFFFF;
 };
 
 /// The stock object of a handle; null for another handle. These objects stay as they are.
@@ -48,6 +53,9 @@ struct PixelSize {
     double y;
 };
 PixelSize SizeOfPixel(const DeviceContext& context);
+
+/// Where the context draws; null for one that only measures, and for what is no context.
+PaintTarget* TargetOf(HDC dc);
 
 /// The font that is selected, with the size of the pixel. Null for what is no context.
 std::shared_ptr<const Font> SelectedFont(HDC dc, PixelSize& pixel);

@@ -197,9 +197,12 @@ bool IsDecimal(std::wstring_view text) { return IsNumber(text, true); }
 std::wstring FromInteger(long long value) { return IntegerText(value); }
 std::wstring FromInteger(unsigned long long value) { return IntegerText(value); }
 
-std::wstring FromFixed(double value) {
-    char text[std::numeric_limits<double>::max_exponent10 + 16];
-    return Widened(text, std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 6).ptr);
+std::wstring FromFixed(double value, int decimals) {
+    constexpr int kMost = 15;
+    char text[std::numeric_limits<double>::max_exponent10 + kMost + 8];
+    const int digits = std::clamp(decimals, 0, kMost);
+    return Widened(text,
+                   std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, digits).ptr);
 }
 
 std::wstring FromGeneral(double value, int precision) {

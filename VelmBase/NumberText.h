@@ -35,9 +35,9 @@ VELMBASE_API bool IsDecimal(std::wstring_view text);
 VELMBASE_API std::wstring FromInteger(long long value);
 VELMBASE_API std::wstring FromInteger(unsigned long long value);
 
-/// Exactly six digits after the point, as a stream with `std::fixed` writes it; "inf" and "nan" with their
-/// sign.
-VELMBASE_API std::wstring FromFixed(double value);
+/// Exactly that many digits after the point (0 to 15), as a stream with `std::fixed` writes it; "inf" and
+/// "nan" with their sign.
+VELMBASE_API std::wstring FromFixed(double value, int decimals = 6);
 
 /// General notation with `precision` significant digits (0 counts as 1), as a stream with default flags
 /// writes it.

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "Framework/Export.h"
-#include "Framework/windows/Messages.h"
+#include "Framework/Values.h"
+#include "Framework/windows/MessageMap.h"
 #include "VelmBase/ErrorString.h"
 
+#include <functional>
 #include <memory>
 
 // A host may have included the header of Windows, or will: a macro there turns this name into one of the two
@@ -13,6 +15,9 @@
 
 class CWnd;
 class MessageQueue;
+class NativeWindow;
+class NativeWindowOwner;
+struct tagDRAWITEMSTRUCT;
 
 /// Where messages for a window are left. It outlives the window, so that a thread which knows no more of the
 /// window than this can never touch one that is gone.
@@ -69,6 +74,23 @@ public:
     /// with the window it was placed in, or with the QApplication.
     void* NativeHandle() const;
 
+    // The following do nothing, and give what is empty or false, while there is no window.
+
+    /// The caption of a dialog or button, the content of an edit field. In captions "&" is before the letter
+    /// by which the keyboard reaches the control, and "&&" is an ampersand.
+    CString GetWindowTextW() const;
+    void SetWindowTextW(const CString& text);
+
+    /// Whether the user can use it.
+    bool IsWindowEnabled() const;
+    void EnableWindow(bool enable = true);
+
+    /// Gives it the keyboard.
+    void SetFocus();
+
+    /// Has it drawn anew, soon.
+    void Invalidate();
+
     /// As MessageTarget::Post(); for threads that know that this object is there.
     bool PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     bool PostMessageW(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -82,6 +104,11 @@ public:
     /// a window or not.
     const std::shared_ptr<MessageTarget>& Target() const { return m_target; }
 
+    /// What the class does about what controls tell. A class with entries overrides it, and adds its own
+    /// GetThisMessageMap().
+    virtual const AFX_MSGMAP* GetMessageMap() const { return GetThisMessageMap(); }
+    static const AFX_MSGMAP* GetThisMessageMap();
+
 protected:
     /// Called for each message that was posted, in the thread of the user interface. On Windows also for
     /// those from 1024 (WM_USER) to 49151 that somebody posts or sends to the HWND itself. Returns 0 here,
@@ -91,8 +118,32 @@ protected:
     /// handled, the answer is 0, and the next message comes.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
+    /// Calls the first handler of the message map for that. False when there is none.
+    bool OnCmdMsg(UINT message, UINT code, UINT id);
+
+    /// Has a backend make the window that this stands for from now on.
+    using Make = std::function<ErrorString(NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window)>;
+    ErrorString CreateBy(const Make& make);
+
+    /// Null when there is none.
+    NativeWindow* Window() const;
+
 private:
     struct Native;
+    friend class CControl; // tells its parent
+    friend class CDialog;  // makes its controls
+    friend class CFileDialog;
+    friend class CColorDialog;
+
+    /// Hands over what it stood for, and has no window then.
+    std::unique_ptr<NativeWindow> Release();
+
+    /// What the user did to it.
+    virtual void OnTold(UINT code);
+
+    /// It is to draw itself.
+    virtual void OnDraw(tagDRAWITEMSTRUCT& item);
+
     std::shared_ptr<MessageTarget> m_target;
     std::unique_ptr<Native> m_native; // null when there is no window
 };

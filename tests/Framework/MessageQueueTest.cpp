@@ -12,11 +12,9 @@
 namespace {
 
 /// A window that counts how often it was woken.
-class CountingWindow final : public NativeWindow {
+class CountingWindow final : public Wakeable {
 public:
     bool isRefusing = false;
-
-    void* Handle() const override { return nullptr; }
 
     bool Wake() override {
         const std::lock_guard lock(m_guard);

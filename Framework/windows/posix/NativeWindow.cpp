@@ -1,6 +1,7 @@
 #include "Framework/windows/private/NativeWindow.h"
 
 #include "Framework/system/posix/LoadModule.h"
+#include "Framework/windows/private/NativeControls.h"
 #include "Framework/windows/private/WindowModule.h"
 #include "VelmBase/WideString.h"
 
@@ -33,17 +34,29 @@ const WindowModule* LoadWindowModule(std::string& whyNot) {
     return nullptr;
 }
 
-} // namespace
-
-ErrorString MakeNativeWindow(NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window) {
+// Null when it cannot be used.
+const WindowModule* Module(ErrorString& whyNot) {
     static std::mutex guard;
     static const WindowModule* module =
         nullptr; // a failure is not kept: a package may be installed meanwhile
-    {
-        const std::lock_guard lock(guard);
-        std::string whyNot;
-        if (!module) module = LoadWindowModule(whyNot);
-        if (!module) return L"Windows cannot be made: this program " + FromUtf8(whyNot);
-    }
-    return module->makeWindow(owner, window);
+    const std::lock_guard lock(guard);
+    std::string reason;
+    if (!module) module = LoadWindowModule(reason);
+    if (!module) whyNot = L"Windows cannot be made: this program " + FromUtf8(reason);
+    return module;
+}
+
+} // namespace
+
+ErrorString MakeNativeWindow(NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window) {
+    ErrorString whyNot;
+    const WindowModule* const module = Module(whyNot);
+    return module ? module->makeWindow(owner, window) : whyNot;
+}
+
+ErrorString OpenToolkit(NativeToolkit*& toolkit) {
+    ErrorString whyNot;
+    if (const WindowModule* const module = Module(whyNot))
+        toolkit = &module->toolkit({&OpenPaintTarget, &DeleteDC});
+    return whyNot;
 }

@@ -18,7 +18,7 @@ public:
     };
 
     /// From here on messages are taken in, and `window` is woken for them.
-    void Open(NativeWindow& window) {
+    void Open(Wakeable& window) {
         const std::lock_guard lock(m_guard);
         m_window = &window;
     }
@@ -57,5 +57,5 @@ public:
 private:
     std::mutex m_guard;
     std::deque<Message> m_waiting;
-    NativeWindow* m_window = nullptr; // null while closed
+    Wakeable* m_window = nullptr; // null while closed
 };

@@ -29,7 +29,20 @@ public:
         DestroyWindow(handle);
     }
 
+    // It works for the window that it was made for, from the beginning to the end.
+    void SetOwner(NativeWindowOwner&) override {}
     void* Handle() const override { return m_handle; }
+
+    std::wstring Text() const override {
+        std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(m_handle)), L' ');
+        text.resize(GetWindowTextW(m_handle, text.data(), static_cast<int>(text.size()) + 1));
+        return text;
+    }
+    void SetText(const std::wstring& text) override { SetWindowTextW(m_handle, text.c_str()); }
+    bool IsEnabled() const override { return IsWindowEnabled(m_handle) != 0; }
+    void Enable(bool enable) override { EnableWindow(m_handle, enable); }
+    void Focus() override { ::SetFocus(m_handle); }
+    void Invalidate() override { InvalidateRect(m_handle, nullptr, TRUE); }
 
     bool Wake() override {
         if (PostMessageW(m_handle, WakeMessage(), 0, 0)) return true;

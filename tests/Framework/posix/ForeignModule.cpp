@@ -3,4 +3,4 @@
 #include "Framework/windows/private/WindowModule.h"
 
 extern "C" __attribute__((visibility("default"))) const WindowModule FrameworkWindowsModule;
-const WindowModule FrameworkWindowsModule = {"4.9.0.1", nullptr};
+const WindowModule FrameworkWindowsModule = {"4.9.0.1", nullptr, nullptr};

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "Framework/device/DC.h"
+#include "Framework/windows/Wnd.h"
+
+/// A display context of what is inside a window's frame, for measuring.
+class FRAMEWORK_API CClientDC : public CDC {
+public:
+    explicit CClientDC(CWnd* window);
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Framework/windows/Wnd.h"
+
+class NativeToolkit;
+
+/// A part of a dialog, or one that a host places into its own window.
+///
+/// What the user does to it is told to itself first, by the entries of WM_REFLECTED_COMMAND in its message
+/// map, and, unless one of these is for it, to its parent by those of WM_COMMAND.
+class FRAMEWORK_API CControl : public CWnd {
+public:
+    UINT GetDlgCtrlID() const { return m_id; }   ///< its number among the parent's
+    CWnd* GetParent() const { return m_parent; } ///< null without one
+
+protected:
+    /// Has the backend make the control, unless it is there already.
+    using MakeControl =
+        std::function<ErrorString(NativeToolkit& toolkit, NativeWindowOwner& owner, NativeWindow* parent,
+                                  std::unique_ptr<NativeWindow>& control)>;
+    ErrorString CreateOn(CWnd* parent, UINT id, const MakeControl& make);
+
+private:
+    friend class CDialog;
+    void OnTold(UINT code) override;
+
+    CWnd* m_parent = nullptr;
+    UINT m_id = 0;
+};

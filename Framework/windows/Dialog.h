@@ -1,0 +1,101 @@
+#pragma once
+
+#include "Framework/windows/Control.h"
+#include "Framework/windows/DialogItem.h"
+
+#include <memory>
+
+class CDialog;
+class NativeDialog;
+
+/// One run through a dialog's controls, in one of two directions.
+class FRAMEWORK_API CDataExchange {
+public:
+    CDataExchange(CDialog& dialog, bool save) : m_pDlgWnd(&dialog), m_bSaveAndValidate(save) {}
+
+    /// Says at the edit field what is wrong with its text and gives it the keyboard. Only the first of a run
+    /// does; values of others are left alone from then on.
+    void Fail(UINT id, const CString& message);
+    bool HasFailed() const { return m_hasFailed; }
+
+    CDialog* const m_pDlgWnd;
+    const bool m_bSaveAndValidate; ///< from the controls into the data
+
+private:
+    bool m_hasFailed = false;
+};
+
+/// A modal dialog: the user can use no other window of the program until it is closed.
+///
+/// Enter presses the default button, Escape and the window's own button for closing press the one of
+/// IDCANCEL.
+///
+/// On Linux it needs the module utilitydll/FrameworkWindows.so and a display, or the platform "offscreen".
+/// Where there is no QApplication, one is made for the time of the dialog.
+class FRAMEWORK_API CDialog : public CWnd {
+public:
+    /// `content` is a COLUMN. Without a parent it stands for itself.
+    CDialog(CString caption, DialogItem content, CWnd* parent = nullptr);
+    ~CDialog() override;
+
+    /// Shows the dialog until it is closed. Returns what EndDialog() was given, IDOK or IDCANCEL; -1 when it
+    /// could not be shown, and `whyNot` then says what is missing and what to do. Dialogs may open dialogs.
+    int DoModal(ErrorString* whyNot = nullptr);
+
+    /// Closes it, when the handler that called has returned.
+    void EndDialog(int result);
+
+    /// The control of that number while the dialog is shown: the class's own after DDX_Control, and otherwise
+    /// one that belongs to the dialog. Null for one that there is not.
+    CControl* GetDlgItem(UINT id) const;
+
+    /// Has DoDataExchange() read the controls into the class's data (`save`), or put the data into the
+    /// controls. False when a control has what is no value; the user was told, and the control has the
+    /// keyboard.
+    bool UpdateData(bool save = true);
+
+    const AFX_MSGMAP* GetMessageMap() const override { return GetThisMessageMap(); }
+    static const AFX_MSGMAP* GetThisMessageMap();
+
+    /// Shows a message over the dialog until the user closes it: MB_OK or MB_YESNO, with MB_ICONQUESTION or
+    /// MB_ICONERROR. Returns IDOK, IDYES or IDNO; IDNO also when a question is closed otherwise.
+    int MessageBoxW(const CString& text, const CString& caption, UINT type);
+
+    /// As DDX_Control(), which calls it.
+    void Attach(UINT id, CControl& control);
+
+protected:
+    /// Called before the dialog is shown, when its controls are there. The base calls UpdateData(false). A
+    /// control that is given the keyboard has it when the dialog is shown; the first one otherwise.
+    virtual void OnInitDialog();
+
+    /// The base reads the controls and closes the dialog; it stays when one of them has what is no value.
+    virtual void OnOK();
+    virtual void OnCancel();
+
+    /// DDX_... for each control. The base has none.
+    virtual void DoDataExchange(CDataExchange* exchange);
+
+private:
+    void OnTold(UINT code) override;
+
+    ErrorString Make(NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window, NativeDialog*& dialog);
+
+    struct Shown;
+    const CString m_caption;
+    const DialogItem m_content;
+    CWnd* const m_parent;
+    std::unique_ptr<Shown> m_shown; // null while it is not
+};
+
+/// Has `control` stand for the dialog's control of that number while the dialog is shown. It must be of its
+/// kind.
+FRAMEWORK_API void DDX_Control(CDataExchange* exchange, UINT id, CControl& control);
+
+/// An edit field with any text.
+FRAMEWORK_API void DDX_Text(CDataExchange* exchange, UINT id, CString& value);
+
+FRAMEWORK_API void DDX_Check(CDataExchange* exchange, UINT id, bool& value);
+
+/// The selected position of a drop-down list.
+FRAMEWORK_API void DDX_CBIndex(CDataExchange* exchange, UINT id, int& value);

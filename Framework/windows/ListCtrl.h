@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Framework/windows/Control.h"
+#include "Framework/windows/ImageList.h"
+
+#include <vector>
+
+class NativeListView;
+
+/// A list of rows with columns, of which any number can be selected. Rows and columns count from 0; those
+/// that there are not have empty texts and cannot be changed. Tells LVN_ITEMCHANGED when the selection
+/// changes, and NM_DBLCLK for a double click on a row.
+class FRAMEWORK_API CListCtrl : public CControl {
+public:
+    /// `width` in pixels.
+    void InsertColumn(int column, const CString& heading, int width);
+
+    /// Copies the pictures that rows show from now on.
+    void SetImageList(const CImageList& images);
+
+    /// Inserts before the row of that number, at the end for one beyond. A picture of -1 is none.
+    void InsertItem(int row, const CString& text, int image = -1);
+    void SetItemText(int row, int column, const CString& text);
+    CString GetItemText(int row, int column) const;
+    int GetItemImage(int row) const;
+    int GetItemCount() const;
+    void DeleteItem(int row);
+    void DeleteAllItems();
+
+    /// Between false and true, nothing is drawn and nobody is told: filling a long list takes no longer than
+    /// it must.
+    void SetRedraw(bool redraw);
+
+    /// The selected rows, ascending.
+    std::vector<int> GetSelectedItems() const;
+
+    /// Selects this row and no other, gives it the keyboard's mark, and makes it visible. With -1 none is
+    /// selected.
+    void SelectOnly(int row);
+
+private:
+    NativeListView* List() const; // null without a window
+};

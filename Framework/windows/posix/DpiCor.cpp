@@ -1,0 +1,3 @@
+#include "Framework/windows/DpiCor.h"
+
+int DpiCor(int length) { return length; }

@@ -1,0 +1,203 @@
+#include "Framework/windows/qt/private/Dialog.h"
+
+#include "Framework/windows/qt/private/Application.h"
+#include "Framework/windows/qt/private/Controls.h"
+#include "Framework/windows/qt/private/ListView.h"
+#include "Framework/windows/qt/private/QtWindow.h"
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <map>
+
+namespace {
+
+using Controls = std::map<unsigned, std::unique_ptr<NativeWindow>>;
+
+// Names a field, and stands for it under the mouse as it does for the keyboard.
+class FieldLabel final : public QLabel {
+public:
+    FieldLabel(const QString& text, QWidget& field, QWidget* parent) : QLabel(text, parent) {
+        setBuddy(&field);
+    }
+
+protected:
+    void mousePressEvent(QMouseEvent*) override {
+        if (!buddy()->isEnabled()) return;
+        buddy()->setFocus(Qt::MouseFocusReason);
+        if (auto* const box = qobject_cast<QCheckBox*>(buddy())) box->click();
+    }
+};
+
+// Makes what stands in a dialog.
+class Builder {
+public:
+    Builder(QWidget& dialog, Controls& controls) : m_dialog(dialog), m_controls(controls) {}
+
+    void Fill(QBoxLayout& layout, const std::vector<DialogItem>& items) {
+        for (const DialogItem& item : items) {
+            switch (item.kind) {
+            case DialogItem::COLUMN:
+            case DialogItem::ROW: {
+                auto* const inner = item.kind == DialogItem::COLUMN
+                                        ? static_cast<QBoxLayout*>(new QVBoxLayout)
+                                        : new QHBoxLayout;
+                layout.addLayout(inner, HasList(item) ? 1 : 0);
+                Fill(*inner, item.items);
+                break;
+            }
+            case DialogItem::FORM:
+                layout.addLayout(Form(item.items));
+                break;
+            case DialogItem::GROUP: {
+                auto* const group = new QGroupBox(TextOf(item), &m_dialog);
+                layout.addWidget(group);
+                Fill(*new QVBoxLayout(group), item.items);
+                break;
+            }
+            case DialogItem::SPACE:
+                layout.addStretch(1);
+                break;
+            default:
+                layout.addWidget(Make(item), HasList(item) ? 1 : 0);
+            }
+        }
+    }
+
+private:
+    static QString TextOf(const DialogItem& item) { return QString::fromStdWString(item.text); }
+
+    // What holds a list takes what room is left.
+    static bool HasList(const DialogItem& item) {
+        return item.kind == DialogItem::LIST_VIEW || std::ranges::any_of(item.items, &HasList);
+    }
+
+    QLayout* Form(const std::vector<DialogItem>& items) {
+        auto* const form = new QFormLayout;
+        form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+        for (std::size_t i = 0; i + 1 < items.size(); i += 2) {
+            QWidget* const field = Make(items[i + 1]);
+            form->addRow(new FieldLabel(TextOf(items[i]), *field, &m_dialog), field);
+        }
+        return form;
+    }
+
+    QWidget* Make(const DialogItem& item) {
+        QWidget* const widget = MakeControl(item);
+        widget->setDisabled(item.isDisabled);
+        return widget;
+    }
+
+    QWidget* MakeControl(const DialogItem& item) {
+        std::unique_ptr<NativeWindow>& native = m_controls[item.id];
+        switch (item.kind) {
+        case DialogItem::EDIT: {
+            auto* const edit = new QLineEdit(&m_dialog);
+            native = std::make_unique<QtEdit>(edit);
+            return edit;
+        }
+        case DialogItem::SPIN_EDIT: {
+            auto* const edit = new SpinEdit(&m_dialog);
+            native = std::make_unique<QtEdit>(edit->Edit());
+            m_controls[item.id + 1] = std::make_unique<QtSpin>(edit);
+            return edit;
+        }
+        case DialogItem::CHECK_BOX: {
+            auto* const box = new QCheckBox(TextOf(item), &m_dialog);
+            native = std::make_unique<QtButton>(box, nullptr, true);
+            return box;
+        }
+        case DialogItem::DROP_DOWN_LIST: {
+            auto* const box = new QComboBox(&m_dialog);
+            native = std::make_unique<QtComboBox>(box, nullptr, false, true);
+            return box;
+        }
+        case DialogItem::LIST_VIEW: {
+            auto* const view = new QTreeView(&m_dialog);
+            view->setAccessibleName(TextOf(item));
+            native = std::make_unique<QtListView>(view);
+            return view;
+        }
+        default: {
+            auto* const button = new QPushButton(TextOf(item), &m_dialog);
+            button->setAutoDefault(false);
+            button->setDefault(item.kind == DialogItem::DEFAULT_BUTTON);
+            native = std::make_unique<QtButton>(button, nullptr, true);
+            return button;
+        }
+        }
+    }
+
+    QWidget& m_dialog;
+    Controls& m_controls;
+};
+
+class DialogWidget final : public QDialog {
+public:
+    explicit DialogWidget(QWidget* parent) : QDialog(parent) {}
+    void SetLink(WidgetLink& link) { m_link = &link; }
+
+    // Escape, and closing the window.
+    void reject() override {
+        if (m_link) m_link->Tell(IDCANCEL);
+    }
+
+private:
+    QPointer<WidgetLink> m_link;
+};
+
+// Before the widget, for the application has to go behind it.
+struct ApplicationOfDialog {
+    std::unique_ptr<ApplicationForDialog> application;
+};
+
+class QtDialog final : private ApplicationOfDialog, public QtWindow<NativeDialog, DialogWidget> {
+public:
+    QtDialog(std::unique_ptr<ApplicationForDialog> made, NativeWindowOwner& owner, QWidget* parent)
+        : ApplicationOfDialog{std::move(made)}, QtWindow(new DialogWidget(parent), &owner) {
+        Get()->SetLink(Link());
+    }
+
+    void Fill(const DialogItem& content) {
+        auto* const layout = new QVBoxLayout(Get());
+        Builder(*Get(), m_controls).Fill(*layout, content.items);
+    }
+
+    std::unique_ptr<NativeWindow> Take(unsigned id) override {
+        const auto found = m_controls.find(id);
+        return found == m_controls.end() ? nullptr : std::move(found->second);
+    }
+
+    int Run() override {
+        if (Get() && !m_hasEnded) Get()->exec();
+        return m_result;
+    }
+
+    void End(int result) override {
+        m_hasEnded = true;
+        m_result = result;
+        if (Get()) Get()->done(result);
+    }
+
+private:
+    Controls m_controls; // those that nobody has taken
+    bool m_hasEnded = false;
+    int m_result = IDCANCEL; // also when others close it
+};
+
+} // namespace
+
+ErrorString MakeQtDialog(NativeWindowOwner& owner, const std::wstring& caption, const DialogItem& content,
+                         NativeWindow* parent, std::unique_ptr<NativeDialog>& dialog) {
+    auto application = std::make_unique<ApplicationForDialog>();
+    if (!application->IsThere()) return application->IsThere();
+    auto* const over = parent ? static_cast<QWidget*>(parent->Handle()) : nullptr;
+    auto made = std::make_unique<QtDialog>(std::move(application), owner, over);
+    made->SetText(caption);
+    made->Fill(content);
+    dialog = std::move(made);
+    return {};
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Framework/windows/private/NativeControls.h"
+#include "Framework/windows/qt/private/QtWindow.h"
+
+#include <QAbstractTableModel>
+#include <QIcon>
+#include <QTreeView>
+
+/// The rows of a list.
+class RowModel final : public QAbstractTableModel {
+public:
+    struct Row {
+        std::vector<QString> texts;
+        int image = -1;
+    };
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    void InsertColumn(int column, const QString& heading);
+    void SetImages(const CImageList& images, qreal devicePixelRatio);
+    void Insert(int row, const QString& text, int image);
+    void SetText(int row, int column, const QString& text);
+    void Remove(int row);
+    void RemoveAll();
+    const std::vector<Row>& Rows() const { return m_rows; }
+
+    /// Between false and true the views are told nothing, and then that all is new.
+    void SetTelling(bool isTelling);
+
+private:
+    std::vector<QString> m_headings;
+    std::vector<Row> m_rows;
+    std::vector<QIcon> m_icons;
+    bool m_isTelling = true;
+};
+
+class QtListView final : public QtWindow<NativeListView, QTreeView> {
+public:
+    explicit QtListView(QTreeView* view);
+
+    void InsertColumn(int column, const std::wstring& heading, int width) override;
+    void SetImages(const CImageList& images) override;
+    void InsertRow(int row, const std::wstring& text, int image) override;
+    void SetText(int row, int column, const std::wstring& text) override;
+    std::wstring TextAt(int row, int column) const override;
+    int ImageAt(int row) const override;
+    int Count() const override;
+    void Remove(int row) override;
+    void RemoveAll() override;
+    void SetRedraw(bool redraw) override;
+    std::vector<int> Selected() const override;
+    void SelectOnly(int row) override;
+
+private:
+    RowModel* const m_model; // the view's
+};

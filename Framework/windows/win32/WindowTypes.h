@@ -1,0 +1,6 @@
+#pragma once
+
+#include "Framework/device/Gdi.h"
+
+#include <commctrl.h>
+#include <commdlg.h>

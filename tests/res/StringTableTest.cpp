@@ -3,6 +3,7 @@
 #include "tests/support/Language.h"
 
 #include <gtest/gtest.h>
+#include <string>
 
 namespace {
 
@@ -58,8 +59,11 @@ TEST(StringTable, HoldsTheTextsLetterForLetter) {
         {9143, L"Highest level:"},
         {9144, L"Interval:"},
     };
-    for (const Row& row : kRows)
-        EXPECT_STREQ(row.text, LoadText(static_cast<TextId>(row.number))) << row.number;
+    for (const Row& row : kRows) {
+        std::wstring text = LoadText(static_cast<TextId>(row.number));
+        std::erase(text, L'&'); // before the letters for the keyboard
+        EXPECT_EQ(row.text, text) << row.number;
+    }
     EXPECT_EQ(std::size(kRows), BuiltInTexts().size());
 }
 

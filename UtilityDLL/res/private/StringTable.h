@@ -40,6 +40,12 @@ enum class TextId : std::uint32_t {
     CONTOURS_LINE_TYPES = 9121,
     CONTOURS_COLOR_TABLE_FILES = 9122,
     CONTOURS_DEFINITION_FILES = 9123,
+    CONTOURS_YES = 9124,
+    CONTOURS_NO = 9125,
+    CONTOURS_NOT_READ = 9126,
+    CONTOURS_OVERWRITE = 9127,
+    CONTOURS_NOT_SAVED = 9128,
+    CONTOURS_NONE_TO_SAVE = 9129,
 
     CONTOUR_CAPTION = 9130,
     CONTOUR_LEVEL = 9131,
@@ -55,6 +61,13 @@ enum class TextId : std::uint32_t {
     GENERATE_LOWEST = 9142,
     GENERATE_HIGHEST = 9143,
     GENERATE_INTERVAL = 9144,
+
+    NUMBER_MISSING = 9150,
+    NUMBER_WITH_COMMA = 9151,
+    NUMBER_WRONG = 9152,
+    NUMBER_NEGATIVE = 9153,
+    NUMBER_TOO_LARGE = 9154,
+    NUMBER_TOO_SMALL = 9155,
 };
 
 /// A text of the library's own: what is shown where a language file has nothing for it.

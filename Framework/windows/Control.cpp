@@ -9,15 +9,15 @@ ErrorString CControl::CreateOn(CWnd* parent, UINT id, const MakeControl& make) {
         return opened ? make(*toolkit, owner, parent ? parent->Window() : nullptr, control) : opened;
     });
     if (!made) return made;
-    m_parent = parent;
+    m_parent = parent ? parent->Target() : nullptr;
     m_id = id;
     return made;
 }
 
 void CControl::OnTold(UINT code) {
-    CWnd* const parent =
-        m_parent; // the control's own handler may delete it, and then says that it did something
+    // The control's own handler may delete it.
+    const std::shared_ptr<MessageTarget> target = m_parent;
     const UINT id = m_id;
-    if (OnCmdMsg(WM_REFLECTED_COMMAND, code, 0) || !parent) return;
-    parent->OnCmdMsg(WM_COMMAND, code, id);
+    if (OnCmdMsg(WM_REFLECTED_COMMAND, code, 0)) return;
+    if (CWnd* const parent = Of(target)) parent->OnCmdMsg(WM_COMMAND, code, id);
 }

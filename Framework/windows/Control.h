@@ -10,8 +10,8 @@ class NativeToolkit;
 /// map, and, unless one of these is for it, to its parent by those of WM_COMMAND.
 class FRAMEWORK_API CControl : public CWnd {
 public:
-    UINT GetDlgCtrlID() const { return m_id; }   ///< its number among the parent's
-    CWnd* GetParent() const { return m_parent; } ///< null without one
+    UINT GetDlgCtrlID() const { return m_id; }       ///< its number among the parent's
+    CWnd* GetParent() const { return Of(m_parent); } ///< null without one, and when it is gone
 
 protected:
     /// Has the backend make the control, unless it is there already.
@@ -24,6 +24,6 @@ private:
     friend class CDialog;
     void OnTold(UINT code) override;
 
-    CWnd* m_parent = nullptr;
+    std::shared_ptr<MessageTarget> m_parent;
     UINT m_id = 0;
 };

@@ -47,16 +47,23 @@ void ForEachControl(const DialogItem& item, const auto& call) {
 
 // While it is shown.
 struct CDialog::Shown {
-    NativeDialog& dialog;
     std::map<UINT, std::unique_ptr<CControl>> own;
-    std::map<UINT, CControl*> controls; // own ones, and those that members of the class stand for
+    std::map<UINT, std::shared_ptr<MessageTarget>>
+        controls; // own ones, and the class's that stand for theirs
+};
 
-    explicit Shown(NativeDialog& native) : dialog(native) {}
-    ~Shown() {
-        for (const auto& [id, control] : controls) control->DestroyWindow();
+// Closes the dialog, whichever way a run ends, unless a handler has deleted it.
+struct CDialog::Closing {
+    CDialog& dialog;
+    const std::weak_ptr<Shown> shown;
+
+    ~Closing() {
+        if (shown.expired()) return;
+        for (const auto& [id, native] : shown.lock()->controls)
+            if (CControl* const control = dialog.GetDlgItem(id)) control->DestroyWindow();
+        dialog.m_shown.reset();
+        dialog.DestroyWindow();
     }
-    Shown(const Shown&) = delete;
-    Shown& operator=(const Shown&) = delete;
 };
 
 CDialog::CDialog(CString caption, DialogItem content, CWnd* parent)
@@ -65,67 +72,82 @@ CDialog::CDialog(CString caption, DialogItem content, CWnd* parent)
 CDialog::~CDialog() = default;
 
 int CDialog::DoModal(ErrorString* whyNot) {
-    NativeDialog* dialog = nullptr;
-    ErrorString made = m_shown
-                           ? ErrorString(L"The dialog is shown already")
-                           : CreateBy([&](NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window) {
-                                 return Make(owner, window, dialog);
-                             });
+    ErrorString made = L"The dialog is shown already";
+    if (!m_shown) {
+        DestroyWindow(); // of Create(), which made no dialog
+        made = CreateBy([this](NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window) {
+            return Make(owner, window);
+        });
+    }
     if (!made) {
         if (whyNot) *whyNot = std::move(made);
         return -1;
     }
-    m_shown = std::make_unique<Shown>(*dialog);
-    ForEachControl(m_content, [&](UINT id, std::unique_ptr<CControl> control) {
+    m_shown = std::make_shared<Shown>();
+    const Closing closing = {*this, m_shown};
+    ForEachControl(m_content, [this](UINT id, std::unique_ptr<CControl> control) {
         Attach(id, *control);
         m_shown->own[id] = std::move(control);
     });
     OnInitDialog();
-    const int result = dialog->Run();
-    m_shown.reset();
-    DestroyWindow();
-    return result;
+    NativeDialog* const dialog = closing.shown.expired() ? nullptr : Dialog();
+    return dialog ? dialog->Run() : IDCANCEL;
 }
 
-ErrorString CDialog::Make(NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window,
-                          NativeDialog*& dialog) {
+ErrorString CDialog::Make(NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window) {
     NativeToolkit* toolkit = nullptr;
     if (ErrorString opened = OpenToolkit(toolkit); !opened) return opened;
-    std::unique_ptr<NativeDialog> native;
+    std::unique_ptr<NativeDialog> dialog;
     ErrorString made = toolkit->MakeDialog(owner, m_caption.String(), m_content,
-                                           m_parent ? m_parent->Window() : nullptr, native);
-    dialog = native.get();
-    window = std::move(native);
+                                           m_parent ? m_parent->Window() : nullptr, dialog);
+    window = std::move(dialog);
     return made;
 }
 
+NativeDialog* CDialog::Dialog() const { return dynamic_cast<NativeDialog*>(Window()); }
+
 void CDialog::EndDialog(int result) {
-    if (m_shown) m_shown->dialog.End(result);
+    if (NativeDialog* const dialog = Dialog()) dialog->End(result);
 }
 
 void CDialog::Attach(UINT id, CControl& control) {
-    if (!m_shown) return;
-    const auto before = m_shown->controls.find(id);
-    if (before != m_shown->controls.end() && before->second == &control) return;
-    // The dialog's own hands over what it stood for.
-    std::unique_ptr<NativeWindow> native =
-        before == m_shown->controls.end() ? m_shown->dialog.Take(id) : before->second->Release();
+    if (GetDlgItem(id) == &control) return;
+    std::unique_ptr<NativeWindow> native = TakeFrom(id);
     if (!native) return;
+    if (control.GetParent() == this && GetDlgItem(control.m_id) == &control) {
+        // It stands for another one, for which the dialog's own does from now on.
+        const auto own = m_shown->own.find(control.m_id);
+        if (own != m_shown->own.end() && own->second.get() != &control)
+            Give(own->first, *own->second, control.Release());
+    }
+    Give(id, control, std::move(native));
+}
+
+// What stands for that control of the dialog, from whoever has it.
+std::unique_ptr<NativeWindow> CDialog::TakeFrom(UINT id) {
+    if (CControl* const before = GetDlgItem(id)) return before->Release();
+    NativeDialog* const dialog = Dialog();
+    return dialog ? dialog->Take(id) : nullptr;
+}
+
+void CDialog::Give(UINT id, CControl& control, std::unique_ptr<NativeWindow> native) {
     control.DestroyWindow();
     (void)control.CreateBy([&](NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window) {
         native->SetOwner(owner);
         window = std::move(native);
         return ErrorString();
     });
-    control.m_parent = this;
+    control.m_parent = Target();
     control.m_id = id;
-    m_shown->controls[id] = &control;
+    m_shown->controls[id] = control.Target();
 }
 
 CControl* CDialog::GetDlgItem(UINT id) const {
     if (!m_shown) return nullptr;
     const auto found = m_shown->controls.find(id);
-    return found == m_shown->controls.end() ? nullptr : found->second;
+    auto* const control =
+        found == m_shown->controls.end() ? nullptr : static_cast<CControl*>(Of(found->second));
+    return control && control->GetParent() == this && control->m_id == id ? control : nullptr;
 }
 
 int CDialog::MessageBoxW(const CString& text, const CString& caption, UINT type) {

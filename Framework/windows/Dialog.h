@@ -79,13 +79,17 @@ protected:
 private:
     void OnTold(UINT code) override;
 
-    ErrorString Make(NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window, NativeDialog*& dialog);
+    ErrorString Make(NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window);
+    NativeDialog* Dialog() const; // null without a window
+    std::unique_ptr<NativeWindow> TakeFrom(UINT id);
+    void Give(UINT id, CControl& control, std::unique_ptr<NativeWindow> native);
 
     struct Shown;
+    struct Closing;
     const CString m_caption;
     const DialogItem m_content;
     CWnd* const m_parent;
-    std::unique_ptr<Shown> m_shown; // null while it is not
+    std::shared_ptr<Shown> m_shown; // null while it is not
 };
 
 /// Has `control` stand for the dialog's control of that number while the dialog is shown. It must be of its

@@ -51,9 +51,12 @@ struct CWnd::Native final : NativeWindowOwner {
     void OnDestroyed() override { queue.Close(); }
 };
 
-CWnd::CWnd() : m_target(std::make_shared<MessageTarget>()) {}
+CWnd::CWnd() : m_target(std::make_shared<MessageTarget>()) { m_target->m_window = this; }
 
-CWnd::~CWnd() { DestroyWindow(); }
+CWnd::~CWnd() {
+    m_target->m_window = nullptr;
+    DestroyWindow();
+}
 
 ErrorString CWnd::Create() { return CreateBy(&MakeNativeWindow); }
 

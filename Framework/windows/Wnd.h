@@ -37,6 +37,7 @@ public:
 private:
     friend CWnd;
     const std::unique_ptr<MessageQueue> m_queue;
+    CWnd* m_window = nullptr; // null when it is gone; for the thread of the user interface alone
 };
 
 /// A window that receives messages. It is made, used and destroyed by the thread of the user interface; only
@@ -127,6 +128,11 @@ protected:
 
     /// Null when there is none.
     NativeWindow* Window() const;
+
+    /// Whose target it is; null for a null pointer, and when that is gone.
+    static CWnd* Of(const std::shared_ptr<MessageTarget>& target) {
+        return target ? target->m_window : nullptr;
+    }
 
 private:
     struct Native;

@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyle>
 #include <QToolTip>
 #include <algorithm>
@@ -71,45 +72,62 @@ private:
     QPointer<WidgetLink> m_link;
 };
 
-// Under an edit field; screen readers know it as the field's description.
+// Under an edit field, where that goes; screen readers know it as the field's description.
 class Hint final : public QLabel {
 public:
-    Hint(QWidget& field, QLineEdit& edit, const QString& text)
-        : QLabel(text, &field, Qt::ToolTip), m_edit(edit) {
+    Hint(QWidget& field, QLineEdit& edit, const QString& text) : QLabel(&field, Qt::ToolTip), m_field(field) {
         setObjectName("hint");
+        setTextFormat(Qt::PlainText);
+        setText(text);
         setMargin(style()->pixelMetric(QStyle::PM_ToolTipLabelFrameWidth, nullptr, this) + 4);
         setFrameStyle(QFrame::Box);
         setPalette(QToolTip::palette());
+        setForegroundRole(QPalette::ToolTipText);
+        setBackgroundRole(QPalette::ToolTipBase);
         setAttribute(Qt::WA_DeleteOnClose);
-        edit.setAccessibleDescription(text);
-        edit.installEventFilter(this);
+        field.setAccessibleDescription(text);
+        field.installEventFilter(this);
+        field.window()->installEventFilter(this);
         connect(&edit, &QLineEdit::textChanged, this, &QWidget::close);
-        move(field.mapToGlobal(QPoint(0, field.height() + 2)));
+        Place();
         show();
-        QAccessibleEvent event(&edit, QAccessible::Alert);
+        QAccessibleEvent event(&field, QAccessible::Alert);
         QAccessible::updateAccessibility(&event);
     }
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override {
-        if (event->type() == QEvent::FocusOut) close();
+        const bool isField = object == &m_field;
+        if (isField && (event->type() == QEvent::FocusOut || event->type() == QEvent::Hide)) close();
+        if (event->type() == QEvent::Move || event->type() == QEvent::Resize) Place();
         return QLabel::eventFilter(object, event);
     }
     void closeEvent(QCloseEvent* event) override {
-        m_edit.setAccessibleDescription({});
+        m_field.setAccessibleDescription({});
         QLabel::closeEvent(event);
     }
 
 private:
-    QLineEdit& m_edit; // of the field, which this is a part of
-};
+    // Above the field where there is no room under it.
+    void Place() {
+        adjustSize();
+        const QRect screen = m_field.screen()->availableGeometry();
+        QPoint place = m_field.mapToGlobal(QPoint(0, m_field.height() + 2));
+        if (place.y() + height() > screen.bottom())
+            place.setY(m_field.mapToGlobal(QPoint(0, -2)).y() - height());
+        place.setX(std::max(screen.left(), std::min(place.x(), screen.right() - width())));
+        move(place);
+    }
 
-} // namespace
+    QWidget& m_field; // which this is a part of
+};
 
 void ShowHintAt(QWidget& field, QLineEdit& edit, const QString& text) {
     for (QLabel* const before : field.findChildren<QLabel*>("hint")) before->close();
     new Hint(field, edit, text); // deletes itself
 }
+
+} // namespace
 
 QtButton::QtButton(QAbstractButton* button, NativeWindowOwner* owner, bool isPart)
     : QtWindow(button, owner, isPart) {
@@ -126,6 +144,10 @@ QtEdit::QtEdit(QLineEdit* edit) : QtWindow(edit, nullptr, true) {
     QObject::connect(edit, &QLineEdit::textChanged, &Link(), Teller(EN_CHANGE));
 }
 
+void QtEdit::Enable(bool enable) {
+    if (Get()) Field().setEnabled(enable);
+}
+
 void QtEdit::FocusAndSelect() {
     if (!Get()) return;
     Get()->setFocus();
@@ -133,9 +155,12 @@ void QtEdit::FocusAndSelect() {
 }
 
 void QtEdit::ShowHint(const std::wstring& text) {
-    if (!Get()) return;
+    if (Get()) ShowHintAt(Field(), *Get(), QString::fromStdWString(text));
+}
+
+QWidget& QtEdit::Field() const {
     auto* const spin = qobject_cast<QAbstractSpinBox*>(Get()->parentWidget());
-    ShowHintAt(spin ? static_cast<QWidget&>(*spin) : *Get(), *Get(), QString::fromStdWString(text));
+    return spin ? static_cast<QWidget&>(*spin) : *Get();
 }
 
 QtComboBox::QtComboBox(QComboBox* box, NativeWindowOwner* owner, bool isSorted, bool isPart)

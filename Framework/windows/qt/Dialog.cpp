@@ -123,7 +123,7 @@ private:
         }
         default: {
             auto* const button = new QPushButton(TextOf(item), &m_dialog);
-            button->setAutoDefault(false);
+            button->setAutoDefault(true); // Enter presses the one that has the keyboard
             button->setDefault(item.kind == DialogItem::DEFAULT_BUTTON);
             native = std::make_unique<QtButton>(button, nullptr, true);
             return button;
@@ -137,7 +137,9 @@ private:
 
 class DialogWidget final : public QDialog {
 public:
-    explicit DialogWidget(QWidget* parent) : QDialog(parent) {}
+    explicit DialogWidget(QWidget* parent) : QDialog(parent) {
+        setAttribute(Qt::WA_QuitOnClose, false); // whether a host goes on without windows is its own matter
+    }
     void SetLink(WidgetLink& link) { m_link = &link; }
 
     // Escape, and closing the window.
@@ -149,15 +151,22 @@ private:
     QPointer<WidgetLink> m_link;
 };
 
-// Before the widget, for the application has to go behind it.
-struct ApplicationOfDialog {
-    std::unique_ptr<ApplicationForDialog> application;
+// What a run of a dialog needs to its end, though a handler may delete the dialog in the middle of it.
+struct Course {
+    ApplicationForDialog application;
+    bool hasEnded = false;
+    int result = IDCANCEL; // also when others close it
 };
 
-class QtDialog final : private ApplicationOfDialog, public QtWindow<NativeDialog, DialogWidget> {
+// Before the widget, for the application has to go behind it.
+struct CourseOfDialog {
+    const std::shared_ptr<Course> course;
+};
+
+class QtDialog final : private CourseOfDialog, public QtWindow<NativeDialog, DialogWidget> {
 public:
-    QtDialog(std::unique_ptr<ApplicationForDialog> made, NativeWindowOwner& owner, QWidget* parent)
-        : ApplicationOfDialog{std::move(made)}, QtWindow(new DialogWidget(parent), &owner) {
+    QtDialog(std::shared_ptr<Course> made, NativeWindowOwner& owner, QWidget* parent)
+        : CourseOfDialog{std::move(made)}, QtWindow(new DialogWidget(parent), &owner) {
         Get()->SetLink(Link());
     }
 
@@ -172,30 +181,29 @@ public:
     }
 
     int Run() override {
-        if (Get() && !m_hasEnded) Get()->exec();
-        return m_result;
+        const std::shared_ptr<Course> ours = course; // nothing of this is used afterwards
+        if (Get() && !ours->hasEnded) Get()->exec();
+        return ours->result;
     }
 
     void End(int result) override {
-        m_hasEnded = true;
-        m_result = result;
+        course->hasEnded = true;
+        course->result = result;
         if (Get()) Get()->done(result);
     }
 
 private:
     Controls m_controls; // those that nobody has taken
-    bool m_hasEnded = false;
-    int m_result = IDCANCEL; // also when others close it
 };
 
 } // namespace
 
 ErrorString MakeQtDialog(NativeWindowOwner& owner, const std::wstring& caption, const DialogItem& content,
                          NativeWindow* parent, std::unique_ptr<NativeDialog>& dialog) {
-    auto application = std::make_unique<ApplicationForDialog>();
-    if (!application->IsThere()) return application->IsThere();
+    auto course = std::make_shared<Course>();
+    if (!course->application.IsThere()) return course->application.IsThere();
     auto* const over = parent ? static_cast<QWidget*>(parent->Handle()) : nullptr;
-    auto made = std::make_unique<QtDialog>(std::move(application), owner, over);
+    auto made = std::make_unique<QtDialog>(std::move(course), owner, over);
     made->SetText(caption);
     made->Fill(content);
     dialog = std::move(made);

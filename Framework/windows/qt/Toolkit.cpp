@@ -8,6 +8,7 @@
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPointer>
 
 namespace {
 
@@ -18,6 +19,28 @@ QString FilterOf(const std::pair<std::wstring, std::wstring>& filter) {
     const QString pattern = '(' + QString::fromStdWString(filter.second).replace(';', ' ') + ')';
     return name.endsWith(pattern) ? name : name + ' ' + pattern;
 }
+
+/// A dialog of Qt's while it is open. Its parent may go in the meantime, and takes it along.
+template <typename Dialog> class Shown {
+public:
+    explicit Shown(NativeWindow* parent) : m_dialog(new Dialog(WidgetOf(parent))) {
+        m_dialog->setAttribute(Qt::WA_QuitOnClose, false);
+    }
+    ~Shown() { delete m_dialog.data(); }
+    Shown(const Shown&) = delete;
+    Shown& operator=(const Shown&) = delete;
+
+    Dialog* operator->() const { return m_dialog.data(); }
+
+    /// What the dialog ended with; 0 when it went with its parent.
+    int Run() const {
+        const int result = m_dialog->exec();
+        return m_dialog ? result : 0;
+    }
+
+private:
+    const QPointer<Dialog> m_dialog;
+};
 
 class Toolkit final : public NativeToolkit {
 public:
@@ -46,27 +69,28 @@ public:
     bool AskForFile(FileRequest& request, NativeWindow* parent) override {
         const ApplicationForDialog application;
         if (!application.IsThere()) return false;
-        QFileDialog dialog(WidgetOf(parent));
-        dialog.setAcceptMode(request.isToOpen ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
-        dialog.setFileMode(request.isToOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-        dialog.setOption(QFileDialog::DontConfirmOverwrite, (request.flags & OFN_OVERWRITEPROMPT) == 0);
-        dialog.setDefaultSuffix(QString::fromStdWString(request.extension));
+        const Shown<QFileDialog> dialog(parent);
+        dialog->setAcceptMode(request.isToOpen ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+        dialog->setFileMode(request.isToOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+        dialog->setOption(QFileDialog::DontConfirmOverwrite, (request.flags & OFN_OVERWRITEPROMPT) == 0);
+        dialog->setDefaultSuffix(QString::fromStdWString(request.extension));
         QStringList filters;
         for (const auto& filter : request.filters) filters.append(FilterOf(filter));
-        dialog.setNameFilters(filters);
-        if (!request.folder.empty()) dialog.setDirectory(QString::fromStdWString(request.folder));
-        if (!request.path.empty()) dialog.selectFile(QString::fromStdWString(request.path));
-        if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
-        request.path = dialog.selectedFiles().constFirst().toStdWString();
+        dialog->setNameFilters(filters);
+        if (!request.folder.empty()) dialog->setDirectory(QString::fromStdWString(request.folder));
+        if (!request.path.empty()) dialog->selectFile(QString::fromStdWString(request.path));
+        if (dialog.Run() != QDialog::Accepted || dialog->selectedFiles().isEmpty()) return false;
+        request.path = dialog->selectedFiles().constFirst().toStdWString();
         return true;
     }
 
     bool AskForColor(COLORREF& color, bool, NativeWindow* parent) override { // Qt's is always fully open
         const ApplicationForDialog application;
         if (!application.IsThere()) return false;
-        QColorDialog dialog(ColorOf(color), WidgetOf(parent));
-        if (dialog.exec() != QDialog::Accepted) return false;
-        color = ReferenceOf(dialog.selectedColor());
+        const Shown<QColorDialog> dialog(parent);
+        dialog->setCurrentColor(ColorOf(color));
+        if (dialog.Run() != QDialog::Accepted) return false;
+        color = ReferenceOf(dialog->selectedColor());
         return true;
     }
 
@@ -75,11 +99,16 @@ public:
         const ApplicationForDialog application;
         if (!application.IsThere()) return IDNO;
         const bool isQuestion = (type & MB_YESNO) != 0;
-        QMessageBox box(isQuestion ? QMessageBox::Question : QMessageBox::Critical,
-                        QString::fromStdWString(caption), QString::fromStdWString(text),
-                        isQuestion ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, WidgetOf(parent));
-        box.setTextFormat(Qt::PlainText);
-        const int answer = box.exec();
+        const Shown<QMessageBox> box(parent);
+        box->setTextFormat(Qt::PlainText);
+        box->setText(QString::fromStdWString(text));
+        box->setWindowTitle(QString::fromStdWString(caption));
+        box->setIcon((type & MB_ICONQUESTION) != 0 ? QMessageBox::Question
+                     : (type & MB_ICONERROR) != 0  ? QMessageBox::Critical
+                                                   : QMessageBox::NoIcon);
+        box->setStandardButtons(isQuestion ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
+        box->setDefaultButton(isQuestion ? QMessageBox::Yes : QMessageBox::Ok);
+        const int answer = box.Run();
         return !isQuestion ? IDOK : answer == QMessageBox::Yes ? IDYES : IDNO;
     }
 

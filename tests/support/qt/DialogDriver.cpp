@@ -15,6 +15,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -51,7 +52,13 @@ public:
 
     void Key(const std::string& key) override {
         const QKeyCombination keys = QKeySequence(QString::fromStdString(key))[0];
+        const QPointer<QDialog> open(&m_dialog);
         QTest::keyClick(Receiver(), keys.key(), keys.keyboardModifiers());
+        // A button that is pressed by its letter springs back a little later.
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return !open ||
+                   std::ranges::none_of(open->findChildren<QAbstractButton*>(), &QAbstractButton::isDown);
+        }));
     }
 
     void Type(const std::wstring& text) override {

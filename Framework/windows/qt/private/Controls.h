@@ -23,18 +23,16 @@ private:
     void SetTextOf(QAbstractButton& button, const QString& text) override { button.setText(text); }
 };
 
-/// The label under an edit field that says what is wrong with its text, until that changes or the field is
-/// left.
-void ShowHintAt(QWidget& field, QLineEdit& edit, const QString& text);
-
 class QtEdit final : public QtWindow<NativeEdit, QLineEdit> {
 public:
     explicit QtEdit(QLineEdit* edit);
 
+    void Enable(bool enable) override;
     void FocusAndSelect() override;
     void ShowHint(const std::wstring& text) override;
 
 private:
+    QWidget& Field() const; // with its arrows
     QString TextOf(const QLineEdit& edit) const override { return edit.text(); }
     void SetTextOf(QLineEdit& edit, const QString& text) override { edit.setText(text); }
 };

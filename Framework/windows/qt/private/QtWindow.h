@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QPointer>
 #include <QWidget>
+#include <algorithm>
 #include <set>
 
 /// A widget's link to the window of the framework that it is made for. It is a child of the widget, goes with
@@ -18,31 +19,36 @@ public:
 
     ~WidgetLink() override {
         All().erase(this);
+        if (m_isLeft) --s_left;
         if (m_owner) m_owner->OnDestroyed();
     }
 
     void SetOwner(NativeWindowOwner* owner) { m_owner = owner; }
     QWidget& Widget() const { return *static_cast<QWidget*>(parent()); }
 
-    /// Lets the owner go without a word, and deletes the widget; a little later when the owner is just
-    /// handling what it was told.
+    /// Lets the owner go without a word, and deletes the widget. While it or a part of it has its owner at
+    /// work, Qt still uses it: it is then hidden, and deleted when the owner has returned.
     void DeleteWidget() {
         m_owner = nullptr;
-        if (m_depth == 0) {
+        if (!IsAtWork()) {
             delete parent();
             return;
         }
+        m_isLeft = true;
+        ++s_left;
         Widget().hide();
-        Widget().deleteLater();
     }
 
-    /// Calls for the owner, which may delete the widget by what it does then.
+    /// Calls for the owner, which may delete its window by what it does then. The widget lasts, unless a host
+    /// deletes it.
     template <typename Call> void ForOwner(const Call& call) {
         if (!m_owner) return;
         const QPointer<WidgetLink> self(this);
         ++m_depth;
         call(*m_owner);
-        if (self) --m_depth;
+        if (!self) return;
+        --m_depth;
+        if (s_left > 0) DeleteLeft();
     }
 
     void Tell(UINT code) {
@@ -69,8 +75,26 @@ protected:
     }
 
 private:
-    NativeWindowOwner* m_owner; // null when nobody is told
-    int m_depth = 0;            // calls that the owner has not returned from
+    // Whether an owner has not returned from a call, of this or of what is in the widget: dialogs over it,
+    // too.
+    bool IsAtWork() const {
+        const auto isWithin = [this](const QObject* object) {
+            while (object && object != parent()) object = object->parent();
+            return object != nullptr;
+        };
+        return std::ranges::any_of(
+            All(), [&](const WidgetLink* link) { return link->m_depth > 0 && isWithin(link); });
+    }
+
+    static void DeleteLeft() {
+        for (const WidgetLink* const link : All())
+            if (link->m_isLeft && !link->IsAtWork()) link->Widget().deleteLater();
+    }
+
+    NativeWindowOwner* m_owner;   // null when nobody is told
+    int m_depth = 0;              // calls that the owner has not returned from
+    bool m_isLeft = false;        // the widget waits for its end
+    inline static int s_left = 0; // such links
 };
 
 /// A window of the framework, a control or a dialog, on a widget. `Native` is its interface.

@@ -5,10 +5,14 @@
 #include <QDir>
 #include <QLibrary>
 #include <QLibraryInfo>
+#include <QLocale>
+#include <algorithm>
+#include <clocale>
 
 namespace {
 
 // Qt ends the process where it finds no display, so that has to be known before.
+
 bool IsXThere() {
     QLibrary library("xcb", 1);
     const auto connect = reinterpret_cast<void* (*)(const char*, int*)>(library.resolve("xcb_connect"));
@@ -22,14 +26,49 @@ bool IsXThere() {
 }
 
 bool IsWaylandThere() {
-    const QString plugins = QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms";
-    if (QDir(plugins).entryList({"libqwayland-*"}).isEmpty()) return false;
-    const QByteArray name = qgetenv("WAYLAND_DISPLAY");
-    return !name.isEmpty() && QFileInfo::exists(QDir(qEnvironmentVariable("XDG_RUNTIME_DIR")).filePath(name));
+    QLibrary library("wayland-client", 0);
+    const auto connect = reinterpret_cast<void* (*)(const char*)>(library.resolve("wl_display_connect"));
+    const auto disconnect = reinterpret_cast<void (*)(void*)>(library.resolve("wl_display_disconnect"));
+    if (!connect || !disconnect) return false;
+    void* const connection = connect(nullptr);
+    if (connection) disconnect(connection);
+    return connection != nullptr;
+}
+
+// Whether Qt has a plugin of that name ("xcb", "offscreen"), with all the libraries that it needs.
+bool IsPluginThere(const QString& platform) {
+    QStringList folders = {QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms"};
+    folders +=
+        qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH").split(QDir::listSeparator(), Qt::SkipEmptyParts);
+    for (const QString& folder :
+         qEnvironmentVariable("QT_PLUGIN_PATH").split(QDir::listSeparator(), Qt::SkipEmptyParts))
+        folders.append(folder + "/platforms");
+    return std::ranges::any_of(folders, [&](const QString& folder) {
+        const QStringList files =
+            QDir(folder).entryList({"libq" + platform + ".so", "libq" + platform + "-*.so"});
+        return std::ranges::any_of(
+            files, [&](const QString& file) { return QLibrary(QDir(folder).filePath(file)).load(); });
+    });
+}
+
+bool IsPlatformThere(const QString& platform) {
+    if (platform.startsWith("wayland") && !IsWaylandThere()) return false;
+    if (platform == "xcb" && !IsXThere()) return false;
+    return IsPluginThere(platform);
 }
 
 bool IsDisplayThere() {
-    return !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || IsWaylandThere() || IsXThere();
+    QStringList platforms =
+        qEnvironmentVariable("QT_QPA_PLATFORM").split(';', Qt::SkipEmptyParts); // with options
+    if (platforms.isEmpty()) platforms = {"wayland", "xcb"};
+    return std::ranges::any_of(
+        platforms, [](const QString& platform) { return IsPlatformThere(platform.section(':', 0, 0)); });
+}
+
+// The one that the library's own texts are in.
+QLocale UserLanguage() {
+    const QString set = qEnvironmentVariable("UTILITYDLL_LANGUAGE");
+    return set.isEmpty() ? QLocale::system() : QLocale(set);
 }
 
 } // namespace
@@ -42,7 +81,20 @@ ApplicationForDialog::ApplicationForDialog() {
                 L"give it the display by the environment variable DISPLAY or WAYLAND_DISPLAY";
             return;
         }
+        m_locale = std::setlocale(LC_ALL, nullptr);
+        const std::string numbers = std::setlocale(LC_NUMERIC, nullptr);
         m_application.emplace(m_count, m_arguments);
+        std::setlocale(LC_NUMERIC, numbers.c_str());
+        // Desktops find the program's icon by it.
+        QGuiApplication::setDesktopFileName(QCoreApplication::applicationName());
+        if (m_texts.load(UserLanguage(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+            QCoreApplication::installTranslator(&m_texts);
     }
     m_isThere = IsReadyForWindows();
+}
+
+ApplicationForDialog::~ApplicationForDialog() {
+    if (!m_application) return;
+    m_application.reset();
+    std::setlocale(LC_ALL, m_locale.c_str());
 }

@@ -3,7 +3,9 @@
 #include "Framework/windows/qt/private/Swatch.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 int RowModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
@@ -14,12 +16,15 @@ int RowModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant RowModel::data(const QModelIndex& index, int role) const {
-    const Row& row = m_rows[static_cast<std::size_t>(index.row())];
+    const auto position = static_cast<std::size_t>(index.row());
+    if (position >= m_rows.size()) return {}; // views may ask for what there was before SetTelling(false)
+    const Row& row = m_rows[position];
     const auto column = static_cast<std::size_t>(index.column());
     if (role == Qt::DisplayRole && column < row.texts.size()) return row.texts[column];
-    const auto image = static_cast<std::size_t>(row.image);
-    if (role == Qt::DecorationRole && column == 0 && image < m_icons.size()) return m_icons[image];
-    return {};
+    if (role != Qt::DecorationRole || column != 0 || row.image < 0 || row.image >= m_images.GetImageCount())
+        return {};
+    const auto& view = *static_cast<const QWidget*>(QObject::parent());
+    return Swatch(m_images.ColorAt(row.image), m_images.Width(), m_images.Height(), view.devicePixelRatioF());
 }
 
 QVariant RowModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -30,13 +35,15 @@ QVariant RowModel::headerData(int section, Qt::Orientation orientation, int role
 void RowModel::InsertColumn(int column, const QString& heading) {
     beginInsertColumns({}, column, column);
     m_headings.insert(m_headings.begin() + column, heading);
+    const auto place = static_cast<std::size_t>(column);
+    for (Row& row : m_rows)
+        if (row.texts.size() > place) row.texts.insert(row.texts.begin() + column, QString());
     endInsertColumns();
 }
 
-void RowModel::SetImages(const CImageList& images, qreal devicePixelRatio) {
-    m_icons.clear();
-    for (int i = 0; i < images.GetImageCount(); ++i)
-        m_icons.push_back(Swatch(images.ColorAt(i), images.Width(), images.Height(), devicePixelRatio));
+void RowModel::SetImages(const CImageList& images) {
+    m_images = images;
+    if (m_isTelling && !m_rows.empty()) emit dataChanged(index(0, 0), index(rowCount() - 1, 0));
 }
 
 void RowModel::Insert(int row, const QString& text, int image) {
@@ -81,8 +88,13 @@ QtListView::QtListView(QTreeView* view) : QtWindow(view, nullptr, true), m_model
     view->setUniformRowHeights(true); // ten thousand rows are then as fast as ten
     view->setAllColumnsShowFocus(true);
     view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, &Link(),
-                     Teller(LVN_ITEMCHANGED));
+    const auto tell = [link = &Link(), selecting = m_selecting] {
+        if (selecting->isQuiet)
+            selecting->hasChanged = true;
+        else
+            link->Tell(LVN_ITEMCHANGED);
+    };
+    QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, &Link(), tell);
     QObject::connect(view, &QAbstractItemView::doubleClicked, &Link(), Teller(NM_DBLCLK));
 }
 
@@ -96,7 +108,7 @@ void QtListView::InsertColumn(int column, const std::wstring& heading, int width
 
 void QtListView::SetImages(const CImageList& images) {
     if (!Get()) return;
-    m_model->SetImages(images, Get()->devicePixelRatioF());
+    m_model->SetImages(images);
     Get()->setIconSize({images.Width(), images.Height()});
 }
 
@@ -122,15 +134,33 @@ int QtListView::ImageAt(int row) const {
 int QtListView::Count() const { return Get() ? m_model->rowCount() : 0; }
 
 void QtListView::Remove(int row) {
-    if (Get()) m_model->Remove(row);
+    if (Get()) Change([&] { m_model->Remove(row); });
 }
 
 void QtListView::RemoveAll() {
-    if (Get()) m_model->RemoveAll();
+    if (Get()) Change([&] { m_model->RemoveAll(); });
 }
 
 void QtListView::SetRedraw(bool redraw) {
-    if (Get()) m_model->SetTelling(redraw);
+    if (!Get() || redraw == m_model->IsTelling()) return;
+    Change([&] {
+        const int scrolled = Get()->verticalScrollBar()->value();
+        if (!redraw) Get()->selectionModel()->clear(); // it would stand for what is no more
+        m_model->SetTelling(redraw);
+        if (!redraw) return;
+        Get()->doItemsLayout();
+        Get()->verticalScrollBar()->setValue(scrolled);
+    });
+}
+
+void QtListView::Change(const std::function<void()>& change) {
+    m_selecting->isQuiet = true;
+    const bool hadSelection = Get()->selectionModel()->hasSelection();
+    change();
+    if (hadSelection && !Get()->selectionModel()->hasSelection()) m_selecting->hasChanged = true;
+    if (!m_model->IsTelling()) return;
+    m_selecting->isQuiet = false;
+    if (std::exchange(m_selecting->hasChanged, false)) Link().Tell(LVN_ITEMCHANGED);
 }
 
 std::vector<int> QtListView::Selected() const {
@@ -148,7 +178,7 @@ void QtListView::SelectOnly(int row) {
         return;
     }
     const QModelIndex index = m_model->index(row, 0);
+    Get()->scrollTo(index); // first: whoever is told of the selection may delete this
     Get()->selectionModel()->setCurrentIndex(index,
                                              QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    Get()->scrollTo(index);
 }

@@ -3,12 +3,18 @@
 #include "VelmBase/ErrorString.h"
 
 #include <QApplication>
+#include <QTranslator>
 #include <optional>
+#include <string>
 
-/// The host's QApplication, or one of its own for as long as this lives.
+/// The host's QApplication, or one of its own for as long as this lives. Its own one leaves the process's
+/// locale as it was, and numbers have the locale's form of before all the time.
 class ApplicationForDialog {
 public:
     ApplicationForDialog();
+    ~ApplicationForDialog();
+    ApplicationForDialog(const ApplicationForDialog&) = delete;
+    ApplicationForDialog& operator=(const ApplicationForDialog&) = delete;
 
     /// Why there is none, and what to do; no error when there is one.
     const ErrorString& IsThere() const { return m_isThere; }
@@ -16,7 +22,8 @@ public:
 private:
     ErrorString m_isThere;
     int m_count = 1;
-    char m_name[10] = "utility";
-    char* m_arguments[2] = {m_name, nullptr};
+    char* m_arguments[2] = {program_invocation_name, nullptr};
+    std::string m_locale; // of before
     std::optional<QApplication> m_application;
+    QTranslator m_texts; // of Qt's own dialogs and buttons
 };

@@ -4,8 +4,9 @@
 #include "Framework/windows/qt/private/QtWindow.h"
 
 #include <QAbstractTableModel>
-#include <QIcon>
 #include <QTreeView>
+#include <functional>
+#include <memory>
 
 /// The rows of a list.
 class RowModel final : public QAbstractTableModel {
@@ -21,7 +22,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
     void InsertColumn(int column, const QString& heading);
-    void SetImages(const CImageList& images, qreal devicePixelRatio);
+    void SetImages(const CImageList& images);
     void Insert(int row, const QString& text, int image);
     void SetText(int row, int column, const QString& text);
     void Remove(int row);
@@ -30,11 +31,12 @@ public:
 
     /// Between false and true the views are told nothing, and then that all is new.
     void SetTelling(bool isTelling);
+    bool IsTelling() const { return m_isTelling; }
 
 private:
     std::vector<QString> m_headings;
     std::vector<Row> m_rows;
-    std::vector<QIcon> m_icons;
+    CImageList m_images;
     bool m_isTelling = true;
 };
 
@@ -56,5 +58,15 @@ public:
     void SelectOnly(int row) override;
 
 private:
+    // Has rows changed. That the selection changed by it is told afterwards, when the list can be used again.
+    void Change(const std::function<void()>& change);
+
+    // The selection while rows change. The view may outlive this.
+    struct Selecting {
+        bool isQuiet = false;
+        bool hasChanged = false;
+    };
+
     RowModel* const m_model; // the view's
+    const std::shared_ptr<Selecting> m_selecting = std::make_shared<Selecting>();
 };

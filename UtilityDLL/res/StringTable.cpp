@@ -47,11 +47,13 @@ constexpr BuiltInText kTexts[] = {
     {TextId::CONTOURS_YES, L"Yes"},
     {TextId::CONTOURS_NO, L"No"},
     {TextId::CONTOURS_NOT_READ, L"This file is no contour definition file, or cannot be read:\n\t"},
-    {TextId::CONTOURS_OVERWRITE, L"This file is another one than was opened here, or another program changed "
-                                 L"it meanwhile. Replace it?\n\t"},
+    {TextId::CONTOURS_OVERWRITE,
+     L"What is in this file would be lost: it is another one than was opened here, could not be read, or "
+     L"another program changed it meanwhile.\nReplace it?\n\t"},
     {TextId::CONTOURS_NOT_SAVED,
      L"The contours were not saved.\nCheck that the folder may be written to and has room:\n\t"},
-    {TextId::CONTOURS_NONE_TO_SAVE, L"Nothing was saved: there is no contour in the list."},
+    {TextId::CONTOURS_NONE_TO_SAVE,
+     L"Nothing was saved, and a file that is there stays as it was:\nthere is no contour in the list."},
 
     {TextId::CONTOUR_CAPTION, L"Contour Properties"},
     {TextId::CONTOUR_LEVEL, L"&Level:"},
@@ -74,6 +76,8 @@ constexpr BuiltInText kTexts[] = {
     {TextId::NUMBER_NEGATIVE, L"Enter a number that is not below 0."},
     {TextId::NUMBER_TOO_LARGE, L"Enter a smaller number."},
     {TextId::NUMBER_TOO_SMALL, L"Enter a larger number."},
+
+    {TextId::CONTOURS_NO_FILE, L"The contours were not saved: no file was chosen."},
 };
 
 constexpr bool IsBefore(const BuiltInText& a, const BuiltInText& b) { return a.id < b.id; }

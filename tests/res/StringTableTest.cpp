@@ -45,6 +45,15 @@ TEST(StringTable, HoldsTheTextsLetterForLetter) {
         {9121, L"Continous,Dashed,Dot,Dash Dot"},
         {9122, L"Color Table Files (*.col)"},
         {9123, L"Contour Definition Files (*.cdf)"},
+        {9124, L"Yes"},
+        {9125, L"No"},
+        {9126, L"This file is no contour definition file, or cannot be read:\n\t"},
+        {9127,
+         L"What is in this file would be lost: it is another one than was opened here, could not be read, or "
+         L"another program changed it meanwhile.\nReplace it?\n\t"},
+        {9128, L"The contours were not saved.\nCheck that the folder may be written to and has room:\n\t"},
+        {9129,
+         L"Nothing was saved, and a file that is there stays as it was:\nthere is no contour in the list."},
         {9130, L"Contour Properties"},
         {9131, L"Level:"},
         {9132, L"Color:"},
@@ -58,6 +67,13 @@ TEST(StringTable, HoldsTheTextsLetterForLetter) {
         {9142, L"Lowest level:"},
         {9143, L"Highest level:"},
         {9144, L"Interval:"},
+        {9150, L"Enter a number."},
+        {9151, L"Write the decimals behind a point, as in 2.5."},
+        {9152, L"This is no number. Write one as in 12, -3.5 or 1e3."},
+        {9153, L"Enter a number that is not below 0."},
+        {9154, L"Enter a smaller number."},
+        {9155, L"Enter a larger number."},
+        {9160, L"The contours were not saved: no file was chosen."},
     };
     for (const Row& row : kRows) {
         std::wstring text = LoadText(static_cast<TextId>(row.number));

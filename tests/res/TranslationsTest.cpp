@@ -5,6 +5,7 @@
 #include "tests/support/TestFiles.h"
 
 #include <algorithm>
+#include <cwctype>
 #include <gtest/gtest.h>
 #include <map>
 
@@ -15,6 +16,17 @@ std::vector<std::filesystem::path> LanguageFiles() {
     for (const auto& entry : std::filesystem::directory_iterator(LANGUAGE_FOLDER))
         files.push_back(entry.path());
     return files;
+}
+
+// The small letter by which the keyboard reaches a control; 0 without one.
+wchar_t Letter(const std::wstring& text) {
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        if (text[i] != L'&') continue;
+        if (text[i + 1] != L'&')
+            return static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(text[i + 1])));
+        ++i;
+    }
+    return 0;
 }
 
 // What is wrong with a translation; empty when nothing is.
@@ -31,6 +43,7 @@ std::string Fault(const std::wstring& original, const std::wstring& translation)
     if ((original.back() == L':') != (translation.back() == L':')) return "differs in the colon at its end";
     for (const wchar_t c : {L'\n', L'\t'})
         if (count(original, c) != count(translation, c)) return "differs in line breaks or tabs";
+    if (Letter(original) != 0 && Letter(translation) == 0) return "lacks the letter for the keyboard";
     const bool isList =
         original.find(L',') != std::wstring::npos && original.find(L", ") == std::wstring::npos;
     if (isList && count(original, L',') != count(translation, L',')) return "has another number of items";
@@ -40,12 +53,53 @@ std::string Fault(const std::wstring& original, const std::wstring& translation)
     return {};
 }
 
+using Texts = std::map<std::uint32_t, std::wstring>;
+
+// The texts that stand in one dialog together.
+const std::vector<TextId> kDialogs[] = {
+    {TextId::CONTOURS_CAPTION, TextId::CONTOURS_ADD, TextId::CONTOURS_REMOVE, TextId::CONTOURS_EDIT,
+     TextId::CONTOURS_GENERATE_FROM, TextId::CONTOURS_RANGE, TextId::CONTOURS_COLOR_TABLE, TextId::DIALOG_OK,
+     TextId::DIALOG_CANCEL},
+    {TextId::CONTOUR_CAPTION, TextId::CONTOUR_LEVEL, TextId::CONTOUR_COLOR, TextId::CONTOUR_CLICK_TO_CHANGE,
+     TextId::CONTOUR_LINE_STYLE, TextId::CONTOUR_LINE_WIDTH, TextId::CONTOUR_SHOW_LABELS, TextId::DIALOG_OK,
+     TextId::DIALOG_CANCEL},
+    {TextId::GENERATE_CAPTION, TextId::GENERATE_RANGE, TextId::GENERATE_LOWEST, TextId::GENERATE_HIGHEST,
+     TextId::GENERATE_INTERVAL, TextId::DIALOG_OK, TextId::DIALOG_CANCEL}};
+
+// The letters that reach more than one control of a dialog.
+std::wstring LettersTwice(const Texts& texts) {
+    std::wstring twice;
+    for (const std::vector<TextId>& dialog : kDialogs) {
+        std::wstring letters;
+        for (const TextId id : dialog) {
+            const auto text = texts.find(static_cast<std::uint32_t>(id));
+            const wchar_t letter = text == texts.end() ? L'\0' : Letter(text->second);
+            if (letter == 0) continue;
+            if (letters.find(letter) != std::wstring::npos) twice += letter;
+            letters += letter;
+        }
+    }
+    return twice;
+}
+
+Texts OriginalTexts() {
+    Texts texts;
+    for (const BuiltInText& text : BuiltInTexts())
+        texts.emplace(static_cast<std::uint32_t>(text.id), text.text);
+    return texts;
+}
+
+Texts TextsOf(const std::wstring& path) {
+    Texts texts;
+    LANGUAGES::ReadEntriesOf(path, [&](std::uint32_t number, const std::wstring&,
+                                       const std::wstring& translation) { texts[number] = translation; });
+    return texts;
+}
+
 // What is wrong with a language file, a line each.
 std::vector<std::string> Faults(const std::wstring& path) {
-    std::map<std::uint32_t, std::wstring> missing;
-    for (const BuiltInText& text : BuiltInTexts())
-        missing.emplace(static_cast<std::uint32_t>(text.id), text.text);
-    const std::map<std::uint32_t, std::wstring> originals = missing;
+    Texts missing = OriginalTexts();
+    const Texts originals = missing;
     std::vector<std::string> faults;
     const bool isRead = LANGUAGES::ReadEntriesOf(
         path, [&](std::uint32_t number, const std::wstring& original, const std::wstring& translation) {
@@ -79,6 +133,34 @@ TEST(Translations, GermanIsShipped) {
                             [](const auto& f) { return f.filename() == "UtilityDLL.de.po"; }));
 }
 
+TEST(Translations, EachLetterReachesOneControlOfADialog) {
+    EXPECT_EQ(L"", LettersTwice(OriginalTexts()));
+    for (const std::filesystem::path& file : LanguageFiles())
+        EXPECT_EQ(L"", LettersTwice(TextsOf(WidePath(file)))) << file;
+}
+
+TEST(Translations, EveryControlHasALetter) {
+    for (const std::vector<TextId>& dialog : kDialogs)
+        for (const TextId id : dialog) {
+            const bool isTitle = id == TextId::CONTOURS_CAPTION || id == TextId::CONTOUR_CAPTION ||
+                                 id == TextId::GENERATE_CAPTION || id == TextId::CONTOURS_GENERATE_FROM ||
+                                 id == TextId::GENERATE_RANGE;
+            const bool hasKey = id == TextId::DIALOG_OK || id == TextId::DIALOG_CANCEL; // Enter and Escape
+            const bool isLabelled = id == TextId::CONTOUR_CLICK_TO_CHANGE; // by the letter of its label
+            const std::wstring text = OriginalTexts().at(static_cast<std::uint32_t>(id));
+            EXPECT_EQ(!isTitle && !hasKey && !isLabelled, Letter(text) != 0)
+                << ::testing::PrintToString(text);
+        }
+}
+
+TEST(Translations, ALetterOfTwoControlsIsFound) {
+    Texts texts = OriginalTexts();
+    texts[static_cast<std::uint32_t>(TextId::CONTOURS_EDIT)] = L"Ch&Ange";
+    EXPECT_EQ(L"a", LettersTwice(texts));
+    texts[static_cast<std::uint32_t>(TextId::CONTOURS_EDIT)] = L"Add && &Edit";
+    EXPECT_EQ(L"", LettersTwice(texts));
+}
+
 TEST(Translations, TheFaultsOfAFileAreFound) {
     const TemporaryFolder folder;
     const std::string german = ReadBytes(std::filesystem::path(LANGUAGE_FOLDER) / "UtilityDLL.de.po");
@@ -95,8 +177,9 @@ TEST(Translations, TheFaultsOfAFileAreFound) {
           Row{"in Zeile \"", "in Zeile\"", "9084 lacks the blank at its end"},
           Row{"\"\\\" zum Lesen", "\"zum Lesen", "9081 differs in the quote at its beginning"},
           Row{"von \\\"\"", "von\"", "9070 differs in the quote at its end"},
-          Row{"\"Tiefe:\"", "\"Tiefe\"", "9131 differs in the colon at its end"},
+          Row{"\"&Tiefe:\"", "\"&Tiefe\"", "9131 differs in the colon at its end"},
           Row{"\"Grund:\\n\"", "\"Grund:\"", "9065 differs in line breaks or tabs"},
+          Row{"\"&Hinzu", "\"Hinzu", "9111 lacks the letter for the keyboard"},
           Row{"Punktiert,Strich", "Punktiert Strich", "9121 has another number of items"},
           Row{"msgstr \"Farbtabellen (*.col)", "msgstr \"Farbtabellen", "9122 lacks the pattern of files"}}) {
         std::string bytes = german;

@@ -68,6 +68,8 @@ enum class TextId : std::uint32_t {
     NUMBER_NEGATIVE = 9153,
     NUMBER_TOO_LARGE = 9154,
     NUMBER_TOO_SMALL = 9155,
+
+    CONTOURS_NO_FILE = 9160,
 };
 
 /// A text of the library's own: what is shown where a language file has nothing for it.

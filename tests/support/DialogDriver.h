@@ -45,6 +45,13 @@ public:
     virtual void Accept() = 0;                            ///< the system's dialogs: takes what was entered
     virtual void EnterFile(const std::wstring& path) = 0; ///< a file dialog: its field
     virtual void EnterColor(std::uint32_t color) = 0;     ///< a colour dialog
+
+    virtual std::wstring Folder() const = 0;               ///< a file dialog: what it shows
+    virtual std::vector<std::wstring> Filters() const = 0; ///< a file dialog: the kinds of files
+    virtual bool IsQuestion() const = 0;                   ///< a message box: whether its icon asks
+    virtual std::vector<std::wstring> Buttons() const = 0; ///< what stands on them, in the order of Tab
+    virtual int ColumnWidth(int column) const = 0;         ///< of the dialog's list, in pixels
+    virtual bool IsRowVisible(int row) const = 0;          ///< without scrolling
 };
 
 /// Uses the dialogs that the program under test opens. What a script does may open others, which have the

@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -182,6 +183,39 @@ public:
         ASSERT_TRUE(dialog) << "no colour dialog";
         dialog->setCurrentColor(QColor(static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
                                        static_cast<int>(color >> 16 & 0xFF)));
+    }
+
+    std::wstring Folder() const override {
+        const auto* const dialog = qobject_cast<QFileDialog*>(&m_dialog);
+        return dialog ? dialog->directory().absolutePath().toStdWString() : std::wstring();
+    }
+
+    std::vector<std::wstring> Filters() const override {
+        std::vector<std::wstring> filters;
+        if (const auto* const dialog = qobject_cast<QFileDialog*>(&m_dialog))
+            for (const QString& filter : dialog->nameFilters()) filters.push_back(filter.toStdWString());
+        return filters;
+    }
+
+    bool IsQuestion() const override {
+        const auto* const box = qobject_cast<QMessageBox*>(&m_dialog);
+        return box && box->icon() == QMessageBox::Question;
+    }
+
+    std::vector<std::wstring> Buttons() const override {
+        std::vector<std::wstring> buttons;
+        for (const QWidget* widget = m_dialog.nextInFocusChain(); widget != &m_dialog;
+             widget = widget->nextInFocusChain())
+            if (const auto* const button = qobject_cast<const QPushButton*>(widget))
+                buttons.push_back(NameOf(*button));
+        return buttons;
+    }
+
+    int ColumnWidth(int column) const override { return List().columnWidth(column); }
+
+    bool IsRowVisible(int row) const override {
+        const QTreeView& list = List();
+        return list.viewport()->rect().contains(list.visualRect(list.model()->index(row, 0)).center());
     }
 
 private:

@@ -3,12 +3,10 @@
 #include "Framework/windows/ComboBox.h"
 #include "Framework/windows/DpiCor.h"
 #include "Framework/windows/FileDialog.h"
-#include "UtilityDLL/colors/DXFColorTable.h"
 #include "UtilityDLL/contours/private/ContourEditing.h"
 #include "UtilityDLL/contours/private/NumberField.h"
 #include "VelmBase/FileName.h"
 #include "VelmBase/FormatString.h"
-#include "VelmBase/NumberText.h"
 #include "VelmConfigure/DataSearch.h"
 
 #include <algorithm>
@@ -90,15 +88,12 @@ DialogItem EditorContent() {
     return {DialogItem::COLUMN, 0, {}, {std::move(upper), ClosingButtons()}};
 }
 
-// A number in an edit field, where it looks like `shown`: a text that is that still leaves the value as it
-// is, to its last digit.
-void ExchangeNumber(CDataExchange* exchange, UINT id, double& value, const std::wstring& shown,
-                    const FieldRange& range = {}) {
-    CString text = shown;
+// The value is taken when the user left a number.
+void ExchangeNumber(CDataExchange* exchange, UINT id, double& value, const NumberField& field) {
+    CString text = field.shown;
     DDX_Text(exchange, id, text);
     if (!exchange->m_bSaveAndValidate || exchange->HasFailed()) return;
-    if (text == shown && !shown.empty()) return;
-    const FieldNumber number = ReadNumber(text.String(), range);
+    const FieldNumber number = field.Read(text.String());
     if (number.fault)
         exchange->Fail(id, LoadText(*number.fault));
     else
@@ -125,9 +120,9 @@ void CEditContourDlg::DoDataExchange(CDataExchange* exchange) {
         for (int i = 0; i < styles.NumItems(); ++i) m_lineStyle.AddString(styles[i]);
     }
     Contour contour = m_contour;
-    ExchangeNumber(exchange, LEVEL, contour.level, NumberText::FromFixed(contour.level, 2));
+    ExchangeNumber(exchange, LEVEL, contour.level, LevelField(contour.level));
     auto width = static_cast<double>(contour.lineWidth);
-    ExchangeNumber(exchange, LINE_WIDTH, width, NumberText::FromGeneral(width), LineWidths());
+    ExchangeNumber(exchange, LINE_WIDTH, width, WidthField(contour.lineWidth));
     contour.lineWidth = static_cast<float>(width);
     int lineStyle = contour.lineType;
     DDX_CBIndex(exchange, LINE_STYLE, lineStyle);
@@ -149,9 +144,7 @@ const AFX_MSGMAP* CEditContourDlg::GetThisMessageMap() {
 
 void CEditContourDlg::OnWidthStep() {
     CControl* const field = GetDlgItem(LINE_WIDTH);
-    const FieldNumber width = ReadNumber(field->GetWindowTextW().String(), LineWidths());
-    if (!width.fault)
-        field->SetWindowTextW(NumberText::FromGeneral(SteppedWidth(width.value, m_widthSpin.GetDelta())));
+    field->SetWindowTextW(StepWidth(field->GetWindowTextW().String(), m_widthSpin.GetDelta()));
 }
 
 CContourGenerationDlg::CContourGenerationDlg(CWnd* parent)
@@ -201,9 +194,7 @@ void CContourEditor::OnInitDialog() {
                                    TextId::CONTOURS_COLUMN_WIDTH, TextId::CONTOURS_COLUMN_TYPE};
     int column = 0;
     for (const TextId heading : headings) m_contours.InsertColumn(column++, LoadText(heading), DpiCor(70));
-    if (m_editing->IsUnreadable())
-        MessageBoxW(CString(LoadText(TextId::CONTOURS_NOT_READ) + m_editing->Path()),
-                    LoadText(TextId::CONTOUR_ERROR_CAPTION), MB_OK | MB_ICONERROR);
+    ShowFailure(m_editing->OpeningFault());
     UpdateContourList(0, false);
 }
 
@@ -221,7 +212,7 @@ void CContourEditor::UpdateContourList(double level, bool select) {
             m_contours.SetItemText(i, column, texts[static_cast<std::size_t>(column)]);
     }
     m_contours.SetRedraw(true);
-    SelectCountourInList(select ? list.Find(level) : -1);
+    SelectCountourInList(select ? m_editing->PositionOf(level) : -1);
 }
 
 void CContourEditor::SelectCountourInList(int position) {
@@ -230,33 +221,32 @@ void CContourEditor::SelectCountourInList(int position) {
 }
 
 void CContourEditor::SetAddRemoveButtonState() {
-    const bool isSelected = !m_contours.GetSelectedItems().empty();
-    m_remove.EnableWindow(isSelected);
-    m_edit.EnableWindow(isSelected);
+    const bool canChange = ContourEditing::CanChange(m_contours.GetSelectedItems());
+    m_remove.EnableWindow(canChange);
+    m_edit.EnableWindow(canChange);
 }
 
 void CContourEditor::OnClickContourListCtrl() { SetAddRemoveButtonState(); }
 
-void CContourEditor::ShowFailure(TextId text) {
-    MessageBoxW(LoadText(text), LoadText(TextId::CONTOUR_ERROR_CAPTION), MB_OK | MB_ICONERROR);
+void CContourEditor::ShowFailure(const std::wstring& text) {
+    if (!text.empty()) MessageBoxW(text, LoadText(TextId::CONTOUR_ERROR_CAPTION), MB_OK | MB_ICONERROR);
 }
 
 void CContourEditor::OnAddContour() {
     CEditContourDlg dialog({}, this);
     if (dialog.DoModal() != IDOK) return;
-    if (m_editing->List().Add(dialog.Get()) == -1)
-        ShowFailure(TextId::CONTOUR_DUPLICATE_LEVEL);
+    if (const auto failure = m_editing->Add(dialog.Get()))
+        ShowFailure(LoadText(*failure));
     else
         UpdateContourList(dialog.Get().level, true);
 }
 
 void CContourEditor::OnEditContour() {
-    const std::vector<int> selected = m_contours.GetSelectedItems();
-    if (selected.empty()) return;
-    CEditContourDlg dialog(m_editing->List()[selected.front()], this);
+    const int row = ContourEditing::RowToEdit(m_contours.GetSelectedItems());
+    if (row == -1) return;
+    CEditContourDlg dialog(m_editing->List()[row], this);
     if (dialog.DoModal() != IDOK) return;
-    if (m_editing->List().Set(selected.front(), dialog.Get()) == -1)
-        ShowFailure(TextId::CONTOUR_NOT_MODIFIED);
+    if (const auto failure = m_editing->Edit(row, dialog.Get())) ShowFailure(LoadText(*failure));
     // After a failure as well: the contour is gone then, and the rows would stand for others.
     UpdateContourList(dialog.Get().level, true);
 }
@@ -273,8 +263,9 @@ void CContourEditor::OnRemoveContour() {
 void CContourEditor::OnGenerateFromRange() {
     CContourGenerationDlg dialog(this);
     if (dialog.DoModal() != IDOK) return;
-    if (!m_editing->List().Generate(dialog.Lowest(), dialog.Highest(), dialog.Interval()))
-        ShowFailure(TextId::CONTOUR_NOT_GENERATED);
+    if (const auto failure =
+            m_editing->GenerateFromRange(dialog.Lowest(), dialog.Highest(), dialog.Interval()))
+        ShowFailure(LoadText(*failure));
     UpdateContourList(0, false);
 }
 
@@ -283,39 +274,25 @@ void CContourEditor::OnGenerateFromColorTable() {
                        Filter(TextId::CONTOURS_COLOR_TABLE_FILES, L"|*.col||"), this);
     dialog.SetInitialFolder(DataFolder());
     if (dialog.DoModal() != IDOK) return;
-    DXFColorTable table;
-    if (!table.FileOpen(dialog.GetPathName()) || !m_editing->List().Generate(table, false))
-        ShowFailure(TextId::CONTOUR_NOT_GENERATED);
+    if (const auto failure = m_editing->GenerateFromColorTable(dialog.GetPathName().String()))
+        ShowFailure(LoadText(*failure));
     UpdateContourList(0, false);
 }
 
 void CContourEditor::OnOK() {
-    if (!m_editing->Path().empty()) {
-        const std::wstring target = m_editing->Target();
-        if (m_editing->OverwritesOthers() &&
-            MessageBoxW(CString(LoadText(TextId::CONTOURS_OVERWRITE) + target), GetWindowTextW(),
-                        MB_YESNO | MB_ICONQUESTION) != IDYES)
-            return;
-        Save(target);
-    } else {
-        if (MessageBoxW(LoadText(TextId::CONTOUR_SAVE_CHANGES), GetWindowTextW(),
-                        MB_YESNO | MB_ICONQUESTION) != IDYES)
-            return;
-        CFileDialog dialog(false, L"cdf", {}, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT,
-                           Filter(TextId::CONTOURS_DEFINITION_FILES, L"|*.cdf||"), this);
-        dialog.SetInitialFolder(DataFolder());
-        if (dialog.DoModal() == IDOK) Save(dialog.GetPathName().String());
-    }
+    const std::wstring question = m_editing->Question();
+    if (!question.empty() && MessageBoxW(question, GetWindowTextW(), MB_YESNO | MB_ICONQUESTION) != IDYES)
+        return;
+    ShowFailure(m_editing->Save(m_editing->Path().empty() ? AskForFile() : m_editing->Target()));
     EndDialog(IDOK);
 }
 
-void CContourEditor::Save(const std::wstring& path) {
-    if (m_editing->List().Save(path.c_str())) return;
-    if (m_editing->List().NumContours() == 0)
-        ShowFailure(TextId::CONTOURS_NONE_TO_SAVE);
-    else
-        MessageBoxW(CString(LoadText(TextId::CONTOURS_NOT_SAVED) + path),
-                    LoadText(TextId::CONTOUR_ERROR_CAPTION), MB_OK | MB_ICONERROR);
+// Empty when the user chose none.
+std::wstring CContourEditor::AskForFile() {
+    CFileDialog dialog(false, L"cdf", {}, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT,
+                       Filter(TextId::CONTOURS_DEFINITION_FILES, L"|*.cdf||"), this);
+    dialog.SetInitialFolder(DataFolder());
+    return dialog.DoModal() == IDOK ? dialog.GetPathName().String() : std::wstring();
 }
 
 bool DLG::EditContourList(const CString& path) {

@@ -8,11 +8,10 @@
 #include "UtilityDLL/Export.h"
 #include "UtilityDLL/contours/ContourDefinitionList.h"
 
-#include <cstdint>
 #include <memory>
+#include <string>
 
 class ContourEditing;
-enum class TextId : std::uint32_t;
 
 /// The dialog for one contour: level, colour, line style and width, and whether it is labelled.
 ///
@@ -85,21 +84,21 @@ protected:
     void DoDataExchange(CDataExchange* exchange) override;
     void OnOK() override;
 
-private:
     void OnAddContour();
-    void OnEditContour();
+    void OnEditContour(); // also on a double click in the list
     void OnRemoveContour();
     void OnGenerateFromRange();
     void OnGenerateFromColorTable();
     void OnClickContourListCtrl();
+    void SetAddRemoveButtonState();
 
+private:
     /// Shows the list anew; the row of that level, if `select` and there is one, is selected.
     void UpdateContourList(double level, bool select);
     void SelectCountourInList(int position); // -1 for none
-    void SetAddRemoveButtonState();
 
-    void ShowFailure(TextId text);
-    void Save(const std::wstring& path);
+    void ShowFailure(const std::wstring& text); // unless it is empty
+    std::wstring AskForFile();
 
     const std::unique_ptr<ContourEditing> m_editing;
     CListCtrl m_contours;

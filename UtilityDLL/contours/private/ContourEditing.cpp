@@ -1,5 +1,6 @@
 #include "UtilityDLL/contours/private/ContourEditing.h"
 
+#include "UtilityDLL/colors/DXFColorTable.h"
 #include "UtilityDLL/settings/FileChecksum.h"
 #include "VelmBase/File.h"
 #include "VelmBase/FileName.h"
@@ -25,8 +26,14 @@ unsigned int Fingerprint(const std::wstring& path) {
 
 ContourEditing::ContourEditing(std::wstring path) : m_path(std::move(path)) {
     if (m_path.empty()) return;
-    m_targetAtFirst = Fingerprint(Target()); // before it is read: what changes meanwhile is a change
-    m_isUnreadable = !m_list.Load(m_path.c_str()) && IsThere(m_path);
+    const unsigned int fingerprint = Fingerprint(m_path); // before it is read: a change meanwhile is one
+    const bool isLoaded = m_list.Load(m_path.c_str());
+    if (isLoaded && Target() == m_path) m_known = fingerprint;
+    m_isUnreadable = !isLoaded && IsThere(m_path);
+}
+
+std::wstring ContourEditing::OpeningFault() const {
+    return m_isUnreadable ? LoadText(TextId::CONTOURS_NOT_READ) + m_path : std::wstring();
 }
 
 std::vector<std::wstring> ContourEditing::Row(const Contour& contour) {
@@ -36,21 +43,72 @@ std::vector<std::wstring> ContourEditing::Row(const Contour& contour) {
             NumberText::FromFixed(static_cast<double>(contour.lineWidth), 1), types[contour.lineType]};
 }
 
-int ContourEditing::Remove(const std::vector<int>& positions) {
-    for (auto position = positions.rbegin(); position != positions.rend(); ++position)
-        m_list.Remove(*position);
-    if (positions.empty()) return -1;
-    return std::min(positions.front(), m_list.NumContours() - 1);
+int ContourEditing::PositionOf(double level) const {
+    const int found = m_list.Find(level);
+    if (found != -1) return found;
+    for (int i = 0; i < m_list.NumContours(); ++i)
+        if (m_list[i].level == level) return i;
+    return -1;
+}
+
+int ContourEditing::RowToEdit(const std::vector<int>& selected) {
+    return selected.empty() ? -1 : selected.front();
+}
+
+// In a list that is not sorted, what was inserted may not be found again: then the result is -1 as well, and
+// only the number of contours tells.
+ContourEditing::Failure ContourEditing::Add(const Contour& contour) {
+    const int before = m_list.NumContours();
+    m_list.Add(contour);
+    if (m_list.NumContours() == before) return TextId::CONTOUR_DUPLICATE_LEVEL;
+    return std::nullopt;
+}
+
+ContourEditing::Failure ContourEditing::Edit(int position, const Contour& contour) {
+    const int before = m_list.NumContours();
+    m_list.Set(position, contour);
+    if (m_list.NumContours() < before) return TextId::CONTOUR_NOT_MODIFIED;
+    return std::nullopt;
+}
+
+ContourEditing::Failure ContourEditing::GenerateFromRange(double lowest, double highest, double interval) {
+    if (!m_list.Generate(lowest, highest, interval)) return TextId::CONTOUR_NOT_GENERATED;
+    return std::nullopt;
+}
+
+ContourEditing::Failure ContourEditing::GenerateFromColorTable(const std::wstring& path) {
+    DXFColorTable table;
+    if (!table.FileOpen(path) || !m_list.Generate(table, false)) return TextId::CONTOUR_NOT_GENERATED;
+    return std::nullopt;
+}
+
+int ContourEditing::Remove(const std::vector<int>& selected) {
+    for (auto row = selected.rbegin(); row != selected.rend(); ++row) m_list.Remove(*row);
+    if (selected.empty()) return -1;
+    return std::min(selected.front(), m_list.NumContours() - 1);
+}
+
+std::wstring ContourEditing::Question() const {
+    if (m_path.empty()) return LoadText(TextId::CONTOUR_SAVE_CHANGES);
+    return WouldLoseAFile() ? LoadText(TextId::CONTOURS_OVERWRITE) + Target() : std::wstring();
+}
+
+bool ContourEditing::WouldLoseAFile() const {
+    const std::wstring target = Target();
+    return IsThere(target) && (!m_known || Fingerprint(target) != *m_known);
 }
 
 std::wstring ContourEditing::Target() const {
+    if (m_path.empty()) return {};
     FileName target(m_path);
     target.SetExtension(L"cdf");
     return target.Path();
 }
 
-bool ContourEditing::OverwritesOthers() const {
-    const std::wstring target = Target();
-    if (!IsThere(target)) return false;
-    return target != m_path || m_isUnreadable || Fingerprint(target) != m_targetAtFirst;
+std::wstring ContourEditing::Save(const std::wstring& path) {
+    if (path.empty()) return LoadText(TextId::CONTOURS_NO_FILE);
+    if (m_list.NumContours() == 0) return LoadText(TextId::CONTOURS_NONE_TO_SAVE);
+    if (!m_list.Save(path.c_str())) return LoadText(TextId::CONTOURS_NOT_SAVED) + path;
+    if (path == Target()) m_known = Fingerprint(path);
+    return {};
 }

@@ -6,12 +6,11 @@
 #include <algorithm>
 #include <cmath>
 
-FieldRange LineWidths() { return {0, static_cast<double>(std::numeric_limits<float>::max())}; }
+namespace {
 
-double SteppedWidth(double width, int steps) {
-    constexpr double kPerUnit = 10;
-    return std::max(0.0, std::round(width * kPerUnit) + steps) / kPerUnit;
-}
+constexpr FieldRange kWidths = {0, static_cast<double>(std::numeric_limits<float>::max())};
+
+} // namespace
 
 FieldNumber ReadNumber(const std::wstring& text, const FieldRange& range) {
     if (TrimmedW(text).empty()) return {0, TextId::NUMBER_MISSING};
@@ -24,4 +23,23 @@ FieldNumber ReadNumber(const std::wstring& text, const FieldRange& range) {
     if (value < range.lowest)
         return {0, range.lowest == 0 ? TextId::NUMBER_NEGATIVE : TextId::NUMBER_TOO_SMALL};
     return {value, std::nullopt};
+}
+
+FieldNumber NumberField::Read(const std::wstring& text) const {
+    if (text == shown && !shown.empty() && std::isfinite(value)) return {value, std::nullopt};
+    return ReadNumber(text, range);
+}
+
+NumberField LevelField(double level) { return {level, NumberText::FromFixed(level, 2), {}}; }
+
+NumberField WidthField(float width) {
+    const auto value = static_cast<double>(width);
+    return {value, NumberText::FromGeneral(value), kWidths};
+}
+
+std::wstring StepWidth(const std::wstring& text, int steps) {
+    constexpr double kPerUnit = 10;
+    const FieldNumber width = ReadNumber(text, kWidths);
+    if (width.fault) return text;
+    return NumberText::FromGeneral(std::max(0.0, std::round(width.value * kPerUnit) + steps) / kPerUnit);
 }

@@ -207,7 +207,7 @@ public:
         for (const QWidget* widget = m_dialog.nextInFocusChain(); widget != &m_dialog;
              widget = widget->nextInFocusChain())
             if (const auto* const button = qobject_cast<const QPushButton*>(widget))
-                buttons.push_back(NameOf(*button));
+                buttons.push_back(Plain(button->text()));
         return buttons;
     }
 

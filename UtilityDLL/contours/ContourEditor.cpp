@@ -189,6 +189,7 @@ void CContourEditor::DoDataExchange(CDataExchange* exchange) {
 }
 
 void CContourEditor::OnInitDialog() {
+    m_hasSaved = false;
     CDialog::OnInitDialog();
     constexpr TextId headings[] = {TextId::CONTOURS_COLUMN_LEVEL, TextId::CONTOURS_COLUMN_ANNOTATION,
                                    TextId::CONTOURS_COLUMN_WIDTH, TextId::CONTOURS_COLUMN_TYPE};
@@ -283,7 +284,10 @@ void CContourEditor::OnOK() {
     const std::wstring question = m_editing->Question();
     if (!question.empty() && MessageBoxW(question, GetWindowTextW(), MB_YESNO | MB_ICONQUESTION) != IDYES)
         return;
-    ShowFailure(m_editing->Save(m_editing->Path().empty() ? AskForFile() : m_editing->Target()));
+    const std::wstring failure =
+        m_editing->Save(m_editing->Path().empty() ? AskForFile() : m_editing->Target());
+    m_hasSaved = failure.empty();
+    ShowFailure(failure);
     EndDialog(IDOK);
 }
 

@@ -76,6 +76,9 @@ public:
     /// As it is edited. It stays when the dialog is closed.
     const ContourDefinitionList& List() const;
 
+    /// Whether the last OK wrote the list to a file. The user was told where it did not.
+    bool HasSaved() const { return m_hasSaved; }
+
     const AFX_MSGMAP* GetMessageMap() const override { return GetThisMessageMap(); }
     static const AFX_MSGMAP* GetThisMessageMap();
 
@@ -101,6 +104,7 @@ private:
     std::wstring AskForFile();
 
     const std::unique_ptr<ContourEditing> m_editing;
+    bool m_hasSaved = false;
     CListCtrl m_contours;
     CButton m_remove;
     CButton m_edit;

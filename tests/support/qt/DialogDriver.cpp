@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -52,14 +53,11 @@ public:
     }
 
     void Key(const std::string& key) override {
+        WaitForActivation(); // again, behind a dialog that it opened
         const QKeyCombination keys = QKeySequence(QString::fromStdString(key))[0];
         const QPointer<QDialog> open(&m_dialog);
         QTest::keyClick(Receiver(), keys.key(), keys.keyboardModifiers());
-        // A button that is pressed by its letter springs back a little later.
-        EXPECT_TRUE(QTest::qWaitFor([&] {
-            return !open ||
-                   std::ranges::none_of(open->findChildren<QAbstractButton*>(), &QAbstractButton::isDown);
-        }));
+        WaitForPressedButtons(open);
     }
 
     void Type(const std::wstring& text) override {
@@ -219,6 +217,23 @@ public:
     }
 
 private:
+    // QTest takes one over an active parent for active.
+    void WaitForActivation() const {
+        const QPointer<QDialog> dialog(&m_dialog);
+        if (!dialog->isActiveWindow()) dialog->activateWindow();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog || dialog->isActiveWindow(); }));
+    }
+
+    // A button that is pressed by its letter clicks when it has been seen to be down for a moment.
+    static void WaitForPressedButtons(const QPointer<QDialog>& dialog) {
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            const auto isDown = [](const QAbstractButton* button) {
+                return button->isDown() && !qobject_cast<const QToolButton*>(button); // which can stay so
+            };
+            return !dialog || std::ranges::none_of(dialog->findChildren<QAbstractButton*>(), isDown);
+        }));
+    }
+
     QWidget* Receiver() const {
         QWidget* const focus = m_dialog.focusWidget();
         return focus ? focus : &m_dialog;

@@ -19,9 +19,9 @@ public:
     explicit WidgetTarget(QPainter& painter) : m_painter(painter) {}
 
     void Fill(const RECT& rectangle, COLORREF color) override {
-        m_painter.fillRect(
-            QRect(QPoint(rectangle.left, rectangle.top), QPoint(rectangle.right - 1, rectangle.bottom - 1)),
-            ColorOf(color));
+        const QRect place(QPoint(rectangle.left, rectangle.top),
+                          QPoint(rectangle.right - 1, rectangle.bottom - 1));
+        if (place.isValid()) m_painter.fillRect(place, ColorOf(color)); // Qt would fill to the other side
     }
 
     void Write(int x, int y, std::wstring_view text, COLORREF color, COLORREF background) override {
@@ -173,9 +173,16 @@ int QtComboBox::Add(const std::wstring& text) {
     if (!Get()) return -1;
     const QString added = QString::fromStdWString(text);
     int position = Count();
-    if (m_isSorted) // the first behind those that do not come after it
-        while (position > 0 && added.compare(Get()->itemText(position - 1), Qt::CaseInsensitive) < 0)
-            --position;
+    if (m_isSorted) { // behind all that do not come after it
+        int first = 0;
+        while (first < position) {
+            const int middle = first + (position - first) / 2;
+            if (added.compare(Get()->itemText(middle), Qt::CaseInsensitive) < 0)
+                position = middle;
+            else
+                first = middle + 1;
+        }
+    }
     const int selected = Get()->currentIndex();
     Get()->insertItem(position, added);
     if (selected < 0) Get()->setCurrentIndex(-1); // Qt selects the first that is added

@@ -3,11 +3,14 @@
 #include "Framework/device/DC.h"
 #include "Framework/windows/ColorDialog.h"
 
+#include <memory>
+#include <string>
+
 ColorButton::ColorButton() = default;
 ColorButton::~ColorButton() = default;
 
 void ColorButton::DrawItem(LPDRAWITEMSTRUCT item) {
-    if ((item->itemAction & ODA_DRAWENTIRE) == 0) return;
+    if (!item || (item->itemAction & ODA_DRAWENTIRE) == 0) return;
     const COLORREF inverse = ~m_color & 0xFFFFFF;
     CDC dc;
     dc.Attach(item->hDC);
@@ -32,8 +35,9 @@ const AFX_MSGMAP* ColorButton::GetThisMessageMap() {
 }
 
 void ColorButton::OnClicked() {
+    const std::weak_ptr<MessageTarget> self = Target(); // which the host may delete while the dialog is open
     CColorDialog dialog(m_color, CC_FULLOPEN | CC_RGBINIT, this);
-    if (dialog.DoModal() != IDOK) return;
+    if (dialog.DoModal() != IDOK || self.expired()) return;
     m_color = dialog.GetColor();
     Invalidate();
 }

@@ -2,6 +2,10 @@
 
 #include "Framework/windows/ClientDC.h"
 
+#include <algorithm>
+#include <iterator>
+#include <string>
+
 FontCombo::FontCombo() = default;
 FontCombo::~FontCombo() = default;
 
@@ -14,7 +18,11 @@ void FontCombo::FillCombo() {
 
 int FontCombo::HandleFonts(const LOGFONTW* logFont, const TEXTMETRICW*, unsigned long fontType,
                            std::intptr_t param) {
-    if (fontType == TRUETYPE_FONTTYPE) reinterpret_cast<FontCombo*>(param)->AddString(logFont->lfFaceName);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): what FillCombo() handed over
+    auto* const combo = reinterpret_cast<FontCombo*>(param);
+    if (fontType != TRUETYPE_FONTTYPE || !logFont || !combo) return 1;
+    const auto& name = logFont->lfFaceName; // one that fills the field may have no end
+    combo->AddString(std::wstring(name, std::find(std::begin(name), std::end(name), L'\0')));
     return 1;
 }
 

@@ -6,19 +6,24 @@
 
 /// A drop-down list of the installed TrueType faces by name, for the face of a text style.
 ///
-/// A host makes it by Create(), with CBS_SORT for a list in the order of the names, and places its
-/// NativeHandle() into its own layout.
+/// A host makes it by Create(), with CBS_SORT for a list in the order of the names (it sorts without regard
+/// to case) instead of that of the system's enumeration, places its NativeHandle() into its own layout, and
+/// fills it. Nothing is selected then.
 class UTILITYDLL_API FontCombo : public CComboBox {
 public:
     FontCombo();
     ~FontCombo() override;
 
-    /// Adds the faces to what the list has already: a second call adds them again. Nothing happens when there
-    /// is no window. Names that begin with "@", of faces for vertical writing, are added as well.
+    /// Adds the faces to what the list has already: a second call adds them again. Nothing happens while
+    /// there is no window. Names that begin with "@", of faces for vertical writing, are added as well.
+    ///
+    /// On Linux a face is any font with outlines, each family once, in the order of the names; without the
+    /// module utilitydll/FrameworkFonts.so there are none.
     void FillCombo();
 
-    /// What each font is handed to. `param` is the FontCombo, to whose list the face is added when the type
-    /// is exactly TRUETYPE_FONTTYPE. Returns 1: enumerating goes on.
+    /// What each font is handed to. `param` is the FontCombo, to whose list the name is added when the type
+    /// is TRUETYPE_FONTTYPE and nothing else. A name that fills its field ends there. Returns 1, so that
+    /// enumerating goes on, also for null in `logFont` or `param`; `textMetric` does not count.
     static int HandleFonts(const LOGFONTW* logFont, const TEXTMETRICW* textMetric, unsigned long fontType,
                            std::intptr_t param);
 

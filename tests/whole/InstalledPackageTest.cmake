@@ -3,6 +3,7 @@
 #   FindPackage   builds EXAMPLES/settings-host by find_package and runs it
 #   PkgConfig     the same with the flags of pkg-config
 #   WorkerHost    the same with the example that has windows of Qt and a worker thread
+#   DialogHost    the same with the example that has the library's controls in a dialog of Qt
 #   Headers       compiles every installed header alone; what is in a folder named private is not installed
 cmake_minimum_required(VERSION 3.25)
 set(prefix ${WORK}/prefix)
@@ -117,6 +118,18 @@ elseif(STEP STREQUAL WorkerHost)
         message(FATAL_ERROR "the example ended well without the module:\n${output}")
     endif()
     expect("this program has no ${module}")
+elseif(STEP STREQUAL DialogHost)
+    build_example(dialog-host)
+    set(picture ${WORK}/dialog-host.png)
+    file(REMOVE ${picture})
+    must(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=${WORK} ${program} --picture ${picture})
+    if(NOT output MATCHES "drawn with [1-9][0-9]* faces")
+        message(FATAL_ERROR "the package has no faces:\n${output}")
+    endif()
+    file(READ ${picture} signature LIMIT 8 HEX)
+    if(NOT signature STREQUAL "89504e470d0a1a0a")
+        message(FATAL_ERROR "${picture} is no picture")
+    endif()
 elseif(STEP STREQUAL PkgConfig)
     set(ENV{PKG_CONFIG_LIBDIR} ${prefix}/${LIBRARIES}/pkgconfig)
     must(pkg-config --modversion utilitydll)

@@ -2,6 +2,7 @@
 #include "VelmBase/NumberText.h"
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/commands/contours/ContourFile.h"
 #include "apps/chartutil/commands/contours/ContourLegend.h"
 #include "apps/chartutil/commands/contours/LineTypes.h"
 #include "apps/chartutil/drawing/PictureFile.h"
@@ -92,15 +93,7 @@ struct ListOptions : Options {};
 
 void Run(const ListOptions& options) {
     CheckPicture(options);
-    ContourDefinitionList list;
-    if (!list.Load(options.file.Wide().c_str())) {
-        OpenSettings(options.file); // says what is wrong with the file, which the list does not
-        throw CommandError(ExitCode::CHECK_FAILED,
-                           options.file.Utf8() +
-                               ": there is no section [Contour(0)] with keys, so no contour; "
-                               "'chartutil contours range' makes a file with some");
-    }
-    Show(list, options);
+    Show(OpenContours(options.file), options);
 }
 
 // --- range ---

@@ -26,8 +26,8 @@ struct Command {
 constexpr Command kCommands[] = {
     {"settings", AddSettingsCommand}, {"crc", AddCrcCommand},           {"colors", AddColorsCommand},
     {"style", AddStyleCommand},       {"units", AddUnitsCommand},       {"transform", AddTransformCommand},
-    {"keywords", AddKeywordsCommand}, {"contours", AddContoursCommand}, {"text", AddTextCommand},
-    {"fonts", AddFontsCommand},
+    {"keywords", AddKeywordsCommand}, {"contours", AddContoursCommand}, {"edit", AddEditCommand},
+    {"text", AddTextCommand},         {"fonts", AddFontsCommand},
 };
 
 // The command that the first argument names is made alone, since making all takes longer than most of them

@@ -14,5 +14,6 @@ void AddUnitsCommand(CLI::App& program);
 void AddTransformCommand(CLI::App& program);
 void AddKeywordsCommand(CLI::App& program);
 void AddContoursCommand(CLI::App& program);
+void AddEditCommand(CLI::App& program);
 void AddTextCommand(CLI::App& program);
 void AddFontsCommand(CLI::App& program);

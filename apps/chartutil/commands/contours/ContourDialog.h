@@ -1,0 +1,9 @@
+#pragma once
+
+#include "VelmBase/ErrorString.h"
+
+#include <string>
+
+/// Has the user edit the contour definition file of that path, or with an empty path a new one, in the
+/// library's dialog, which saves it. The error says why the dialog cannot be shown, and what to do.
+ErrorString ShowContourDialog(const std::wstring& path);

@@ -100,3 +100,10 @@ target_link_libraries(FontTable PRIVATE UtilityDLL ProjectOptions)
 if(WIN32)
     target_compile_definitions(FontTableTest PRIVATE LINUX_FONT_TABLE="${drive}${PROJECT_BINARY_DIR}/FontTable.csv")
 endif()
+
+# Takes the pictures of dialogs for the documents, when somebody asks for them: tools/dialog-pictures.sh.
+if(Qt6_FOUND)
+    add_executable(DialogPictures EXCLUDE_FROM_ALL pictures/DialogPictures.cpp)
+    target_link_libraries(DialogPictures PRIVATE QtTestSupport ProjectOptions)
+    target_compile_definitions(DialogPictures PRIVATE PROJECT_DATA_FOLDER="${PROJECT_SOURCE_DIR}/data")
+endif()

@@ -9,8 +9,10 @@
 #include <QDialog>
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <map>
 
 namespace {
@@ -29,6 +31,20 @@ protected:
         if (!buddy()->isEnabled()) return;
         buddy()->setFocus(Qt::MouseFocusReason);
         if (auto* const box = qobject_cast<QCheckBox*>(buddy())) box->click();
+    }
+};
+
+// Wants to be as large as its columns and a dozen rows.
+class List final : public QTreeView {
+public:
+    explicit List(QWidget* parent) : QTreeView(parent) {}
+
+    QSize sizeHint() const override {
+        constexpr int kRows = 12;
+        const int rowHeight = std::max({sizeHintForRow(0), fontMetrics().height(), iconSize().height()});
+        const int frame = 2 * frameWidth();
+        return {header()->length() + verticalScrollBar()->sizeHint().width() + frame,
+                header()->sizeHint().height() + kRows * rowHeight + frame};
     }
 };
 
@@ -116,7 +132,7 @@ private:
             return box;
         }
         case DialogItem::LIST_VIEW: {
-            auto* const view = new QTreeView(&m_dialog);
+            auto* const view = new List(&m_dialog);
             view->setAccessibleName(TextOf(item));
             native = std::make_unique<QtListView>(view);
             return view;
@@ -147,7 +163,18 @@ public:
         if (m_link) m_link->Tell(IDCANCEL);
     }
 
+    // What is in the field with the keyboard can be typed over at once, as one that Tab goes to.
+    void setVisible(bool isVisible) override {
+        if (isVisible && !focusWidget()) FocusFirst();
+        QDialog::setVisible(isVisible);
+    }
+
 private:
+    void FocusFirst() {
+        for (QWidget* widget = nextInFocusChain(); widget != this; widget = widget->nextInFocusChain())
+            if ((widget->focusPolicy() & Qt::TabFocus) && widget->isEnabled()) return widget->setFocus();
+    }
+
     QPointer<WidgetLink> m_link;
 };
 

@@ -16,6 +16,7 @@ const AFX_MSGMAP* CColorWell::GetThisMessageMap() {
 }
 
 void CColorWell::OnClicked() {
+    const std::shared_ptr<MessageTarget> self = Target(); // which may go while the dialog is open
     CColorDialog dialog(m_color, CC_FULLOPEN, this);
-    if (dialog.DoModal() == IDOK) SetColor(dialog.GetColor());
+    if (dialog.DoModal() == IDOK && Of(self)) SetColor(dialog.GetColor());
 }

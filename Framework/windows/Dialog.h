@@ -2,6 +2,7 @@
 
 #include "Framework/windows/Control.h"
 #include "Framework/windows/DialogItem.h"
+#include "Framework/windows/WindowTypes.h"
 
 #include <memory>
 

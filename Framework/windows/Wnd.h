@@ -122,17 +122,18 @@ protected:
     /// Calls the first handler of the message map for that. False when there is none.
     bool OnCmdMsg(UINT message, UINT code, UINT id);
 
+    /// The window whose target that is; null for a null pointer, and when the window is gone, which a handler
+    /// has to ask after what may have deleted it.
+    static CWnd* Of(const std::shared_ptr<MessageTarget>& target) {
+        return target ? target->m_window : nullptr;
+    }
+
     /// Has a backend make the window that this stands for from now on.
     using Make = std::function<ErrorString(NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window)>;
     ErrorString CreateBy(const Make& make);
 
     /// Null when there is none.
     NativeWindow* Window() const;
-
-    /// Whose target it is; null for a null pointer, and when that is gone.
-    static CWnd* Of(const std::shared_ptr<MessageTarget>& target) {
-        return target ? target->m_window : nullptr;
-    }
 
 private:
     struct Native;

@@ -88,11 +88,8 @@ QtListView::QtListView(QTreeView* view) : QtWindow(view, nullptr, true), m_model
     view->setUniformRowHeights(true); // ten thousand rows are then as fast as ten
     view->setAllColumnsShowFocus(true);
     view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    const auto tell = [link = &Link(), selecting = m_selecting] {
-        if (selecting->isQuiet)
-            selecting->hasChanged = true;
-        else
-            link->Tell(LVN_ITEMCHANGED);
+    const auto tell = [link = &Link(), isQuiet = m_isQuiet] {
+        if (!*isQuiet) link->Tell(LVN_ITEMCHANGED);
     };
     QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, &Link(), tell);
     QObject::connect(view, &QAbstractItemView::doubleClicked, &Link(), Teller(NM_DBLCLK));
@@ -134,18 +131,21 @@ int QtListView::ImageAt(int row) const {
 int QtListView::Count() const { return Get() ? m_model->rowCount() : 0; }
 
 void QtListView::Remove(int row) {
-    if (Get()) Change([&] { m_model->Remove(row); });
+    if (!Get()) return;
+    const bool isSelected = Get()->selectionModel()->isRowSelected(row);
+    Change(isSelected, [&] { m_model->Remove(row); });
 }
 
 void QtListView::RemoveAll() {
-    if (Get()) Change([&] { m_model->RemoveAll(); });
+    if (Get()) Change(Get()->selectionModel()->hasSelection(), [&] { m_model->RemoveAll(); });
 }
 
 void QtListView::SetRedraw(bool redraw) {
     if (!Get() || redraw == m_model->IsTelling()) return;
-    Change([&] {
+    QItemSelectionModel& selection = *Get()->selectionModel();
+    Change(selection.hasSelection(), [&] {
         const int scrolled = Get()->verticalScrollBar()->value();
-        if (!redraw) Get()->selectionModel()->clear(); // it would stand for what is no more
+        if (!redraw) selection.clear(); // it would stand for what is no more
         m_model->SetTelling(redraw);
         if (!redraw) return;
         Get()->doItemsLayout();
@@ -153,14 +153,13 @@ void QtListView::SetRedraw(bool redraw) {
     });
 }
 
-void QtListView::Change(const std::function<void()>& change) {
-    m_selecting->isQuiet = true;
-    const bool hadSelection = Get()->selectionModel()->hasSelection();
+void QtListView::Change(bool losesSelection, const std::function<void()>& change) {
+    *m_isQuiet = true;
+    m_losesSelection = m_losesSelection || losesSelection;
     change();
-    if (hadSelection && !Get()->selectionModel()->hasSelection()) m_selecting->hasChanged = true;
     if (!m_model->IsTelling()) return;
-    m_selecting->isQuiet = false;
-    if (std::exchange(m_selecting->hasChanged, false)) Link().Tell(LVN_ITEMCHANGED);
+    *m_isQuiet = false;
+    if (std::exchange(m_losesSelection, false)) Link().Tell(LVN_ITEMCHANGED);
 }
 
 std::vector<int> QtListView::Selected() const {

@@ -9,17 +9,18 @@
 
 namespace {
 
-// Qt would make one for the user, and leave it.
-void MakeRuntimeFolder() {
+// Qt would make one for the user, and leave it, as it does with what its dialogs remember.
+void MakeFolders() {
     static const TemporaryFolder folder;
     std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_all);
     qputenv("XDG_RUNTIME_DIR", folder.Path().c_str());
+    qputenv("XDG_CONFIG_HOME", folder.Path().c_str());
 }
 
 } // namespace
 
 EventLoop::EventLoop() {
-    MakeRuntimeFolder();
+    MakeFolders();
     static int argc = 1; // for as long as the application is there
     static char name[] = "test";
     static char* argv[] = {name, nullptr};

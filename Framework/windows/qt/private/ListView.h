@@ -58,15 +58,11 @@ public:
     void SelectOnly(int row) override;
 
 private:
-    // Has rows changed. That the selection changed by it is told afterwards, when the list can be used again.
-    void Change(const std::function<void()>& change);
+    // Has rows changed while nobody is told of the selection. That it is lost by it is told afterwards, when
+    // the list can be used again.
+    void Change(bool losesSelection, const std::function<void()>& change);
 
-    // The selection while rows change. The view may outlive this.
-    struct Selecting {
-        bool isQuiet = false;
-        bool hasChanged = false;
-    };
-
-    RowModel* const m_model; // the view's
-    const std::shared_ptr<Selecting> m_selecting = std::make_shared<Selecting>();
+    RowModel* const m_model;                                               // the view's
+    const std::shared_ptr<bool> m_isQuiet = std::make_shared<bool>(false); // also when the view outlives this
+    bool m_losesSelection = false;
 };

@@ -43,13 +43,19 @@ public:
     /// The same for an object that the system has ready (SYSTEM_FONT).
     CGdiObject* SelectStockObject(int index);
 
-    // Drawing, on the context of a request to draw. False on failure.
+    // Drawing, on the context of a request to draw (CButton::DrawItem), in the pixels of its window. False on
+    // failure: on Linux also on a context that only measures. Empty rectangles fill nothing.
 
     bool FillRect(const RECT& rectangle, const CBrush& brush);
     bool FrameRect(const RECT& rectangle, const CBrush& brush); ///< its outermost pixels
-    COLORREF SetTextColor(COLORREF color);                      ///< both return the one before
+
+    /// Black and white at first. They return the one before, CLR_INVALID when there is no context.
+    COLORREF SetTextColor(COLORREF color);
     COLORREF SetBkColor(COLORREF color);
-    bool TextOutW(int x, int y, const std::wstring& text); ///< from its top left corner on
+
+    /// Writes a line from its top left corner on, in the text colour on the background colour, and in the
+    /// font of the window that asked; so does GetTextExtent() measure there.
+    bool TextOutW(int x, int y, const std::wstring& text);
 
     /// The context of others, until Detach().
     void Attach(HDC dc) { m_hDC = dc; }

@@ -77,6 +77,28 @@ TEST(NoDC, AnswersNothing) {
     EXPECT_EQ(0u, none.GetOutlineTextMetricsW(sizeof metrics, &metrics));
     EXPECT_EQ(CSize(), none.GetTextExtent(L"abc"));
     EXPECT_TRUE(none.GetTextFaceW().IsEmpty());
+    EXPECT_FALSE(none.FillRect({0, 0, 9, 9}, CBrush(0)));
+    EXPECT_FALSE(none.FrameRect({0, 0, 9, 9}, CBrush(0)));
+    EXPECT_FALSE(none.TextOutW(0, 0, L"abc"));
+    EXPECT_EQ(CLR_INVALID, none.SetTextColor(1));
+    EXPECT_EQ(CLR_INVALID, none.SetBkColor(1));
+}
+
+TEST_F(DC, WritesBlackOnWhiteUntilItIsToldOtherwise) {
+    EXPECT_EQ(0u, m_dc.SetTextColor(0x112233));
+    EXPECT_EQ(0x112233u, m_dc.SetTextColor(0));
+    EXPECT_EQ(0xFFFFFFu, m_dc.SetBkColor(0x445566));
+    EXPECT_EQ(0x445566u, m_dc.SetBkColor(0xFFFFFF));
+}
+
+TEST_F(DC, IsAttachedUntilItIsDetached) {
+    CDC other;
+    EXPECT_EQ(nullptr, other.Detach());
+    other.Attach(m_dc.m_hDC);
+    EXPECT_EQ(MM_TEXT, other.GetMapMode());
+    EXPECT_EQ(m_dc.m_hDC, other.Detach());
+    EXPECT_EQ(nullptr, other.m_hDC);
+    EXPECT_EQ(MM_TEXT, m_dc.GetMapMode());
 }
 
 TEST_F(DC, BeginsInPixelsAndTellsTheModeBefore) {

@@ -126,3 +126,14 @@ TEST_F(GdiObject, OfTheSystemIsNeverGone) {
     EXPECT_TRUE(IsSelectable(stock));
     EXPECT_EQ(stock, ::GetStockObject(SYSTEM_FONT));
 }
+
+TEST_F(GdiObject, ABrushIsMadeOnce) {
+    CBrush brush(0x112233);
+    const HGDIOBJ made = brush.m_hObject;
+    ASSERT_TRUE(made);
+    EXPECT_FALSE(brush.CreateSolidBrush(0));
+    EXPECT_EQ(made, brush.m_hObject);
+    EXPECT_EQ(DWORD{OBJ_BRUSH}, ::GetObjectType(made));
+    EXPECT_TRUE(brush.DeleteObject());
+    EXPECT_TRUE(brush.CreateSolidBrush(0));
+}

@@ -11,6 +11,10 @@ COLORREF SetColor(HDC dc, COLORREF DeviceContext::*which, COLORREF color) {
     return old;
 }
 
+bool IsEmpty(const RECT& rectangle) {
+    return rectangle.right <= rectangle.left || rectangle.bottom <= rectangle.top;
+}
+
 bool ColorOf(HBRUSH brush, COLORREF& color) {
     bool isBrush = false;
     DeviceObjects().Access(brush, [&](const DeviceObject& object) {
@@ -46,7 +50,7 @@ int FillRect(HDC dc, const RECT* rectangle, HBRUSH brush) {
     PaintTarget* const target = TargetOf(dc);
     COLORREF color = 0;
     if (!target || !rectangle || !ColorOf(brush, color)) return 0;
-    target->Fill(*rectangle, color);
+    if (!IsEmpty(*rectangle)) target->Fill(*rectangle, color);
     return 1;
 }
 
@@ -55,7 +59,7 @@ int FrameRect(HDC dc, const RECT* rectangle, HBRUSH brush) {
     COLORREF color = 0;
     if (!target || !rectangle || !ColorOf(brush, color)) return 0;
     const RECT& all = *rectangle;
-    if (all.right <= all.left || all.bottom <= all.top) return 0;
+    if (IsEmpty(all)) return 0;
     target->Fill({all.left, all.top, all.right, all.top + 1}, color);
     target->Fill({all.left, all.bottom - 1, all.right, all.bottom}, color);
     target->Fill({all.left, all.top, all.left + 1, all.bottom}, color);

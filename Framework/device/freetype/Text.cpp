@@ -127,7 +127,7 @@ BOOL GetTextExtentPoint32W(HDC dc, const wchar_t* text, int length, SIZE* extent
     if (!font->typeface->face && !target) return 0;
     *extent = {};
     if (length == 0) return 1;
-    if (!font->typeface->face) {
+    if (target) { // which writes in no other font either
         *extent = target->Extent({text, static_cast<std::size_t>(length)});
         return 1;
     }

@@ -7,6 +7,7 @@
 /// What a window's backend draws on for a request to draw. Lengths in the window's pixels, from its top left.
 class PaintTarget {
 public:
+    /// The rectangle is not empty.
     virtual void Fill(const RECT& rectangle, COLORREF color) = 0;
 
     /// One line, from its top left corner on, in the window's font and on a background.
@@ -17,6 +18,6 @@ protected:
     ~PaintTarget() = default;
 };
 
-/// A display context that draws there, until DeleteDC(). It measures in the target's font unless another is
-/// selected. Null when there are a million contexts.
+/// A display context that draws there, until DeleteDC(). It writes and measures in the target's font,
+/// whatever is selected. Null when there are a million contexts.
 HDC OpenPaintTarget(PaintTarget& target);

@@ -82,9 +82,9 @@ ApplicationForDialog::ApplicationForDialog() {
             return;
         }
         m_locale = std::setlocale(LC_ALL, nullptr);
-        const std::string numbers = std::setlocale(LC_NUMERIC, nullptr);
         m_application.emplace(m_count, m_arguments);
-        std::setlocale(LC_NUMERIC, numbers.c_str());
+        std::setlocale(LC_ALL, m_locale.c_str()); // Qt takes the user's, the first time
+        std::setlocale(LC_CTYPE, "");             // which it needs for letters that are typed with dead keys
         // Desktops find the program's icon by it.
         QGuiApplication::setDesktopFileName(QCoreApplication::applicationName());
         if (m_texts.load(UserLanguage(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

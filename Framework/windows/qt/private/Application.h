@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-/// The host's QApplication, or one of its own for as long as this lives. Its own one leaves the process's
-/// locale as it was, and numbers have the locale's form of before all the time.
+/// The host's QApplication, or one of its own for as long as this lives. The process's locale is then as it
+/// was, but for the user's characters meanwhile (LC_CTYPE).
 class ApplicationForDialog {
 public:
     ApplicationForDialog();

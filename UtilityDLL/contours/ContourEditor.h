@@ -15,8 +15,12 @@ class ContourEditing;
 
 /// The dialog for one contour: level, colour, line style and width, and whether it is labelled.
 ///
-/// The level is shown with two decimals and the width with as many as it has. What the user leaves as it is
-/// keeps its value to the last digit, and a line type that the list does not have stays.
+/// The level, in the chart's depth unit, is shown with two decimals, the width with up to six digits; its
+/// arrows go by 0.1. What the user leaves as it is keeps its value to the last digit, but for a level that is
+/// no finite number, which has to be written anew; a line type that the list does not have stays. Numbers are
+/// written with a point before the decimals, whatever the locale. OK says at the field what is wrong with
+/// one, and the dialog stays: letters, nothing, a comma, a number beyond a `double`, a width below 0 or
+/// beyond a `float`.
 class UTILITYDLL_API CEditContourDlg : public CDialog {
 public:
     using Contour = ContourDefinitionList::ContourDefInfo;
@@ -42,13 +46,14 @@ private:
     CSpinButtonCtrl m_widthSpin;
 };
 
-/// The dialog for the range of levels that contours are generated for.
+/// The dialog for the range of levels that contours are generated for. Its fields begin empty, and OK wants a
+/// finite number in each; whether they make a range is asked of ContourDefinitionList::Generate().
 class UTILITYDLL_API CContourGenerationDlg : public CDialog {
 public:
     explicit CContourGenerationDlg(CWnd* parent = nullptr);
     ~CContourGenerationDlg() override;
 
-    // After OK.
+    // What the user wrote, after OK; 0 before.
     double Lowest() const { return m_lowest; }
     double Highest() const { return m_highest; }
     double Interval() const { return m_interval; }
@@ -64,19 +69,28 @@ private:
 
 /// The editor of a contour definition list and its file.
 ///
+/// The list has a row for each contour, in its order. "Remove" is for all that are selected, "Edit" and a
+/// double click for the first of them. An edit that gives a contour the level of another one takes it away,
+/// and says so.
+///
 /// OK saves: to the path with the extension "cdf", or, without a path, where the user says. It asks before it
-/// overwrites another file than the one that was opened, or one that another program has changed since. When
-/// saving fails the user is told, and the dialog closes all the same. Cancel saves nothing.
+/// overwrites what was not read here: another file than the one that was opened, one that could not be read,
+/// or one that another program, or another editor, has changed since. When nothing could be saved the user is
+/// told why, and the dialog closes with OK all the same; an empty list cannot be saved. Cancel saves nothing.
 class UTILITYDLL_API CContourEditor : public CDialog {
 public:
-    /// Without a path the list begins empty; a file that is not there yet is made by OK.
+    /// Reads the file, whose title becomes the caption. Without a path the list begins empty, and the caption
+    /// is "Contours". It begins empty as well where the file is not there yet, and OK makes it, or cannot be
+    /// read, of which the user is told when the dialog is shown.
     explicit CContourEditor(const CString& path, CWnd* parent = nullptr);
     ~CContourEditor() override;
 
-    /// As it is edited. It stays when the dialog is closed.
+    /// As it is edited. It stays when the dialog is closed, with Cancel as well, and is what the dialog
+    /// begins with when it is shown again.
     const ContourDefinitionList& List() const;
 
-    /// Whether the last OK wrote the list to a file. The user was told where it did not.
+    /// Whether the dialog was closed with OK and the list is in a file. Where it is not after OK, the user
+    /// was told why.
     bool HasSaved() const { return m_hasSaved; }
 
     const AFX_MSGMAP* GetMessageMap() const override { return GetThisMessageMap(); }

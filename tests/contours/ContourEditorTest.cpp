@@ -130,6 +130,8 @@ TEST_F(ContourEditorTest, ShowsTheFileWithItsColumnsAndSwatches) {
         EXPECT_EQ(0x0000FFU, editor.SwatchOfRow(0));
         EXPECT_EQ(0x00FF00U, editor.SwatchOfRow(1));
         EXPECT_EQ(0xFF0000U, editor.SwatchOfRow(2));
+        EXPECT_EQ(std::pair(DpiCor(16), DpiCor(16)), editor.SwatchSizeOfRow(1));
+        EXPECT_THAT(editor.Groups(), ElementsAre(L"Generate from"));
         editor.Key("Escape");
     });
     const std::string before = ReadBytes(path);
@@ -600,6 +602,7 @@ TEST_F(ContourEditorTest, GeneratesFromARange) {
         })
         .Then([](OpenDialog& range) {
             EXPECT_EQ(L"Generate Contours", range.Title());
+            EXPECT_THAT(range.Groups(), ElementsAre(L"Range"));
             EXPECT_THAT(range.Buttons(), ElementsAre(L"OK", L"Cancel"));
             EXPECT_TRUE(range.HasFocus(L"Lowest level"));
             for (const wchar_t* const field : {L"Lowest level", L"Highest level", L"Interval"})

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// A dialog that is open, message boxes and the system's dialogs included, as a user has it: controls go by
@@ -52,6 +53,9 @@ public:
     virtual std::vector<std::wstring> Buttons() const = 0; ///< what stands on them, in the order of Tab
     virtual int ColumnWidth(int column) const = 0;         ///< of the dialog's list, in pixels
     virtual bool IsRowVisible(int row) const = 0;          ///< without scrolling
+    virtual std::vector<std::wstring> Groups() const = 0;  ///< the titles of its frames
+    /// Width and height in pixels of the colour that is in the middle of the row's swatch.
+    virtual std::pair<int, int> SwatchSizeOfRow(int row) const = 0;
 };
 
 /// Uses the dialogs that the program under test opens. What a script does may open others, which have the

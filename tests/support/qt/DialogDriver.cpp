@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QFileDialog>
+#include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -161,11 +162,30 @@ public:
     }
 
     std::uint32_t SwatchOfRow(int row) const override {
-        const QRect place = Place(row);
-        const QPoint middle(place.left() + 3 + List().iconSize().width() / 2, place.center().y());
-        const QPixmap picture = List().viewport()->grab();
-        const QColor color = picture.toImage().pixelColor(middle * picture.devicePixelRatio());
+        const QColor color = Picture().pixelColor(MiddleOfSwatch(row));
         return static_cast<std::uint32_t>(color.red() | color.green() << 8 | color.blue() << 16);
+    }
+
+    std::pair<int, int> SwatchSizeOfRow(int row) const override {
+        const QPoint middle = MiddleOfSwatch(row);
+        const QImage picture = Picture();
+        const auto extent = [&](QPoint step) {
+            int count = -1; // the middle is counted twice
+            for (const QPoint direction : {step, -step})
+                for (QPoint at = middle;
+                     picture.valid(at) && picture.pixelColor(at) == picture.pixelColor(middle);
+                     at += direction)
+                    ++count;
+            return static_cast<int>(count / picture.devicePixelRatio());
+        };
+        return {extent({1, 0}), extent({0, 1})};
+    }
+
+    std::vector<std::wstring> Groups() const override {
+        std::vector<std::wstring> groups;
+        for (const QGroupBox* const group : m_dialog.findChildren<QGroupBox*>())
+            groups.push_back(Plain(group->title()));
+        return groups;
     }
 
     void Accept() override { m_dialog.accept(); }
@@ -217,6 +237,14 @@ public:
     }
 
 private:
+    QImage Picture() const { return List().viewport()->grab().toImage(); }
+
+    QPoint MiddleOfSwatch(int row) const {
+        const QRect place = Place(row);
+        const QPoint middle(place.left() + 3 + List().iconSize().width() / 2, place.center().y());
+        return middle * List().devicePixelRatioF();
+    }
+
     // QTest takes one over an active parent for active.
     void WaitForActivation() const {
         const QPointer<QDialog> dialog(&m_dialog);

@@ -217,6 +217,24 @@ TEST_F(ContourEditingTest, GeneratesFromAColorTable) {
     EXPECT_EQ((ContourEditing::Contour{0, 0, 10, 0x01FF00, false}), editing.List()[1]);
 }
 
+TEST_F(ContourEditingTest, LevelsThatAreNoFiniteNumberCanBeRemovedAndReplaced) {
+    const std::wstring table = m_folder.File(L"odd.col");
+    WriteBytes(table, "[ColorTable]\nEntry(0) = -inf,0,0,0\nEntry(1) = 3,0,0,0\nEntry(2) = 3,9,9,9\n"
+                      "Entry(3) = inf,0,0,0\nEntry(4) = nan,0,0,0\n");
+    ContourEditing editing{std::wstring()};
+    EXPECT_EQ(std::nullopt, editing.GenerateFromColorTable(table));
+    std::vector<std::wstring> shown;
+    for (int i = 0; i < editing.List().NumContours(); ++i)
+        shown.push_back(ContourEditing::Row(editing.List()[i]).front());
+    EXPECT_THAT(shown, ElementsAre(L"-inf", L"3.00", L"3.00", L"inf", L"nan"));
+    EXPECT_EQ(std::nullopt, editing.Edit(4, {.level = 7}));
+    EXPECT_EQ(std::nullopt, editing.Edit(editing.PositionOf(HUGE_VAL), {.level = 8}));
+    EXPECT_EQ(0, editing.Remove({0}));
+    EXPECT_EQ(TextId::CONTOUR_DUPLICATE_LEVEL, editing.Add({.level = 3}));
+    EXPECT_EQ(1, editing.Remove({1})); // the second of two equal ones
+    EXPECT_THAT(LevelsOf(editing.List()), ElementsAre(3, 7, 8));
+}
+
 TEST_F(ContourEditingTest, AColorTableThatCannotBeReadLeavesTheListAsItIs) {
     WriteBytes(m_folder.Path() / "broken.col", "[ColorTable]\nEntry(0) = 1,0,0,0\nEntry(1) = two,0,0,0\n");
     WriteBytes(m_folder.Path() / "other.col", "[Window]\nWidth = 10\n");

@@ -104,6 +104,12 @@ std::wstring DataFolder() { return DataSearch::GetDataSearch().GetFilePath(DataS
 
 CString Filter(TextId name, const wchar_t* pattern) { return LoadText(name) + std::wstring(pattern); }
 
+// Whether the user closed the dialog with OK, and the editor, whose part `editing` is, was not deleted
+// meanwhile.
+bool IsConfirmed(auto& dialog, std::weak_ptr<ContourEditing> editing) {
+    return dialog.DoModal() == IDOK && !editing.expired();
+}
+
 } // namespace
 
 CEditContourDlg::CEditContourDlg(const Contour& contour, CWnd* parent)
@@ -162,7 +168,7 @@ CContourEditor::CContourEditor(const CString& path, CWnd* parent)
     : CDialog(path.IsEmpty() ? CString(LoadText(TextId::CONTOURS_CAPTION))
                              : CString(GetTitleFromPath(path.String())),
               EditorContent(), parent),
-      m_editing(std::make_unique<ContourEditing>(path.String())) {}
+      m_editing(std::make_shared<ContourEditing>(path.String())) {}
 
 CContourEditor::~CContourEditor() = default;
 
@@ -195,8 +201,8 @@ void CContourEditor::OnInitDialog() {
                                    TextId::CONTOURS_COLUMN_WIDTH, TextId::CONTOURS_COLUMN_TYPE};
     int column = 0;
     for (const TextId heading : headings) m_contours.InsertColumn(column++, LoadText(heading), DpiCor(70));
-    ShowFailure(m_editing->OpeningFault());
     UpdateContourList(0, false);
+    ShowFailure(m_editing->OpeningFault());
 }
 
 void CContourEditor::UpdateContourList(double level, bool select) {
@@ -235,7 +241,7 @@ void CContourEditor::ShowFailure(const std::wstring& text) {
 
 void CContourEditor::OnAddContour() {
     CEditContourDlg dialog({}, this);
-    if (dialog.DoModal() != IDOK) return;
+    if (!IsConfirmed(dialog, m_editing)) return;
     if (const auto failure = m_editing->Add(dialog.Get()))
         ShowFailure(LoadText(*failure));
     else
@@ -246,10 +252,11 @@ void CContourEditor::OnEditContour() {
     const int row = ContourEditing::RowToEdit(m_contours.GetSelectedItems());
     if (row == -1) return;
     CEditContourDlg dialog(m_editing->List()[row], this);
-    if (dialog.DoModal() != IDOK) return;
-    if (const auto failure = m_editing->Edit(row, dialog.Get())) ShowFailure(LoadText(*failure));
+    if (!IsConfirmed(dialog, m_editing)) return;
+    const auto failure = m_editing->Edit(row, dialog.Get());
     // After a failure as well: the contour is gone then, and the rows would stand for others.
     UpdateContourList(dialog.Get().level, true);
+    if (failure) ShowFailure(LoadText(*failure));
 }
 
 void CContourEditor::OnRemoveContour() {
@@ -263,32 +270,34 @@ void CContourEditor::OnRemoveContour() {
 
 void CContourEditor::OnGenerateFromRange() {
     CContourGenerationDlg dialog(this);
-    if (dialog.DoModal() != IDOK) return;
-    if (const auto failure =
-            m_editing->GenerateFromRange(dialog.Lowest(), dialog.Highest(), dialog.Interval()))
-        ShowFailure(LoadText(*failure));
+    if (!IsConfirmed(dialog, m_editing)) return;
+    const auto failure = m_editing->GenerateFromRange(dialog.Lowest(), dialog.Highest(), dialog.Interval());
     UpdateContourList(0, false);
+    if (failure) ShowFailure(LoadText(*failure));
 }
 
 void CContourEditor::OnGenerateFromColorTable() {
     CFileDialog dialog(true, {}, {}, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST,
                        Filter(TextId::CONTOURS_COLOR_TABLE_FILES, L"|*.col||"), this);
     dialog.SetInitialFolder(DataFolder());
-    if (dialog.DoModal() != IDOK) return;
-    if (const auto failure = m_editing->GenerateFromColorTable(dialog.GetPathName().String()))
-        ShowFailure(LoadText(*failure));
+    if (!IsConfirmed(dialog, m_editing)) return;
+    const auto failure = m_editing->GenerateFromColorTable(dialog.GetPathName().String());
     UpdateContourList(0, false);
+    if (failure) ShowFailure(LoadText(*failure));
 }
 
 void CContourEditor::OnOK() {
+    const std::weak_ptr<ContourEditing> editing = m_editing;
     const std::wstring question = m_editing->Question();
     if (!question.empty() && MessageBoxW(question, GetWindowTextW(), MB_YESNO | MB_ICONQUESTION) != IDYES)
         return;
-    const std::wstring failure =
-        m_editing->Save(m_editing->Path().empty() ? AskForFile() : m_editing->Target());
+    if (editing.expired()) return;
+    const std::wstring path = m_editing->Path().empty() ? AskForFile() : m_editing->Target();
+    if (editing.expired()) return;
+    const std::wstring failure = m_editing->Save(path);
     m_hasSaved = failure.empty();
     ShowFailure(failure);
-    EndDialog(IDOK);
+    if (!editing.expired()) EndDialog(IDOK);
 }
 
 // Empty when the user chose none.

@@ -114,10 +114,11 @@ private:
     void UpdateContourList(double level, bool select);
     void SelectCountourInList(int position); // -1 for none
 
-    void ShowFailure(const std::wstring& text); // unless it is empty
+    // The message, unless the text is empty. A host may delete the editor meanwhile.
+    void ShowFailure(const std::wstring& text);
     std::wstring AskForFile();
 
-    const std::unique_ptr<ContourEditing> m_editing;
+    const std::shared_ptr<ContourEditing> m_editing;
     bool m_hasSaved = false;
     CListCtrl m_contours;
     CButton m_remove;

@@ -67,7 +67,8 @@ TEST_F(ContourEditingTest, BeginsEmptyWithoutAPathOrAFile) {
 TEST_F(ContourEditingTest, SaysThatAFileHasNoContoursThatCanBeRead) {
     std::filesystem::create_directory(m_folder.Path() / "folder.cdf");
     WriteBytes(m_folder.Path() / "empty.cdf", "");
-    WriteBytes(m_folder.Path() / "binary.cdf", std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\xFF\xFE[[", 23));
+    constexpr char kPicture[] = "\x89PNG\r\n\x1A\n\0\0\0\rIHDR\xFF\xFE[[";
+    WriteBytes(m_folder.Path() / "binary.cdf", std::string_view(kPicture, sizeof kPicture));
     WriteBytes(m_folder.Path() / "letter.cdf", "Dear all,\nplease find enclosed\n");
     WriteBytes(m_folder.Path() / "settings.cdf", "[Window]\nWidth = 10\n");
     WriteBytes(m_folder.Path() / "twice.cdf", "[Contour(0)]\nLevel = 1\n[Contour(0)]\nLevel = 2\n");

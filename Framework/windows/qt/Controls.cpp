@@ -4,6 +4,7 @@
 #include "Framework/windows/qt/private/Swatch.h"
 
 #include <QAccessible>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
@@ -65,6 +66,14 @@ protected:
         item.rcItem = {0, 0, width(), height()};
         if (m_link) m_link->ForOwner([&](NativeWindowOwner& owner) { owner.OnDrawItem(item); });
         m_contexts.close(dc);
+    }
+
+    // It is for no dialog to choose as the button for Enter everywhere, and so does not get that key by Qt.
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            click();
+        else
+            QPushButton::keyPressEvent(event);
     }
 
 private:

@@ -9,7 +9,9 @@
 #include <QApplication>
 #include <QBackingStore>
 #include <QColorDialog>
+#include <QDialog>
 #include <QImage>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPointer>
 #include <QTest>
@@ -316,6 +318,32 @@ TEST(ColorButton_Face, TabReachesIt) {
     first.SetFocus();
     QTest::keyClick(&Widget(first), Qt::Key_Tab);
     EXPECT_TRUE(Widget(second).hasFocus());
+}
+
+// As that of a host's own buttons; but in the host's fields Enter is for another button than this.
+TEST(ColorButton_Face, EnterIsForItWhileItHasTheKeyboard) {
+    EventLoop loop;
+    QDialog host;
+    auto* const rows = new QVBoxLayout(&host);
+    ColorButton button;
+    QLineEdit edit;
+    ASSERT_TRUE(button.Create(L"Pen"));
+    rows->addWidget(&Widget(button));
+    rows->addWidget(&edit);
+    host.open();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&host));
+    edit.setFocus();
+    {
+        const DialogDriver none; // a dialog would find no script
+        QTest::keyClick(&edit, Qt::Key_Return);
+    }
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        DialogDriver driver;
+        driver.Then([](OpenDialog& dialog) { dialog.Key("Escape"); });
+        button.SetFocus();
+        QTest::keyClick(&Widget(button), key);
+    }
+    EXPECT_TRUE(host.isVisible());
 }
 
 TEST(ColorButton_Face, HasRoomForItsCaptionInALayout) {

@@ -6,9 +6,10 @@
 
 /// A drop-down list of the installed TrueType faces by name, for the face of a text style.
 ///
-/// A host makes it by Create(), with CBS_SORT for a list in the order of the names (it sorts without regard
-/// to case) instead of that of the system's enumeration, places its NativeHandle() into its own layout, and
-/// fills it. Nothing is selected then.
+/// A host makes it by Create(), with CBS_SORT for a list in the order of the names, without regard to case,
+/// instead of that of the system's enumeration. It places the NativeHandle() into its own layout and fills
+/// the list; nothing is selected then. To hear of a choice it gives a class of its own an entry for
+/// CBN_SELCHANGE; on Linux the handle is a QComboBox, whose signals do as well.
 class UTILITYDLL_API FontCombo : public CComboBox {
 public:
     FontCombo();

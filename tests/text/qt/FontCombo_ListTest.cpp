@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <set>
+#include <vector>
 
 namespace {
 
@@ -61,6 +62,34 @@ TEST(FontCombo_List, LettersArrowsAndMnemonicWork) {
     EXPECT_EQ(0, shown.combo.GetCurSel());
     QTest::keyClick(&shown.Widget(), Qt::Key_End);
     EXPECT_EQ(shown.combo.GetCount() - 1, shown.combo.GetCurSel());
+}
+
+TEST(FontCombo_List, HostHearsOfChoicesByItsClassAndByQt) {
+    struct HostsCombo : FontCombo {
+        std::vector<int> chosen;
+        void OnChosen() { chosen.push_back(GetCurSel()); }
+        const AFX_MSGMAP* GetMessageMap() const override {
+            static const AFX_MSGMAP_ENTRY entries[] = {
+                {WM_REFLECTED_COMMAND, CBN_SELCHANGE, 0, Handler(&HostsCombo::OnChosen)}, {}};
+            static const AFX_MSGMAP map = {&FontCombo::GetThisMessageMap, entries};
+            return &map;
+        }
+    };
+    EventLoop loop;
+    HostsCombo combo;
+    ASSERT_TRUE(combo.Create());
+    combo.FillCombo();
+    auto* const native = qobject_cast<QComboBox*>(static_cast<QWidget*>(combo.NativeHandle()));
+    ASSERT_TRUE(native);
+    std::vector<int> changes;
+    QObject::connect(native, &QComboBox::currentIndexChanged, [&](int index) { changes.push_back(index); });
+    QTest::keyClick(native, Qt::Key_Down);
+    QTest::keyClick(native, Qt::Key_Down);
+    EXPECT_EQ((std::vector{0, 1}), combo.chosen);
+    EXPECT_EQ((std::vector{0, 1}), changes);
+    combo.SetCurSel(0); // not by the user
+    EXPECT_EQ((std::vector{0, 1}), combo.chosen);
+    EXPECT_EQ((std::vector{0, 1, 0}), changes);
 }
 
 TEST(FontCombo_List, ScreenReadersGetAListWithTheNameOfItsLabel) {

@@ -39,6 +39,13 @@ QColor Inverse(COLORREF color) {
 
 QWidget& Widget(const CWnd& window) { return *static_cast<QWidget*>(window.NativeHandle()); }
 
+// Without a window manager nobody else makes it active.
+bool IsActive(QWidget& window) {
+    window.show();
+    window.activateWindow();
+    return QTest::qWaitForWindowActive(&window);
+}
+
 // Hands requests on as they are, or with another rectangle or action.
 class WatchedButton : public ColorButton {
 public:
@@ -100,8 +107,7 @@ struct Shown {
     explicit Shown(const std::wstring& caption = L"Pen", QSize size = {120, 40}) {
         EXPECT_TRUE(button.Create(caption.c_str()));
         Widget(button).setFixedSize(size);
-        Widget(button).show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&Widget(button)));
+        EXPECT_TRUE(IsActive(Widget(button)));
         loop.RunWhatWaits();
     }
 };
@@ -232,18 +238,23 @@ TEST(ColorButton_Face, OldFaceStaysUntilItIsDrawnAnew) {
     EXPECT_EQ(Color(kColor), OnScreen(shown.button, middle));
 }
 
-TEST(ColorButton_Face, IsDrawnAnewWithTheChosenColor) {
+TEST(ColorButton_Face, ShowsTheColorThatWasChosenAndNotOneThatWasCancelled) {
     Shown shown(L"");
-    DialogDriver driver;
-    driver.Then([](OpenDialog& dialog) {
-        dialog.EnterColor(kColor);
-        dialog.Accept();
-    });
-    QTest::mouseClick(&Widget(shown.button), Qt::LeftButton);
-    EXPECT_EQ(kColor, shown.button.GetColor());
-    EXPECT_TRUE(shown.loop.RunUntil([&] { return OnScreen(shown.button, {60, 20}) == Color(kColor); }));
-    EXPECT_EQ(Inverse(kColor), OnScreen(shown.button, {0, 0}));
-    EXPECT_EQ(Inverse(kColor), OnScreen(shown.button, {119, 39}));
+    for (const bool isTaken : {false, true}) {
+        SCOPED_TRACE(isTaken);
+        DialogDriver driver;
+        driver.Then([&](OpenDialog& dialog) {
+            dialog.EnterColor(kColor);
+            dialog.Key(isTaken ? "Enter" : "Escape");
+        });
+        shown.button.ForceColorChange();
+        shown.loop.RunWhatWaits();
+        const COLORREF color = isTaken ? kColor : 0;
+        EXPECT_EQ(color, shown.button.GetColor());
+        EXPECT_EQ(Color(color), OnScreen(shown.button, {60, 20}));
+        EXPECT_EQ(Inverse(color), OnScreen(shown.button, {0, 0}));
+        EXPECT_EQ(Inverse(color), OnScreen(shown.button, {119, 39}));
+    }
 }
 
 TEST(ColorButton_Face, MouseAndKeyboardOpenTheDialogWithTheColor) {
@@ -269,8 +280,7 @@ TEST(ColorButton_Face, MouseAndKeyboardOpenTheDialogWithTheColor) {
             EXPECT_EQ(widget.window(), shownDialog->parentWidget()->window());
             dialog.Key("Escape");
         });
-        widget.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&widget));
+        ASSERT_TRUE(IsActive(widget));
         widget.setFocus();
         const int before = opened;
         way();
@@ -313,8 +323,7 @@ TEST(ColorButton_Face, TabReachesIt) {
         ASSERT_TRUE(button->Create(L"Pen"));
         rows->addWidget(&Widget(*button));
     }
-    host.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&host));
+    ASSERT_TRUE(IsActive(host));
     first.SetFocus();
     QTest::keyClick(&Widget(first), Qt::Key_Tab);
     EXPECT_TRUE(Widget(second).hasFocus());
@@ -330,8 +339,7 @@ TEST(ColorButton_Face, EnterIsForItWhileItHasTheKeyboard) {
     ASSERT_TRUE(button.Create(L"Pen"));
     rows->addWidget(&Widget(button));
     rows->addWidget(&edit);
-    host.open();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&host));
+    ASSERT_TRUE(IsActive(host));
     edit.setFocus();
     {
         const DialogDriver none; // a dialog would find no script
@@ -377,8 +385,7 @@ TEST(ColorButton_Face, HostMayGoWhileTheUserChooses) {
     ColorButton button;
     ASSERT_TRUE(button.Create(L"Pen"));
     (new QVBoxLayout(host))->addWidget(&Widget(button));
-    host->show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(host));
+    ASSERT_TRUE(IsActive(*host));
     DialogDriver driver;
     driver.Then([&](OpenDialog& dialog) {
         dialog.EnterColor(kColor);
@@ -397,7 +404,7 @@ TEST(ColorButton_Face, ButtonMayGoWhileTheUserChooses) {
         auto button = std::make_unique<ColorButton>();
         ASSERT_TRUE(button->Create(L"Pen"));
         const QPointer<QWidget> widget = &Widget(*button);
-        widget->show();
+        ASSERT_TRUE(IsActive(*widget));
         DialogDriver driver;
         driver.Then([&](OpenDialog& dialog) {
             dialog.EnterColor(kColor);

@@ -26,6 +26,7 @@ struct Shown {
         combo.FillCombo();
         (new QFormLayout(&host))->addRow("&Face:", &Widget());
         host.show();
+        host.activateWindow(); // without a window manager nobody else does
         EXPECT_TRUE(QTest::qWaitForWindowActive(&host));
     }
 

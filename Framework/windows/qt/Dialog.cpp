@@ -34,7 +34,7 @@ protected:
     }
 };
 
-// Wants to be as large as its columns and a dozen rows.
+// Wants to be as large as its columns, with all of what the last one says, and a dozen rows.
 class List final : public QTreeView {
 public:
     explicit List(QWidget* parent) : QTreeView(parent) {}
@@ -43,7 +43,9 @@ public:
         constexpr int kRows = 12;
         const int rowHeight = std::max({sizeHintForRow(0), fontMetrics().height(), iconSize().height()});
         const int frame = 2 * frameWidth();
-        return {header()->length() + verticalScrollBar()->sizeHint().width() + frame,
+        const int last = header()->count() - 1; // takes what room is left
+        const int more = last < 0 ? 0 : std::max(0, sizeHintForColumn(last) - columnWidth(last));
+        return {header()->length() + more + verticalScrollBar()->sizeHint().width() + frame,
                 header()->sizeHint().height() + kRows * rowHeight + frame};
     }
 };

@@ -17,6 +17,8 @@ namespace {
 
 constexpr UINT kList = 100, kFirst = 101, kSecond = 102;
 
+constexpr wchar_t kWide[] = L"a wider text";
+
 class ListDialog final : public CDialog {
 public:
     ListDialog() : CDialog(L"List", {DialogItem::COLUMN, 0, {}, {{DialogItem::LIST_VIEW, kList, L"Rows"}}}) {}
@@ -24,9 +26,10 @@ public:
 private:
     void OnInitDialog() override {
         CDialog::OnInitDialog();
-        for (const wchar_t* const heading : {L"A", L"B", L"A heading that is wider than its column", L"D"})
+        for (const wchar_t* const heading : {L"A", L"B", L"A wide heading", L"D"})
             m_list.InsertColumn(m_columns++, heading, 70);
         for (int row = 0; row < 100; ++row) m_list.InsertItem(row, L"text", -1);
+        m_list.SetItemText(0, 3, kWide);
     }
     void DoDataExchange(CDataExchange* exchange) override { DDX_Control(exchange, kList, m_list); }
 
@@ -68,6 +71,7 @@ TEST(DialogLayout, ListShowsItsColumnsAndADozenRows) {
         const auto& list = *QApplication::activeModalWidget()->findChild<QTreeView*>();
         EXPECT_FALSE(list.horizontalScrollBar()->isVisible());
         EXPECT_GE(list.viewport()->width(), list.header()->length());
+        EXPECT_GT(list.columnWidth(3), list.fontMetrics().horizontalAdvance(QString::fromWCharArray(kWide)));
         EXPECT_TRUE(list.verticalScrollBar()->isVisible());
         EXPECT_EQ(list.viewport()->height() / list.sizeHintForRow(0), 12);
         dialog.Key("Escape");

@@ -1,19 +1,23 @@
 #!/usr/bin/env bash
-# tools/dialog-pictures.sh FOLDER: takes pictures of every dialog and control there, light and dark, in English and
-# German, at 100 % and 200 %.
+# tools/dialog-pictures.sh FOLDER [SCALE]: takes pictures of every dialog and control there, in English and German,
+# light and dark.
 set -euo pipefail
-folder=$(realpath -m "${1:?usage: tools/dialog-pictures.sh FOLDER}")
+folder=$(realpath -m "${1:?usage: tools/dialog-pictures.sh FOLDER [SCALE]}")
+scale=${2:-1}
 cd "$(dirname "$0")/.."
 . tools/prepare.sh
-prepare $packages_build $packages_test
+prepare $packages_build $packages_test qt6-translations-l10n
+
+step "Build"
 cmake --preset release >/dev/null
-cmake --build build/release --target DialogPictures FrameworkWindows FrameworkFonts >/dev/null
+cmake --build build/release --target DialogPictures FrameworkWindows FrameworkFonts
+
+step "Pictures"
 mkdir -p "$folder"
 for language in en de; do
     for theme in light dark; do
-        for scale in 1 2; do
-            LANG=$language UTILITYDLL_LANGUAGE=$language QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=$scale \
-                build/release/bin/DialogPictures "$folder" "-$language-$theme-$scale" "$theme" >/dev/null
-        done
+        suffix=-$language-$theme$([ "$scale" = 1 ] || echo "-$scale")
+        UTILITYDLL_LANGUAGE=$language QT_SCALE_FACTOR=$scale tools/xvfb.sh \
+            build/release/bin/DialogPictures "$folder" "$suffix" "$theme" | grep -A 9 -e Failure -e PASSED
     done
 done

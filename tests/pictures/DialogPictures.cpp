@@ -9,13 +9,15 @@
 #include "tests/support/EventLoop.h"
 
 #include <QApplication>
-#include <QLabel>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QPainter>
 #include <QPalette>
 #include <QStyle>
+#include <QTranslator>
 #include <QVBoxLayout>
+#include <QWidget>
 #include <gtest/gtest.h>
-#include <iostream>
 #include <string>
 #include <vector>
 
@@ -53,7 +55,9 @@ public:
         for (QWidget* const widget : over) painter.drawPixmap(widget->pos() - all.topLeft(), widget->grab());
         painter.end();
         const std::string file = m_folder + "/" + name + m_suffix + ".png";
-        if (!picture.toImage().convertToFormat(QImage::Format_RGB888).save(QString::fromStdString(file)))
+        if (!picture.toImage()
+                 .convertToFormat(QImage::Format_RGB888)
+                 .save(QString::fromStdString(file), "PNG", 0))
             ADD_FAILURE() << file << " cannot be written";
     }
     void TakeDialog(const char* name) const {
@@ -129,6 +133,10 @@ TEST(DialogPictures, AreTaken) {
     const std::vector<std::string> arguments = ::testing::internal::GetArgvs();
     ASSERT_EQ(4U, arguments.size()) << "usage: DialogPictures FOLDER SUFFIX light|dark";
     const EventLoop loop;
+    QTranslator texts; // of the buttons of messages
+    if (texts.load(QLocale(qEnvironmentVariable("UTILITYDLL_LANGUAGE")), "qtbase", "_",
+                   QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&texts);
     QApplication::setStyle("Fusion");
     QApplication::setPalette(arguments[3] == "dark" ? DarkPalette()
                                                     : QApplication::style()->standardPalette());

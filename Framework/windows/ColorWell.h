@@ -2,7 +2,9 @@
 
 #include "Framework/windows/Button.h"
 
-/// A push button that shows a colour beside its caption, and has the user choose another by a click.
+/// A push button of a dialog (COLOR_WELL) that shows a colour beside its caption, black at first, and has the
+/// user choose another by a click. The colour stays when the window goes; a window has it from the next
+/// SetColor() on.
 class FRAMEWORK_API CColorWell : public CButton {
 public:
     COLORREF GetColor() const { return m_color; }

@@ -7,14 +7,17 @@ class NativeToolkit;
 /// A part of a dialog, or one that a host places into its own window.
 ///
 /// What the user does to it is told to itself first, by the entries of WM_REFLECTED_COMMAND in its message
-/// map, and, unless one of these is for it, to its parent by those of WM_COMMAND.
+/// map, and, unless one of these is for it, to its parent by those of WM_COMMAND. What the program does to it
+/// is told as well where a class says so.
+///
+/// Its window goes with that of its parent. Without a window it has nothing, and nothing is done to it.
 class FRAMEWORK_API CControl : public CWnd {
 public:
     UINT GetDlgCtrlID() const { return m_id; }       ///< its number among the parent's
     CWnd* GetParent() const { return Of(m_parent); } ///< null without one, and when it is gone
 
 protected:
-    /// Has the backend make the control, unless it is there already.
+    /// Has the backend make the control, unless it is there already: it then stays as it is, with its parent.
     using MakeControl =
         std::function<ErrorString(NativeToolkit& toolkit, NativeWindowOwner& owner, NativeWindow* parent,
                                   std::unique_ptr<NativeWindow>& control)>;

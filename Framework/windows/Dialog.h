@@ -14,8 +14,8 @@ class FRAMEWORK_API CDataExchange {
 public:
     CDataExchange(CDialog& dialog, bool save) : m_pDlgWnd(&dialog), m_bSaveAndValidate(save) {}
 
-    /// Says at the edit field what is wrong with its text and gives it the keyboard. Only the first of a run
-    /// does; values of others are left alone from then on.
+    /// Says at the edit field what is wrong with its text and gives it the keyboard; of another control,
+    /// nothing is said. Only the first of a run counts; values of others are left alone from then on.
     void Fail(UINT id, const CString& message);
     bool HasFailed() const { return m_hasFailed; }
 
@@ -28,38 +28,48 @@ private:
 
 /// A modal dialog: the user can use no other window of the program until it is closed.
 ///
-/// Enter presses the default button, Escape and the window's own button for closing press the one of
-/// IDCANCEL.
+/// Enter presses the push button that has the keyboard, and else the default one. Escape and the window's own
+/// button for closing press the one of IDCANCEL. Tab goes through the controls in the order of the items.
 ///
-/// On Linux it needs the module utilitydll/FrameworkWindows.so and a display, or the platform "offscreen".
-/// Where there is no QApplication, one is made for the time of the dialog.
+/// It belongs to one thread, as CWnd. On Linux it needs the module utilitydll/FrameworkWindows.so and a
+/// display, or the platform "offscreen". Where there is no QApplication, one is made for the time of the
+/// dialog.
 class FRAMEWORK_API CDialog : public CWnd {
 public:
-    /// `content` is a COLUMN. Without a parent it stands for itself.
+    /// `content` is a COLUMN. Without a parent it stands for itself; a parent has to be there when it is
+    /// shown.
     CDialog(CString caption, DialogItem content, CWnd* parent = nullptr);
     ~CDialog() override;
 
-    /// Shows the dialog until it is closed. Returns what EndDialog() was given, IDOK or IDCANCEL; -1 when it
-    /// could not be shown, and `whyNot` then says what is missing and what to do. Dialogs may open dialogs.
+    /// Shows the dialog until it is closed. Returns what EndDialog() was given, IDOK or IDCANCEL; IDCANCEL as
+    /// well when others closed or destroyed it; -1 when it could not be shown, and `whyNot` then says what is
+    /// missing and what to do. Dialogs may open dialogs, and may be shown again.
+    ///
+    /// A handler may delete the dialog; nothing of it is used from then on. An exception that leaves
+    /// OnInitDialog() comes out of here, with the dialog closed; those of handlers end there.
     int DoModal(ErrorString* whyNot = nullptr);
 
-    /// Closes it, when the handler that called has returned.
+    /// Closes it, when the handler that called has returned, and what is open over it. In OnInitDialog() it
+    /// is not shown at all. Nothing happens while it is not shown.
     void EndDialog(int result);
 
     /// The control of that number while the dialog is shown: the class's own after DDX_Control, and otherwise
-    /// one that belongs to the dialog. Null for one that there is not.
+    /// one that belongs to the dialog. Null for one that there is not, and after the class's own one has
+    /// gone.
     CControl* GetDlgItem(UINT id) const;
 
     /// Has DoDataExchange() read the controls into the class's data (`save`), or put the data into the
     /// controls. False when a control has what is no value; the user was told, and the control has the
-    /// keyboard.
+    /// keyboard. While the dialog is not shown there is nothing to exchange.
     bool UpdateData(bool save = true);
 
     const AFX_MSGMAP* GetMessageMap() const override { return GetThisMessageMap(); }
     static const AFX_MSGMAP* GetThisMessageMap();
 
-    /// Shows a message over the dialog until the user closes it: MB_OK or MB_YESNO, with MB_ICONQUESTION or
-    /// MB_ICONERROR. Returns IDOK, IDYES or IDNO; IDNO also when a question is closed otherwise.
+    /// Shows a message over the dialog, or for itself while that is not shown, until the user closes it:
+    /// MB_OK or MB_YESNO, whose default is Yes, with MB_ICONQUESTION, MB_ICONERROR or no icon. The text is
+    /// plain, with line breaks and tabs. Returns IDOK, IDYES or IDNO; IDNO also when a question is closed
+    /// otherwise, and when nothing can be shown.
     int MessageBoxW(const CString& text, const CString& caption, UINT type);
 
     /// As DDX_Control(), which calls it.
@@ -93,9 +103,11 @@ private:
     std::shared_ptr<Shown> m_shown; // null while it is not
 };
 
-/// Has `control` stand for the dialog's control of that number while the dialog is shown. It must be of its
-/// kind.
+/// Has `control` stand for the dialog's control of that number while the dialog is shown, and for no other
+/// one. Of another kind than that, it can do what CWnd does. It may go before the dialog.
 FRAMEWORK_API void DDX_Control(CDataExchange* exchange, UINT id, CControl& control);
+
+// Values of controls. They are left alone when there is no such control, and once one of the run has failed.
 
 /// An edit field with any text.
 FRAMEWORK_API void DDX_Text(CDataExchange* exchange, UINT id, CString& value);

@@ -12,7 +12,7 @@ struct DialogItem {
     enum Kind {
         COLUMN, ///< items below each other
         ROW,    ///< items beside each other
-        FORM,   ///< pairs of a LABEL and what it names, below each other
+        FORM,   ///< pairs of a LABEL and the control that it names, below each other
         GROUP,  ///< a COLUMN with a frame and a title
         SPACE,  ///< takes what room is left
 
@@ -28,7 +28,7 @@ struct DialogItem {
     };
 
     Kind kind;
-    unsigned id = 0; ///< of a control: how CDialog finds it
+    unsigned id = 0; ///< of a control: how CDialog finds it, different for each
     std::wstring text{};
     std::vector<DialogItem> items{}; ///< of the first four kinds
     bool isDisabled = false;         ///< at first

@@ -7,7 +7,8 @@
 class FRAMEWORK_API CFileDialog {
 public:
     /// `filter` is pairs of a name and a pattern, "Tables (*.col)|*.col||". `extension` is added to a name
-    /// that has none. OFN_OVERWRITEPROMPT asks before a file that is there is taken for saving.
+    /// that has none. `fileName` is proposed. OFN_OVERWRITEPROMPT asks before a file that is there is taken
+    /// for saving; to open, only a file that is there is taken. The parent has to be there when it is shown.
     CFileDialog(bool open, CString extension, CString fileName, DWORD flags, CString filter,
                 CWnd* parent = nullptr);
 
@@ -17,7 +18,8 @@ public:
     /// IDOK, or IDCANCEL, also when it cannot be shown.
     int DoModal();
 
-    CString GetPathName() const; ///< what was chosen, with its folder
+    CString GetPathName() const; ///< what was chosen, with its folder; before that, what is proposed
+
 private:
     bool m_open;
     CString m_extension;

@@ -14,12 +14,14 @@ public:
     /// The size of a picture in pixels.
     CImageList(int width, int height) : m_width(width), m_height(height) {}
 
-    /// The position of the swatch of that colour, which is added if it is not there yet.
+    /// The position from 0 of the swatch of that colour, which is added if it is not there yet.
     int Add(COLORREF color);
 
     int Width() const { return m_width; }
     int Height() const { return m_height; }
     int GetImageCount() const { return static_cast<int>(m_colors.size()); }
+
+    /// Throws std::out_of_range for a position that there is not.
     COLORREF ColorAt(int position) const { return m_colors.at(static_cast<std::size_t>(position)); }
 
 private:

@@ -25,7 +25,7 @@ void CListCtrl::InsertItem(int row, const CString& text, int image) {
 }
 
 void CListCtrl::SetItemText(int row, int column, const CString& text) {
-    if (auto* const list = List(); list && HasRow(*list, row)) list->SetText(row, column, text.String());
+    if (auto* const list = List(); list && HasRow(*list, row)) list->SetTextAt(row, column, text.String());
 }
 
 CString CListCtrl::GetItemText(int row, int column) const {

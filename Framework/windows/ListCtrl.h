@@ -9,10 +9,12 @@ class NativeListView;
 
 /// A list of rows with columns, of which any number can be selected. Rows and columns count from 0; those
 /// that there are not have empty texts and cannot be changed. Tells LVN_ITEMCHANGED when the selection
-/// changes, and NM_DBLCLK for a double click on a row.
+/// changes, by the program as well, and NM_DBLCLK for a double click on a row. That selected rows were
+/// deleted is told once they are.
 class FRAMEWORK_API CListCtrl : public CControl {
 public:
-    /// `width` in pixels.
+    /// Inserts before the column of that number, at the end for one beyond. `width` in pixels; a column is at
+    /// least as wide as its heading.
     void InsertColumn(int column, const CString& heading, int width);
 
     /// Copies the pictures that rows show from now on.
@@ -28,7 +30,8 @@ public:
     void DeleteAllItems();
 
     /// Between false and true, nothing is drawn and nobody is told: filling a long list takes no longer than
-    /// it must.
+    /// it must. No row is selected any more then; that is told at the end, if one was. The list stays
+    /// scrolled to where it was.
     void SetRedraw(bool redraw);
 
     /// The selected rows, ascending.

@@ -4,7 +4,7 @@
 
 class CWnd;
 
-/// What a window does about what its controls tell.
+/// What a window does about what its controls tell: see CWnd::OnCmdMsg().
 struct AFX_MSGMAP_ENTRY {
     /// WM_COMMAND for what controls tell their parent, WM_REFLECTED_COMMAND for what a control is told of
     /// itself first. An entry of 0 ends a map.
@@ -14,7 +14,8 @@ struct AFX_MSGMAP_ENTRY {
     void (CWnd::*handler)();
 };
 
-/// A class's entries, and how its base class's are found; null for CWnd, which has no entries.
+/// A class's entries, asked in their order, and how its base class's are found; null for CWnd, which has
+/// none.
 struct AFX_MSGMAP {
     const AFX_MSGMAP* (*base)();
     const AFX_MSGMAP_ENTRY* entries;

@@ -53,8 +53,8 @@ class FRAMEWORK_API CWnd {
 public:
     CWnd();
 
-    /// Destroys the window as well; messages that wait for it are dropped. A window may delete itself in its
-    /// WindowProc(), and may live longer than the QApplication.
+    /// Destroys the window as well; messages that wait for it are dropped. A window may be deleted in its
+    /// WindowProc() and in each handler, and may live longer than the QApplication.
     virtual ~CWnd();
     CWnd(const CWnd&) = delete;
     CWnd& operator=(const CWnd&) = delete;
@@ -119,11 +119,14 @@ protected:
     /// handled, the answer is 0, and the next message comes.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
-    /// Calls the first handler of the message map for that. False when there is none.
+    /// Calls the first handler of the message map for that: of the class, then of its base. False when there
+    /// is none. What comes out of the event loop calls it so that an exception ends there, as in
+    /// WindowProc(). A handler may delete or destroy windows, its own one included.
     bool OnCmdMsg(UINT message, UINT code, UINT id);
 
-    /// The window whose target that is; null for a null pointer, and when the window is gone, which a handler
-    /// has to ask after what may have deleted it.
+    /// The window whose target that is; null for a null pointer, and when the window is gone. A handler that
+    /// shows a dialog keeps its Target() and asks afterwards, for others may have deleted the window
+    /// meanwhile.
     static CWnd* Of(const std::shared_ptr<MessageTarget>& target) {
         return target ? target->m_window : nullptr;
     }

@@ -46,7 +46,7 @@ public:
     virtual void InsertColumn(int column, const std::wstring& heading, int width) = 0;
     virtual void SetImages(const CImageList& images) = 0;
     virtual void InsertRow(int row, const std::wstring& text, int image) = 0;
-    virtual void SetText(int row, int column, const std::wstring& text) = 0;
+    virtual void SetTextAt(int row, int column, const std::wstring& text) = 0;
     virtual std::wstring TextAt(int row, int column) const = 0;
     virtual int ImageAt(int row) const = 0;
     virtual int Count() const = 0;

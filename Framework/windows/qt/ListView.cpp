@@ -113,7 +113,7 @@ void QtListView::InsertRow(int row, const std::wstring& text, int image) {
     if (Get()) m_model->Insert(row, QString::fromStdWString(text), image);
 }
 
-void QtListView::SetText(int row, int column, const std::wstring& text) {
+void QtListView::SetTextAt(int row, int column, const std::wstring& text) {
     if (Get()) m_model->SetText(row, column, QString::fromStdWString(text));
 }
 

@@ -8,6 +8,7 @@
 #include "tests/support/EventLoop.h"
 
 #include <QApplication>
+#include <QWidget>
 #include <clocale>
 #include <gmock/gmock.h>
 #include <memory>
@@ -181,4 +182,34 @@ TEST_F(Dialog_Application, OfAHostDoesNotEndWithTheLastDialog) {
     EXPECT_EQ(IDCANCEL, CFileDialog(true, {}, {}, 0, {}).DoModal());
     loop.RunWhatWaits();
     EXPECT_EQ(0, closed);
+}
+
+TEST_F(Dialog_Application, OfAHostMayCloseOrDeleteTheDialogsWidget) {
+    EventLoop loop;
+    bool mayClose = false;
+    int asked = 0;
+    const std::vector<std::function<void(QWidget&)>> ends = {
+        [&](QWidget& widget) {
+            widget.close(); // as the window's own button
+            EXPECT_EQ(1, asked);
+            EXPECT_TRUE(widget.isVisible());
+            mayClose = true;
+            widget.close();
+        },
+        [](QWidget& widget) { widget.hide(); },
+        [](QWidget& widget) { delete &widget; },
+    };
+    for (std::size_t i = 0; i < ends.size(); ++i) {
+        SCOPED_TRACE(i);
+        TestDialog dialog({Button(PRESS, L"Press")});
+        dialog.onCancel = [&] {
+            ++asked;
+            return mayClose;
+        };
+        DialogDriver driver;
+        driver.Then([&](OpenDialog&) { ends[i](*static_cast<QWidget*>(dialog.NativeHandle())); });
+        EXPECT_EQ(IDCANCEL, dialog.DoModal());
+        EXPECT_EQ(nullptr, dialog.NativeHandle());
+        loop.RunWhatWaits();
+    }
 }

@@ -47,7 +47,7 @@ public:
     void InsertColumn(int column, const std::wstring& heading, int width) override;
     void SetImages(const CImageList& images) override;
     void InsertRow(int row, const std::wstring& text, int image) override;
-    void SetText(int row, int column, const std::wstring& text) override;
+    void SetTextAt(int row, int column, const std::wstring& text) override;
     std::wstring TextAt(int row, int column) const override;
     int ImageAt(int row) const override;
     int Count() const override;

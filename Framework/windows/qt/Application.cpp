@@ -26,6 +26,10 @@ bool IsXThere() {
 }
 
 bool IsWaylandThere() {
+    if (qEnvironmentVariableIsSet("WAYLAND_SOCKET")) return true; // asking would use it up
+    // Wayland's library complains on its own where it has no folder to look in.
+    const bool isPath = qEnvironmentVariable("WAYLAND_DISPLAY").startsWith('/');
+    if (!isPath && qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) return false;
     QLibrary library("wayland-client", 0);
     const auto connect = reinterpret_cast<void* (*)(const char*)>(library.resolve("wl_display_connect"));
     const auto disconnect = reinterpret_cast<void (*)(void*)>(library.resolve("wl_display_disconnect"));
@@ -52,9 +56,9 @@ bool IsPluginThere(const QString& platform) {
 }
 
 bool IsPlatformThere(const QString& platform) {
-    if (platform.startsWith("wayland") && !IsWaylandThere()) return false;
-    if (platform == "xcb" && !IsXThere()) return false;
-    return IsPluginThere(platform);
+    if (!IsPluginThere(platform)) return false;
+    if (platform == "xcb") return IsXThere();
+    return !platform.startsWith("wayland") || IsWaylandThere();
 }
 
 bool IsDisplayThere() {

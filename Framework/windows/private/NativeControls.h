@@ -66,7 +66,8 @@ public:
     /// there is not, and the second time.
     virtual std::unique_ptr<NativeWindow> Take(unsigned id) = 0;
 
-    /// Shows it until End(); returns what that was given.
+    /// Shows it until End(); returns what that was given, and IDCANCEL when others closed it. What the owners
+    /// of it and of its controls are told meanwhile may destroy this.
     virtual int Run() = 0;
     virtual void End(int result) = 0;
 };
@@ -90,7 +91,7 @@ public:
     virtual ErrorString MakeComboBox(NativeWindowOwner& owner, bool isSorted, NativeWindow* parent,
                                      std::unique_ptr<NativeWindow>& box) = 0;
 
-    /// Makes the QApplication that is missing; it goes with the dialog.
+    /// Makes the QApplication that is missing; it goes when the dialog has gone and its Run() has returned.
     virtual ErrorString MakeDialog(NativeWindowOwner& owner, const std::wstring& caption,
                                    const DialogItem& content, NativeWindow* parent,
                                    std::unique_ptr<NativeDialog>& dialog) = 0;

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QTranslator>
+#include <cerrno> // program_invocation_name
 #include <optional>
 #include <string>
 

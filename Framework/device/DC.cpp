@@ -44,7 +44,8 @@ CGdiObject* CDC::SelectGdiObject(HDC dc, HGDIOBJ object) {
 CGdiObject* CDC::SelectStockObject(int index) { return SelectGdiObject(m_hDC, ::GetStockObject(index)); }
 
 bool CDC::FillRect(const RECT& rectangle, const CBrush& brush) {
-    return ::FillRect(m_hDC, &rectangle, static_cast<HBRUSH>(brush.m_hObject)) != 0;
+    // Wine fills nothing without a context, and says that it did.
+    return m_hDC && ::FillRect(m_hDC, &rectangle, static_cast<HBRUSH>(brush.m_hObject)) != 0;
 }
 
 bool CDC::FrameRect(const RECT& rectangle, const CBrush& brush) {

@@ -8,21 +8,21 @@
 #include <QLocale>
 #include <algorithm>
 #include <clocale>
+#include <memory>
 
 namespace {
 
 // Qt ends the process where it finds no display, so that has to be known before.
 
-bool IsXThere() {
+// The connection is kept until Qt has its own: a server may begin anew when its last client leaves it.
+bool IsXThere(std::shared_ptr<void>& display) {
     QLibrary library("xcb", 1);
     const auto connect = reinterpret_cast<void* (*)(const char*, int*)>(library.resolve("xcb_connect"));
     const auto hasError = reinterpret_cast<int (*)(void*)>(library.resolve("xcb_connection_has_error"));
     const auto disconnect = reinterpret_cast<void (*)(void*)>(library.resolve("xcb_disconnect"));
     if (!connect || !hasError || !disconnect) return false;
-    void* const connection = connect(nullptr, nullptr);
-    const bool isThere = hasError(connection) == 0;
-    disconnect(connection);
-    return isThere;
+    display = {connect(nullptr, nullptr), disconnect};
+    return hasError(display.get()) == 0;
 }
 
 bool IsWaylandThere() {
@@ -55,18 +55,20 @@ bool IsPluginThere(const QString& platform) {
     });
 }
 
-bool IsPlatformThere(const QString& platform) {
+bool IsPlatformThere(const QString& platform, std::shared_ptr<void>& display) {
     if (!IsPluginThere(platform)) return false;
-    if (platform == "xcb") return IsXThere();
+    if (platform == "xcb") return IsXThere(display);
     return !platform.startsWith("wayland") || IsWaylandThere();
 }
 
-bool IsDisplayThere() {
+// What `display` gets lasts until Qt has connected.
+bool IsDisplayThere(std::shared_ptr<void>& display) {
     QStringList platforms =
         qEnvironmentVariable("QT_QPA_PLATFORM").split(';', Qt::SkipEmptyParts); // with options
     if (platforms.isEmpty()) platforms = {"wayland", "xcb"};
-    return std::ranges::any_of(
-        platforms, [](const QString& platform) { return IsPlatformThere(platform.section(':', 0, 0)); });
+    return std::ranges::any_of(platforms, [&](const QString& platform) {
+        return IsPlatformThere(platform.section(':', 0, 0), display);
+    });
 }
 
 // The one that the library's own texts are in.
@@ -79,7 +81,8 @@ QLocale UserLanguage() {
 
 ApplicationForDialog::ApplicationForDialog() {
     if (!QCoreApplication::instance()) {
-        if (!IsDisplayThere()) {
+        std::shared_ptr<void> display;
+        if (!IsDisplayThere(display)) {
             m_isThere =
                 L"Windows cannot be made: there is no display. Start the program in a graphical session, or "
                 L"give it the display by the environment variable DISPLAY or WAYLAND_DISPLAY";

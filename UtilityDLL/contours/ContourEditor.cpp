@@ -106,7 +106,7 @@ CString Filter(TextId name, const wchar_t* pattern) { return LoadText(name) + st
 
 // Whether the user closed the dialog with OK, and the editor, whose part `editing` is, was not deleted
 // meanwhile.
-bool IsConfirmed(auto& dialog, std::weak_ptr<ContourEditing> editing) {
+bool IsConfirmed(auto& dialog, const std::weak_ptr<ContourEditing>& editing) {
     return dialog.DoModal() == IDOK && !editing.expired();
 }
 

@@ -15,6 +15,7 @@ using Row = std::vector<std::wstring>;
 
 std::vector<double> LevelsOf(const ContourDefinitionList& list) {
     std::vector<double> levels;
+    levels.reserve(static_cast<std::size_t>(list.NumContours()));
     for (int i = 0; i < list.NumContours(); ++i) levels.push_back(list[i].level);
     return levels;
 }
@@ -30,7 +31,7 @@ protected:
     std::wstring File(const std::wstring& name, const std::vector<double>& levels = {5, 10, 20}) {
         ContourDefinitionList list;
         for (const double level : levels) list.Add({.level = level});
-        const std::wstring path = m_folder.File(name);
+        std::wstring path = m_folder.File(name);
         EXPECT_TRUE(list.Save(path.c_str()));
         return path;
     }
@@ -40,7 +41,7 @@ protected:
         std::string bytes;
         for (std::size_t i = 0; i < levels.size(); ++i)
             bytes += "[Contour(" + std::to_string(i) + ")]\nLevel = " + std::to_string(levels[i]) + "\n";
-        const std::wstring path = m_folder.File(L"given.cdf");
+        std::wstring path = m_folder.File(L"given.cdf");
         WriteBytes(path, bytes);
         return path;
     }
@@ -225,6 +226,7 @@ TEST_F(ContourEditingTest, LevelsThatAreNoFiniteNumberCanBeRemovedAndReplaced) {
     ContourEditing editing{std::wstring()};
     EXPECT_EQ(std::nullopt, editing.GenerateFromColorTable(table));
     std::vector<std::wstring> shown;
+    shown.reserve(5);
     for (int i = 0; i < editing.List().NumContours(); ++i)
         shown.push_back(ContourEditing::Row(editing.List()[i]).front());
     EXPECT_THAT(shown, ElementsAre(L"-inf", L"3.00", L"3.00", L"inf", L"nan"));

@@ -28,7 +28,7 @@ protected:
                         const std::vector<ContourDefinitionList::ContourDefInfo>& all) {
         ContourDefinitionList list;
         for (const auto& contour : all) list.Add(contour);
-        const std::wstring path = m_folder.File(name);
+        std::wstring path = m_folder.File(name);
         EXPECT_TRUE(list.Save(path.c_str()));
         return path;
     }
@@ -42,6 +42,7 @@ protected:
 
     std::wstring FileOfLevels(int count) {
         std::vector<ContourDefinitionList::ContourDefInfo> contours;
+        contours.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i)
             contours.push_back({.level = static_cast<double>(i), .trueColor = static_cast<std::uint32_t>(i)});
         return FileOf(L"many.cdf", contours);
@@ -51,6 +52,7 @@ protected:
         ContourDefinitionList list;
         list.Load(path.c_str());
         std::vector<double> levels;
+        levels.reserve(static_cast<std::size_t>(list.NumContours()));
         for (int i = 0; i < list.NumContours(); ++i) levels.push_back(list[i].level);
         return levels;
     }

@@ -162,6 +162,9 @@ void CContourGenerationDlg::DoDataExchange(CDataExchange* exchange) {
     ExchangeNumber(exchange, LOWEST, m_lowest, {});
     ExchangeNumber(exchange, HIGHEST, m_highest, {});
     ExchangeNumber(exchange, INTERVAL, m_interval, {});
+    if (!exchange->m_bSaveAndValidate || exchange->HasFailed()) return;
+    if (const auto fault = IntervalFault(m_lowest, m_highest, m_interval))
+        exchange->Fail(INTERVAL, LoadText(*fault));
 }
 
 CContourEditor::CContourEditor(const CString& path, CWnd* parent)

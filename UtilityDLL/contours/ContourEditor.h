@@ -47,7 +47,8 @@ private:
 };
 
 /// The dialog for the range of levels that contours are generated for. Its fields begin empty, and OK wants a
-/// finite number in each; whether they make a range is asked of ContourDefinitionList::Generate().
+/// finite number in each, and an interval that makes no more than a million levels; whether they make a range
+/// is asked of ContourDefinitionList::Generate().
 class UTILITYDLL_API CContourGenerationDlg : public CDialog {
 public:
     explicit CContourGenerationDlg(CWnd* parent = nullptr);

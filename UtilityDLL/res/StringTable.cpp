@@ -76,6 +76,7 @@ constexpr BuiltInText kTexts[] = {
     {TextId::NUMBER_NEGATIVE, L"Enter a number that is not below 0."},
     {TextId::NUMBER_TOO_LARGE, L"Enter a smaller number."},
     {TextId::NUMBER_TOO_SMALL, L"Enter a larger number."},
+    {TextId::RANGE_TOO_FINE, L"These would be more than a million levels. Enter a larger interval."},
 
     {TextId::CONTOURS_NO_FILE, L"The contours were not saved: no file was chosen."},
 };

@@ -659,6 +659,10 @@ TEST_F(ContourEditorTest, ARangeNeedsItsThreeNumbers) {
                 EXPECT_TRUE(range.HasFocus(field));
                 range.SetText(field, L"1.5");
             }
+            range.SetText(L"Highest level", L"1e9");
+            range.Key("Enter");
+            EXPECT_EQ(L"These would be more than a million levels. Enter a larger interval.", range.Hint());
+            EXPECT_TRUE(range.HasFocus(L"Interval"));
             range.Key("Escape");
         });
     EXPECT_FALSE(DLG::EditContourList(FileOfThree()));

@@ -114,6 +114,21 @@ TEST(NumberField, WidthsAreWhatAFloatHolds) {
     EXPECT_FALSE(field.Read(L"-0").fault.has_value());
 }
 
+TEST(NumberField, AnIntervalMakesNoMoreThanAMillionLevels) {
+    constexpr double kHuge = std::numeric_limits<double>::max();
+    struct Row {
+        double lowest, highest, interval;
+        bool isFault;
+    };
+    for (const Row& row : {Row{0, 999'999, 1, false}, Row{0, 1'000'000, 1, true}, Row{0, 10, 1e-6, true},
+                           Row{-kHuge, kHuge, 1, true}, Row{-kHuge, kHuge, kHuge, false},
+                           Row{0, 1, 1e-320, true}, Row{1, 2, 1e-320, true},
+                           // Ranges without levels are told otherwise.
+                           Row{0, 10, 0, false}, Row{0, 1e9, -1, false}, Row{1e9, 0, 1, false}})
+        EXPECT_EQ(row.isFault, IntervalFault(row.lowest, row.highest, row.interval) == TextId::RANGE_TOO_FINE)
+            << row.lowest << ' ' << row.highest << ' ' << row.interval;
+}
+
 TEST(NumberField, AWidthGoesByTenths) {
     struct Row {
         const wchar_t* text;

@@ -73,6 +73,7 @@ TEST(StringTable, HoldsTheTextsLetterForLetter) {
         {9153, L"Enter a number that is not below 0."},
         {9154, L"Enter a smaller number."},
         {9155, L"Enter a larger number."},
+        {9156, L"These would be more than a million levels. Enter a larger interval."},
         {9160, L"The contours were not saved: no file was chosen."},
     };
     for (const Row& row : kRows) {

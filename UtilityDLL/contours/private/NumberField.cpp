@@ -37,6 +37,15 @@ NumberField WidthField(float width) {
     return {value, NumberText::FromGeneral(value), kWidths};
 }
 
+std::optional<TextId> IntervalFault(double lowest, double highest, double interval) {
+    constexpr double kMost = 1'000'000;
+    if (!(lowest < highest) || !(interval > 0)) return std::nullopt;
+    // By quotients, for a difference can be beyond a double where they are not; a NaN is of two infinite
+    // ones.
+    if (highest / interval - lowest / interval < kMost) return std::nullopt;
+    return TextId::RANGE_TOO_FINE;
+}
+
 std::wstring StepWidth(const std::wstring& text, int steps) {
     constexpr double kPerUnit = 10;
     const FieldNumber width = ReadNumber(text, kWidths);

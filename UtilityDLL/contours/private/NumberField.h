@@ -40,6 +40,10 @@ UTILITYDLL_API NumberField LevelField(double level);
 /// The width of a line, with up to six digits: what a `float` holds, and not below 0.
 UTILITYDLL_API NumberField WidthField(float width);
 
+/// What is wrong with the interval of a range that would make more than a million levels, which no user wants
+/// and which might not fit into memory as rows of a list. A range that makes none is not its matter.
+UTILITYDLL_API std::optional<TextId> IntervalFault(double lowest, double highest, double interval);
+
 /// The text of a field for a width after so many steps of 0.1 up or down: on a whole number of steps, at
 /// least 0. A text that is no width stays.
 UTILITYDLL_API std::wstring StepWidth(const std::wstring& text, int steps);

@@ -68,6 +68,7 @@ enum class TextId : std::uint32_t {
     NUMBER_NEGATIVE = 9153,
     NUMBER_TOO_LARGE = 9154,
     NUMBER_TOO_SMALL = 9155,
+    RANGE_TOO_FINE = 9156,
 
     CONTOURS_NO_FILE = 9160,
 };

@@ -304,6 +304,23 @@ TEST_F(ContourEditorTest, AddsNothingWhenThePropertiesAreCancelled) {
     EXPECT_FALSE(DLG::EditContourList(FileOfThree()));
 }
 
+TEST_F(ContourEditorTest, EnterOnAButtonPressesThatButton) {
+    const std::wstring path = FileOfThree();
+    m_driver
+        .Then([](OpenDialog& editor) {
+            editor.Focus(L"Add");
+            editor.Key("Enter");
+            EXPECT_THAT(Levels(editor), ElementsAre(L"5.00", L"7.00", L"10.00", L"20.00"));
+            editor.Key("Escape");
+        })
+        .Then([](OpenDialog& contour) {
+            contour.SetText(L"Level", L"7");
+            contour.Key("Enter");
+        });
+    EXPECT_FALSE(DLG::EditContourList(path));
+    EXPECT_THAT(LevelsIn(path), ElementsAre(5, 10, 20));
+}
+
 // "Edit" and the properties of a contour.
 
 TEST_F(ContourEditorTest, ADoubleClickEditsTheContour) {
@@ -1005,6 +1022,46 @@ TEST_F(ContourEditorTest, AHostCanAskWhetherAFileWasWritten) {
     m_driver.Then([](OpenDialog& message) { message.Key("Enter"); });
     EXPECT_EQ(IDOK, lost.DoModal());
     EXPECT_FALSE(lost.HasSaved());
+}
+
+// As one whose own window goes.
+TEST_F(ContourEditorTest, AHostMayDeleteTheEditorWhileADialogOrAMessageIsOpenOverIt) {
+    struct Case {
+        const wchar_t* button;
+        DialogDriver::Script use; // of the dialog before the one in which it is deleted
+        std::wstring path;
+    };
+    const auto takeLevel = [](OpenDialog& contour) {
+        contour.SetText(L"Level", L"20");
+        contour.Click(L"OK");
+    };
+    const auto takeRange = [](OpenDialog& range) {
+        for (const wchar_t* const field : {L"Lowest level", L"Highest level", L"Interval"})
+            range.SetText(field, L"1");
+        range.Click(L"OK");
+    };
+    const auto yes = [](OpenDialog& question) { question.Click(L"Yes"); };
+    const std::wstring three = FileOfThree();
+    for (const Case& test :
+         {Case{L"Add", {}, three}, Case{L"Edit", {}, three}, Case{L"Range", {}, three},
+          Case{L"Color Table", {}, three}, Case{L"OK", {}, {}}, Case{L"OK", yes, {}},
+          Case{L"Add", takeLevel, three}, Case{L"Edit", takeLevel, three}, Case{L"Range", takeRange, three},
+          Case{L"OK", {}, m_folder.File(L"none/chart.cdf")}}) {
+        SCOPED_TRACE(::testing::PrintToString(test.button));
+        auto editor = std::make_unique<CContourEditor>(test.path);
+        m_driver.Then([&](OpenDialog& dialog) {
+            if (test.path == three) dialog.ClickRow(0);
+            dialog.Click(test.button);
+        });
+        if (test.use) m_driver.Then(test.use);
+        m_driver.Then([&](OpenDialog& dialog) {
+            editor.reset();
+            dialog.Key("Escape");
+        });
+        EXPECT_EQ(IDCANCEL, editor->DoModal());
+        EXPECT_EQ(nullptr, editor);
+    }
+    EXPECT_THAT(LevelsIn(three), ElementsAre(5, 10, 20));
 }
 
 TEST_F(ContourEditorTest, ThePropertiesAndTheRangeStandForThemselves) {

@@ -19,6 +19,7 @@ namespace {
 
 std::vector<std::wstring> Texts(const CComboBox& box) {
     std::vector<std::wstring> texts;
+    texts.reserve(static_cast<std::size_t>(box.GetCount()));
     for (int i = 0; i < box.GetCount(); ++i) texts.push_back(box.GetLBText(i).String());
     return texts;
 }
@@ -113,8 +114,8 @@ TEST(FontCombo, SortedListSortsNamesAsTheyCome) {
 TEST(FontCombo, SortedListSortsManyNamesInAnyOrder) {
     EventLoop loop;
     Random random(12);
-    std::vector<std::wstring> faces;
-    for (int i = 0; i < 300; ++i) faces.push_back(L"face " + std::to_wstring(100 + random.Below(200)));
+    std::vector<std::wstring> faces(300);
+    for (std::wstring& face : faces) face = L"face " + std::to_wstring(100 + random.Below(200));
     FontCombo combo;
     ASSERT_TRUE(combo.Create(CBS_SORT));
     for (const std::wstring& face : faces) Hand(combo, face, TRUETYPE_FONTTYPE);

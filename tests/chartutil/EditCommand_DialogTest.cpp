@@ -92,6 +92,18 @@ TEST_F(EditCommandDialogTest, CancelWritesNothingAndIsNoFailure) {
     EXPECT_EQ(0u, m_folder.NumFiles());
 }
 
+TEST_F(EditCommandDialogTest, OkThatCannotSaveIsAFailureForScripts) {
+    m_driver.Then([](OpenDialog& editor) { editor.Click(L"OK"); }).Then([](OpenDialog& message) {
+        EXPECT_THAT(ToUtf8(message.Message()), HasSubstr("Nothing was saved"));
+        message.Key("Enter");
+    });
+    const Told told = Edit({m_folder.File(L"empty.cdf")});
+    EXPECT_EQ(ExitCode::IO_ERROR, told.code);
+    EXPECT_EQ("", told.output);
+    EXPECT_THAT(told.error, HasSubstr("chartutil: nothing was saved"));
+    EXPECT_EQ(0u, m_folder.NumFiles());
+}
+
 TEST_F(EditCommandDialogTest, WithoutAFileAsksWhereToSave) {
     const std::wstring path = m_folder.File(L"chosen.cdf");
     m_driver

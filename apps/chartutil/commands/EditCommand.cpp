@@ -24,8 +24,8 @@ void RequireEditable(const UserText& file) {
 
 void Edit(const std::optional<UserText>& file) {
     if (file) RequireEditable(*file);
-    if (const ErrorString shown = ShowContourDialog(file ? file->Wide() : std::wstring()); !shown)
-        throw CommandError(ExitCode::IO_ERROR, "the editor cannot be shown: " + ToUtf8(shown.Text()));
+    if (const ErrorString done = ShowContourDialog(file ? file->Wide() : std::wstring()); !done)
+        throw CommandError(ExitCode::IO_ERROR, ToUtf8(done.Text()));
 }
 
 } // namespace
@@ -39,7 +39,8 @@ void AddEditCommand(CLI::App& program) {
 without FILE the dialog asks where to save. Cancel and Escape write nothing; the exit code is 0 all
 the same. Ctrl-C in the terminal ends the program with the file as it was.
 
-The dialog needs a display: a graphical session on Linux. The exit code is 3 where there is none.
+The dialog needs a display: a graphical session on Linux. The exit code is 3 where there is none, and
+when OK could not save.
 
 Examples:
   chartutil edit pensacola-bay.cdf

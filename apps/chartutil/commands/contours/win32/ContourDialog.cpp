@@ -1,6 +1,6 @@
 #include "apps/chartutil/commands/contours/ContourDialog.h"
 
 ErrorString ShowContourDialog(const std::wstring&) {
-    return L"this program was built without dialogs; 'chartutil contours' lists, makes and checks contour "
-           L"definition files";
+    return L"the editor cannot be shown: this program was built without dialogs; 'chartutil contours' lists, "
+           L"makes and checks contour definition files";
 }

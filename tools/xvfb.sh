@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # tools/xvfb.sh COMMAND...: runs it with an X display of its own, whose number the server chooses.
 set -euo pipefail
-coproc Xvfb -displayfd 3 -screen 0 2560x1600x24 3>&1 2>/dev/null
+coproc Xvfb -displayfd 3 -noreset -screen 0 2560x1600x24 3>&1 2>/dev/null
 server=$COPROC_PID
 trap 'kill $server; wait $server || true' EXIT
 read -r number <&"${COPROC[0]}"

@@ -43,8 +43,10 @@ int CListCtrl::GetItemCount() const {
     return list ? list->Count() : 0;
 }
 
-void CListCtrl::DeleteItem(int row) {
-    if (auto* const list = List(); list && HasRow(*list, row)) list->Remove(row);
+void CListCtrl::DeleteItems(int first, int count) {
+    auto* const list = List();
+    if (list && HasRow(*list, first) && count > 0 && count <= list->Count() - first)
+        list->Remove(first, count);
 }
 
 void CListCtrl::DeleteAllItems() {

@@ -26,7 +26,10 @@ public:
     CString GetItemText(int row, int column) const;
     int GetItemImage(int row) const;
     int GetItemCount() const;
-    void DeleteItem(int row);
+    void DeleteItem(int row) { DeleteItems(row, 1); }
+
+    /// Deletes `count` rows from that one on, in the time of one. Nothing happens when there are not so many.
+    void DeleteItems(int first, int count);
     void DeleteAllItems();
 
     /// Between false and true, nothing is drawn and nobody is told: filling a long list takes no longer than

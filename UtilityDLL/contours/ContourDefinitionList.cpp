@@ -339,9 +339,12 @@ int ContourDefinitionList::Set(int position, const ContourDefInfo& info) {
     return Add(copy);
 }
 
-bool ContourDefinitionList::Remove(int position) {
-    if (position < 0 || position >= NumContours()) return false;
-    m_contours.erase(m_contours.begin() + position);
+bool ContourDefinitionList::Remove(int position) { return Remove(position, 1); }
+
+bool ContourDefinitionList::Remove(int first, int count) {
+    if (first < 0 || count < 1 || first >= NumContours() || count > NumContours() - first) return false;
+    const auto begin = m_contours.begin() + first;
+    m_contours.erase(begin, begin + count);
     return true;
 }
 

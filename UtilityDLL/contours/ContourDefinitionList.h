@@ -47,6 +47,10 @@ public:
     /// Removes the record at that position. False when there is none.
     bool Remove(int position);
 
+    /// Removes `count` records from that position on, in the time of one. False, and nothing is removed, when
+    /// there are not so many.
+    bool Remove(int first, int count);
+
     /// The position of the record with exactly that level, or -1.
     int Find(const ContourDefInfo& info) const { return Find(info.level); }
     int Find(double level) const;

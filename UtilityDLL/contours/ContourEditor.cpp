@@ -266,7 +266,8 @@ void CContourEditor::OnRemoveContour() {
     const std::vector<int> selected = m_contours.GetSelectedItems();
     const int next = m_editing->Remove(selected);
     m_contours.SetRedraw(false);
-    for (auto row = selected.rbegin(); row != selected.rend(); ++row) m_contours.DeleteItem(*row);
+    for (const auto& [first, count] : ContourEditing::RunsFromTheLast(selected))
+        m_contours.DeleteItems(first, count);
     m_contours.SetRedraw(true);
     SelectCountourInList(next);
 }

@@ -16,6 +16,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 using Info = ContourDefinitionList::ContourDefInfo;
@@ -114,6 +115,27 @@ TEST(ContourDefinitionList, SetToATakenLevelLosesTheRecord) {
     EXPECT_EQ((Levels{5, 20}), LevelsOf(list));
     EXPECT_EQ(-1, list.Set(0, list[1])); // a record of the list itself
     EXPECT_EQ(Levels{20}, LevelsOf(list));
+}
+
+TEST(ContourDefinitionList, RemovesRecordsSideBySide) {
+    ContourDefinitionList list = ListOf({5, 10, 20, 30});
+    constexpr int kMost = std::numeric_limits<int>::max();
+    for (const auto& [first, count] : {std::pair{0, 5},
+                                       {3, 2},
+                                       {4, 1},
+                                       {-1, 2},
+                                       {0, 0},
+                                       {1, -1},
+                                       {1, kMost},
+                                       {kMost, kMost},
+                                       {kMost, 1}}) {
+        EXPECT_FALSE(list.Remove(first, count)) << first << " " << count;
+        EXPECT_EQ(4, list.NumContours());
+    }
+    EXPECT_TRUE(list.Remove(1, 2));
+    EXPECT_EQ((Levels{5, 30}), LevelsOf(list));
+    EXPECT_TRUE(list.Remove(0, 2));
+    EXPECT_EQ(0, list.NumContours());
 }
 
 TEST(ContourDefinitionList, PositionsOutsideTheListChangeNothing) {

@@ -180,6 +180,15 @@ TEST_F(ContourEditingTest, RemovesWhatIsSelectedAndSelectsWhatFollows) {
     }
 }
 
+TEST_F(ContourEditingTest, WhatIsSelectedSideBySideGoesAtOnce) {
+    using Run = ContourEditing::Run;
+    EXPECT_THAT(ContourEditing::RunsFromTheLast({}), ElementsAre());
+    EXPECT_THAT(ContourEditing::RunsFromTheLast({0}), ElementsAre(Run{0, 1}));
+    EXPECT_THAT(ContourEditing::RunsFromTheLast({3, 4, 5}), ElementsAre(Run{3, 3}));
+    EXPECT_THAT(ContourEditing::RunsFromTheLast({0, 1, 3, 5, 6}),
+                ElementsAre(Run{5, 2}, Run{3, 1}, Run{0, 2}));
+}
+
 TEST_F(ContourEditingTest, OnlyWhatIsSelectedCanBeRemovedOrEdited) {
     EXPECT_FALSE(ContourEditing::CanChange({}));
     EXPECT_TRUE(ContourEditing::CanChange({0}));

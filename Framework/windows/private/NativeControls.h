@@ -50,7 +50,7 @@ public:
     virtual std::wstring TextAt(int row, int column) const = 0;
     virtual int ImageAt(int row) const = 0;
     virtual int Count() const = 0;
-    virtual void Remove(int row) = 0;
+    virtual void Remove(int first, int count) = 0;
     virtual void RemoveAll() = 0;
     virtual void SetRedraw(bool redraw) = 0;
     virtual std::vector<int> Selected() const = 0;

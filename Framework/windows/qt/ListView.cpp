@@ -60,9 +60,9 @@ void RowModel::SetText(int row, int column, const QString& text) {
     if (m_isTelling) emit dataChanged(index(row, column), index(row, column));
 }
 
-void RowModel::Remove(int row) {
-    if (m_isTelling) beginRemoveRows({}, row, row);
-    m_rows.erase(m_rows.begin() + row);
+void RowModel::Remove(int first, int count) {
+    if (m_isTelling) beginRemoveRows({}, first, first + count - 1);
+    m_rows.erase(m_rows.begin() + first, m_rows.begin() + first + count);
     if (m_isTelling) endRemoveRows();
 }
 
@@ -130,10 +130,11 @@ int QtListView::ImageAt(int row) const {
 
 int QtListView::Count() const { return Get() ? m_model->rowCount() : 0; }
 
-void QtListView::Remove(int row) {
+void QtListView::Remove(int first, int count) {
     if (!Get()) return;
-    const bool isSelected = Get()->selectionModel()->isRowSelected(row);
-    Change(isSelected, [&] { m_model->Remove(row); });
+    const bool areSelected =
+        std::ranges::any_of(Selected(), [=](int row) { return row >= first && row - first < count; });
+    Change(areSelected, [&] { m_model->Remove(first, count); });
 }
 
 void QtListView::RemoveAll() {

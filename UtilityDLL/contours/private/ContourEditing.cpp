@@ -55,6 +55,16 @@ int ContourEditing::RowToEdit(const std::vector<int>& selected) {
     return selected.empty() ? -1 : selected.front();
 }
 
+std::vector<ContourEditing::Run> ContourEditing::RunsFromTheLast(const std::vector<int>& selected) {
+    std::vector<Run> runs;
+    for (auto row = selected.rbegin(); row != selected.rend(); ++row) {
+        if (runs.empty() || *row != runs.back().first - 1) runs.push_back({*row + 1, 0});
+        --runs.back().first;
+        ++runs.back().count;
+    }
+    return runs;
+}
+
 // In a list that is not sorted, what was inserted may not be found again: then the result is -1 as well, and
 // only the number of contours tells.
 ContourEditing::Failure ContourEditing::Add(const Contour& contour) {
@@ -83,7 +93,7 @@ ContourEditing::Failure ContourEditing::GenerateFromColorTable(const std::wstrin
 }
 
 int ContourEditing::Remove(const std::vector<int>& selected) {
-    for (auto row = selected.rbegin(); row != selected.rend(); ++row) m_list.Remove(*row);
+    for (const Run& run : RunsFromTheLast(selected)) m_list.Remove(run.first, run.count);
     if (selected.empty()) return -1;
     return std::min(selected.front(), m_list.NumContours() - 1);
 }

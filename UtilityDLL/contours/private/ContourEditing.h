@@ -37,6 +37,17 @@ public:
     /// The row that "Edit" is for: the first one. -1 if there is none.
     static int RowToEdit(const std::vector<int>& selected);
 
+    /// Rows that follow each other.
+    struct Run {
+        int first;
+        int count;
+        bool operator==(const Run&) const = default;
+    };
+
+    /// The selected rows in as few runs as there are, from the last to the first: in this order they can be
+    /// removed one after the other, and half of a long list goes as quickly as one row.
+    static std::vector<Run> RunsFromTheLast(const std::vector<int>& selected);
+
     // Changes of the list. What is returned is to be said to the user: that, and why, it failed.
 
     using Failure = std::optional<TextId>;

@@ -25,7 +25,7 @@ public:
     void SetImages(const CImageList& images);
     void Insert(int row, const QString& text, int image);
     void SetText(int row, int column, const QString& text);
-    void Remove(int row);
+    void Remove(int first, int count);
     void RemoveAll();
     const std::vector<Row>& Rows() const { return m_rows; }
 
@@ -51,7 +51,7 @@ public:
     std::wstring TextAt(int row, int column) const override;
     int ImageAt(int row) const override;
     int Count() const override;
-    void Remove(int row) override;
+    void Remove(int first, int count) override;
     void RemoveAll() override;
     void SetRedraw(bool redraw) override;
     std::vector<int> Selected() const override;

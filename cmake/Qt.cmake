@@ -6,7 +6,7 @@ set(UTILITYDLL_QT AUTO CACHE STRING
 set_property(CACHE UTILITYDLL_QT PROPERTY STRINGS AUTO ON OFF)
 set(VELM_MODULE_FOLDER ${CMAKE_INSTALL_LIBDIR}/utilitydll)
 if(UTILITYDLL_QT AND NOT WIN32)
-    find_package(Qt6 QUIET COMPONENTS Gui Widgets Test)
+    find_package(Qt6 QUIET COMPONENTS Gui Widgets)
 endif()
 if(UTILITYDLL_QT STREQUAL "ON" AND NOT Qt6_FOUND)
     message(FATAL_ERROR "UTILITYDLL_QT is ON, but Qt 6 was not found (Debian: qt6-base-dev)")

@@ -157,6 +157,19 @@ TEST_F(ContourEditingTest, AListThatIsNotSortedIsTakenAsItIs) {
         }
 }
 
+TEST_F(ContourEditingTest, OfEqualLevelsTheEditedOneIsSelected) {
+    ContourEditing editing(FileInOrderOf({5, 5, 5, 1, 9}));
+    for (const int position : {2, 1, 0}) {
+        EXPECT_EQ(std::nullopt, editing.Edit(position, {.level = 5, .annotate = true}));
+        EXPECT_EQ(position, editing.PositionOf(5));
+        EXPECT_TRUE(editing.List()[position].annotate);
+    }
+    EXPECT_EQ(std::nullopt, editing.Edit(4, {.level = 7}));
+    EXPECT_EQ(7, editing.List()[editing.PositionOf(7)].level);
+    editing.Remove({0, 1, 2, 3, 4});
+    EXPECT_EQ(-1, editing.PositionOf(7));
+}
+
 TEST_F(ContourEditingTest, RemovesWhatIsSelectedAndSelectsWhatFollows) {
     struct Case {
         std::vector<int> selected;

@@ -44,6 +44,8 @@ std::vector<std::wstring> ContourEditing::Row(const Contour& contour) {
 }
 
 int ContourEditing::PositionOf(double level) const {
+    const bool isThere = m_lastEdited >= 0 && m_lastEdited < m_list.NumContours();
+    if (isThere && m_list[m_lastEdited].level == level) return m_lastEdited;
     const int found = m_list.Find(level);
     if (found != -1) return found;
     for (int i = 0; i < m_list.NumContours(); ++i)
@@ -77,6 +79,7 @@ ContourEditing::Failure ContourEditing::Add(const Contour& contour) {
 ContourEditing::Failure ContourEditing::Edit(int position, const Contour& contour) {
     const int before = m_list.NumContours();
     m_list.Set(position, contour);
+    m_lastEdited = position;
     if (m_list.NumContours() < before) return TextId::CONTOUR_NOT_MODIFIED;
     return std::nullopt;
 }

@@ -27,6 +27,7 @@ public:
     static std::vector<std::wstring> Row(const Contour& contour);
 
     /// The position of a contour with that level, in a list that is not sorted as well; -1 if there is none.
+    /// Of equal levels, which a file may have, that of the one that was edited last.
     int PositionOf(double level) const;
 
     // The selected rows ascend.
@@ -88,6 +89,7 @@ private:
 
     std::wstring m_path;
     ContourDefinitionList m_list;
+    int m_lastEdited = -1; // where it stood; others may be there by now, or none
     bool m_isUnreadable = false;
     std::optional<unsigned int> m_known; // the target's fingerprint when it last had what the list has
 };

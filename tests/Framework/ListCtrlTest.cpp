@@ -85,6 +85,7 @@ TEST_F(ListCtrlTest, NumbersThatThereAreNotDoNothing) {
             m_list.SetItemText(none, 0, L"x");
             m_list.SetItemText(0, none == 4 ? 2 : none, L"x");
             m_list.DeleteItem(none);
+            m_list.DeleteItems(1, none);
             EXPECT_EQ(L"", m_list.GetItemText(none, 0).String());
             EXPECT_EQ(L"", m_list.GetItemText(0, none).String());
             EXPECT_EQ(-1, m_list.GetItemImage(none));

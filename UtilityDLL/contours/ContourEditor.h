@@ -75,7 +75,8 @@ private:
 /// and says so.
 ///
 /// OK saves: to the path with the extension "cdf", or, without a path, where the user says. It asks before it
-/// overwrites what was not read here: another file than the one that was opened, one that could not be read,
+/// overwrites what was not read here: another file than the one that was opened, one that could not be read
+/// or has more than its contours (other sections and keys, comments, contours behind a gap in the numbers),
 /// or one that another program, or another editor, has changed since. When nothing could be saved the user is
 /// told why, and the dialog closes with OK all the same; an empty list cannot be saved. Cancel saves nothing.
 class UTILITYDLL_API CContourEditor : public CDialog {

@@ -47,9 +47,9 @@ constexpr BuiltInText kTexts[] = {
     {TextId::CONTOURS_YES, L"Yes"},
     {TextId::CONTOURS_NO, L"No"},
     {TextId::CONTOURS_NOT_READ, L"This file is no contour definition file, or cannot be read:\n\t"},
-    {TextId::CONTOURS_OVERWRITE,
-     L"What is in this file would be lost: it is another one than was opened here, could not be read, or "
-     L"another program changed it meanwhile.\nReplace it?\n\t"},
+    {TextId::CONTOURS_OVERWRITE, L"What is in this file would be lost: it has more than is shown here, is "
+                                 L"another one than was opened, could not be read, or "
+                                 L"another program changed it meanwhile.\nReplace it?\n\t"},
     {TextId::CONTOURS_NOT_SAVED,
      L"The contours were not saved.\nCheck that the folder may be written to and has room:\n\t"},
     {TextId::CONTOURS_NONE_TO_SAVE,

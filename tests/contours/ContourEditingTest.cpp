@@ -313,9 +313,9 @@ TEST_F(ContourEditingTest, ANewFileNeedsNoQuestion) {
 }
 
 TEST_F(ContourEditingTest, AsksBeforeItReplacesWhatItDidNotRead) {
-    const std::wstring text =
-        L"What is in this file would be lost: it is another one than was opened here, could "
-        L"not be read, or another program changed it meanwhile.\nReplace it?\n\t";
+    const std::wstring text = L"What is in this file would be lost: it has more than is shown here, is "
+                              L"another one than was opened, could "
+                              L"not be read, or another program changed it meanwhile.\nReplace it?\n\t";
 
     const std::wstring changed = File(L"changed.cdf");
     const ContourEditing first(changed);
@@ -335,6 +335,22 @@ TEST_F(ContourEditingTest, AsksBeforeItReplacesWhatItDidNotRead) {
     const ContourEditing fourth(File(L"madeOther.txt"));
     Change(madeOther);
     EXPECT_EQ(text + madeOther, fourth.Question());
+}
+
+TEST_F(ContourEditingTest, AsksBeforeItDropsWhatItDoesNotShow) {
+    const std::string shown = "[Contour(0)]\r\nLevel = 5\r\nLineWidth = 1\r\n";
+    for (const char* const more : {"[Contour(2)]\r\nLevel = 9\r\n", "[Notes]\r\nBy = J\r\n", "Note = 1\r\n",
+                                   "Annotate = 1 ;the drying line\r\n"}) {
+        const std::wstring path = m_folder.File(L"more.cdf");
+        WriteBytes(path, shown + more);
+        ContourEditing editing(path);
+        EXPECT_THAT(editing.Question(), HasSubstr(L"it has more than is shown here")) << more;
+        EXPECT_EQ(L"", editing.Save(path));
+        EXPECT_EQ(L"", editing.Question());
+    }
+    const std::wstring path = m_folder.File(L"plain.cdf");
+    WriteBytes(path, shown);
+    EXPECT_EQ(L"", ContourEditing(path).Question());
 }
 
 TEST_F(ContourEditingTest, AFileThatIsGoneIsMadeAnew) {

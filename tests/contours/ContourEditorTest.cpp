@@ -93,9 +93,9 @@ std::vector<std::wstring> Levels(const OpenDialog& editor) {
     return levels;
 }
 
-constexpr wchar_t kReplace[] =
-    L"What is in this file would be lost: it is another one than was opened here, could "
-    L"not be read, or another program changed it meanwhile.\nReplace it?\n\t";
+constexpr wchar_t kReplace[] = L"What is in this file would be lost: it has more than is shown here, is "
+                               L"another one than was opened, could "
+                               L"not be read, or another program changed it meanwhile.\nReplace it?\n\t";
 constexpr wchar_t kNotSaved[] =
     L"The contours were not saved.\nCheck that the folder may be written to and has room:\n\t";
 

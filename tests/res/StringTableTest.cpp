@@ -48,9 +48,9 @@ TEST(StringTable, HoldsTheTextsLetterForLetter) {
         {9124, L"Yes"},
         {9125, L"No"},
         {9126, L"This file is no contour definition file, or cannot be read:\n\t"},
-        {9127,
-         L"What is in this file would be lost: it is another one than was opened here, could not be read, or "
-         L"another program changed it meanwhile.\nReplace it?\n\t"},
+        {9127, L"What is in this file would be lost: it has more than is shown here, is another one than was "
+               L"opened, could not be read, or "
+               L"another program changed it meanwhile.\nReplace it?\n\t"},
         {9128, L"The contours were not saved.\nCheck that the folder may be written to and has room:\n\t"},
         {9129,
          L"Nothing was saved, and a file that is there stays as it was:\nthere is no contour in the list."},

@@ -2,6 +2,7 @@
 
 #include "UtilityDLL/colors/DXFColorTable.h"
 #include "UtilityDLL/settings/FileChecksum.h"
+#include "UtilityDLL/settings/IniFile.h"
 #include "VelmBase/File.h"
 #include "VelmBase/FileName.h"
 #include "VelmBase/FormatString.h"
@@ -22,13 +23,31 @@ unsigned int Fingerprint(const std::wstring& path) {
     return FileChecksum(path, FileChecksum::ALL_WORDS).Value();
 }
 
+// Whether the file has what saving the list would not write: other sections and keys, or comments.
+bool HasMore(const std::wstring& path, const ContourDefinitionList& list) {
+    constexpr const wchar_t* kKeys[] = {L"Level",    L"Color",     L"TrueColor",
+                                        L"LineType", L"LineWidth", L"Annotate"};
+    const IniFile file(path);
+    if (file.NumSections() != list.NumContours()) return true;
+    for (int i = 0; i < file.NumSections(); ++i) {
+        const Section& section = file[i];
+        for (int j = 0; j < section.NumKeys(); ++j) {
+            const SectionKey& key = section[j];
+            const bool isWritten =
+                std::ranges::any_of(kKeys, [&](const wchar_t* name) { return key == SectionKey(name); });
+            if (!isWritten || !key.GetComments().empty()) return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 ContourEditing::ContourEditing(std::wstring path) : m_path(std::move(path)) {
     if (m_path.empty()) return;
     const unsigned int fingerprint = Fingerprint(m_path); // before it is read: a change meanwhile is one
     const bool isLoaded = m_list.Load(m_path.c_str());
-    if (isLoaded && Target() == m_path) m_known = fingerprint;
+    if (isLoaded && Target() == m_path && !HasMore(m_path, m_list)) m_known = fingerprint;
     m_isUnreadable = !isLoaded && IsThere(m_path);
 }
 

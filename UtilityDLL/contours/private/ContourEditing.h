@@ -73,8 +73,8 @@ public:
 
     /// What to ask before OK saves; with any answer but yes it does nothing. Without a path, whether to save
     /// at all; with one, whether to replace a file that is there and that is not what was read here: another
-    /// one than was opened, one that could not be read, or one that another program changed since. Empty when
-    /// there is nothing to ask.
+    /// one than was opened, one that could not be read or has more than the list, or one that another program
+    /// changed since. Empty when there is nothing to ask.
     std::wstring Question() const;
 
     /// Where OK saves: the path with the extension "cdf". Empty without a path: the user says where.
@@ -91,5 +91,6 @@ private:
     ContourDefinitionList m_list;
     int m_lastEdited = -1; // where it stood; others may be there by now, or none
     bool m_isUnreadable = false;
-    std::optional<unsigned int> m_known; // the target's fingerprint when it last had what the list has
+    std::optional<unsigned int>
+        m_known; // the target's fingerprint when it last had what the list has, and no more
 };

@@ -17,10 +17,12 @@ namespace {
 
 constexpr char kOne[] = "[Contour(0)]\r\nLevel=1\r\n";
 
-// Whether the process waits for something, with Qt's platform loaded: its dialog is open.
+// Whether the process waits for something, with Qt's platform loaded: its dialog is open. Also when it has
+// ended.
 bool WaitsInItsDialog(pid_t process) {
     const std::string folder = "/proc/" + std::to_string(process);
     const std::string status = ReadBytes(fs::path(folder + "/status"));
+    if (status.find("State:\tZ") != std::string::npos) return true;
     return status.find("State:\tS") != std::string::npos &&
            ReadBytes(fs::path(folder + "/maps")).find("libqoffscreen") != std::string::npos;
 }

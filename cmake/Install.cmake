@@ -8,15 +8,10 @@ install(TARGETS ${package_targets} EXPORT UtilityDLLTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS chartutil RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-if(WIN32) # controls and dialogs have no backend there yet
-    set(unbuilt_headers REGEX
-        "/(Button|ClientDC|ColorDialog|ColorWell|ComboBox|Control|Dialog|DialogItem|DpiCor|Edit|FileDialog|ImageList|ListCtrl|SpinButtonCtrl|ColorButton|FontCombo|ContourEditor)[.]h$"
-        EXCLUDE)
-endif()
 # A folder named private holds what only the sources of its library include.
 install(DIRECTORY VelmBase VelmConfigure VersionControl UtilityDLL Framework DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILES_MATCHING PATTERN "*.h" PATTERN "posix" EXCLUDE PATTERN "win32" EXCLUDE PATTERN "qt" EXCLUDE PATTERN "freetype" EXCLUDE PATTERN "private" EXCLUDE
-    ${unbuilt_headers})
+    REGEX "${VELM_UNBUILT_HEADERS}" EXCLUDE)
 install(DIRECTORY ${PROJECT_BINARY_DIR}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/utilitydll)
 

@@ -1,33 +1,10 @@
 #include "UtilityDLL/settings/CRCFile.h"
 
 #include "tests/support/TestFiles.h"
+#include "tests/support/posix/SizeLimit.h"
 
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
-namespace {
-// Files may grow to this size; more of a write fails.
-class SizeLimit {
-public:
-    explicit SizeLimit(rlim_t bytes) {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~SizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    SizeLimit(const SizeLimit&) = delete;
-    SizeLimit& operator=(const SizeLimit&) = delete;
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int) = nullptr;
-};
-} // namespace
 TEST(CRCFile_Fault, AFullDiskShowsWhenFlushedAndLeavesAFileThatFailsItsCheck) {
     const TemporaryFolder folder;
     const std::string data(5000, 'x');

@@ -81,3 +81,15 @@ function(velm_library target folder macro)
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} PREFIX ""
         INSTALL_RPATH "$ORIGIN") # the libraries lie beside each other
 endfunction()
+
+set(VELM_MODULE_FOLDER ${CMAKE_INSTALL_LIBDIR}/utilitydll)
+
+# velm_module(<target> <build folder> <library> <source>...): a module that is loaded when something needs that library. It
+# is built into the folder of the build tree, where it is found as in a package, and installed.
+function(velm_module target folder library)
+    add_library(${target} MODULE ${ARGN})
+    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/include)
+    target_link_libraries(${target} PRIVATE ${library} ProjectOptions)
+    set_target_properties(${target} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${folder})
+    install(TARGETS ${target} LIBRARY DESTINATION ${VELM_MODULE_FOLDER})
+endfunction()

@@ -4,7 +4,6 @@
 set(UTILITYDLL_QT AUTO CACHE STRING
     "The modules with Qt, for windows and for PNG and PDF pictures: AUTO makes them where Qt 6 is, ON needs Qt, OFF")
 set_property(CACHE UTILITYDLL_QT PROPERTY STRINGS AUTO ON OFF)
-set(VELM_MODULE_FOLDER ${CMAKE_INSTALL_LIBDIR}/utilitydll)
 if(UTILITYDLL_QT AND NOT WIN32)
     find_package(Qt6 QUIET COMPONENTS Gui Widgets)
 endif()
@@ -15,15 +14,9 @@ elseif(NOT Qt6_FOUND AND NOT WIN32)
         "for windows, PNG and PDF a build needs Qt 6 (Debian: qt6-base-dev)")
 endif()
 
-# velm_qt_module(<target> <build folder> <Qt library> <source>...): a module that is built into the folder of the
-# build tree, where it is found as in a package, and installed. Makes nothing where Qt is not.
+# velm_qt_module(<target> <build folder> <Qt library> <source>...): a module with Qt; none where Qt is not.
 function(velm_qt_module target folder qt)
-    if(NOT Qt6_FOUND)
-        return()
+    if(Qt6_FOUND)
+        velm_module(${target} ${folder} Qt6::${qt} ${ARGN})
     endif()
-    add_library(${target} MODULE ${ARGN})
-    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/include)
-    target_link_libraries(${target} PRIVATE Qt6::${qt} ProjectOptions)
-    set_target_properties(${target} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${folder})
-    install(TARGETS ${target} LIBRARY DESTINATION ${VELM_MODULE_FOLDER})
 endfunction()

@@ -27,7 +27,8 @@ constexpr Command kCommands[] = {
     {"settings", AddSettingsCommand}, {"crc", AddCrcCommand},           {"colors", AddColorsCommand},
     {"style", AddStyleCommand},       {"units", AddUnitsCommand},       {"transform", AddTransformCommand},
     {"keywords", AddKeywordsCommand}, {"contours", AddContoursCommand}, {"edit", AddEditCommand},
-    {"text", AddTextCommand},         {"fonts", AddFontsCommand},
+    {"text", AddTextCommand},         {"fonts", AddFontsCommand},       {"sheet", AddSheetCommand},
+    {"init", AddInitCommand},         {"check", AddCheckCommand},
 };
 
 // The command that the first argument names is made alone, since making all takes longer than most of them

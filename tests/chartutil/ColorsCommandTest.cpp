@@ -131,7 +131,7 @@ TEST(ColorsPalette, PicturesThatCannotBeMadeSaySo) {
     for (const wchar_t* name : {L"palette.jpg", L"palette", L"svg", L"a.svg.", L""}) {
         const ProgramResult result = Colors({"palette", "--picture=" + ToUtf8(folder.File(name))});
         EXPECT_EQ(2, result.exitCode);
-        EXPECT_THAT(result.error, HasSubstr("has to end in .svg, .png or .pdf"));
+        EXPECT_THAT(result.error, HasSubstr("has to end in .svg, .png, .pdf or .dxf"));
     }
     const ProgramResult result = Colors({"palette", "--picture", ToUtf8(folder.File(L"no/folder.svg"))});
     EXPECT_EQ(3, result.exitCode);

@@ -239,7 +239,7 @@ TEST(ContoursHelp, HasExamples) {
 }
 
 TEST(ContoursSample, TheSampleFileIsFlawless) {
-    EXPECT_EQ(0, Contours({"check", std::string(PROJECT_DATA_FOLDER) + "/pensacola-bay.cdf"}).exitCode);
+    EXPECT_EQ(0, Contours({"check", std::string(PROJECT_DATA_FOLDER) + "/pensacola/levels.cdf"}).exitCode);
 }
 
 TEST(ContoursCheck, TellsOfNumbersThatAreReadInPart) {

@@ -198,10 +198,11 @@ TEST(KeywordsHelp, HasExamples) {
 TEST(KeywordsSample, TheSampleLayoutIsFilledFromTheSampleProject) {
     const std::string data = PROJECT_DATA_FOLDER;
     const ProgramResult result =
-        Keywords({"fill", data + "/title-block.txt", "--project", data + "/pensacola-bay.ini"});
-    EXPECT_EQ(0, result.exitCode) << result.error;
-    EXPECT_THAT(result.output, AllOf(HasSubstr("Pensacola Bay\ntitle-block\n"),
-                                     HasSubstr("Mean lower low water"), Not(HasSubstr("%"))));
+        Keywords({"fill", data + "/pensacola/title-block.txt", "--project", data + "/pensacola/project.ini"});
+    EXPECT_EQ(1, result.exitCode); // the scale and the number of soundings are known to a sheet alone
+    EXPECT_THAT(result.error, AllOf(HasSubstr("'scale'"), HasSubstr("'sounding count'")));
+    EXPECT_THAT(result.output, AllOf(HasSubstr("Pensacola Bay\n"), HasSubstr("Mean lower low water"),
+                                     Not(HasSubstr("%project"))));
 }
 
 TEST(KeywordsList, AVeryLongNameDoesNotMakeEveryLineLong) {

@@ -87,10 +87,10 @@ TEST(Surface, FittedTextIsAsWideAsItWasMeasuredInItsOwnFont) {
 
 TEST(Surface, PolygonsNeedThreePointsAndLinesTwo) {
     Surface surface(10, 10);
-    surface.Polygon({{1, 1}, {2, 2}}, kRed);
+    surface.Polygon({{{1, 1}, {2, 2}}}, kRed);
     surface.Polyline({{1, 1}}, {kRed});
     EXPECT_TRUE(surface.Shapes().empty());
-    surface.Polygon({{1, 1}, {2, 2}, {3, 0.5}}, kRed);
+    surface.Polygon({{{1, 1}, {2, 2}, {3, 0.5}}}, kRed);
     surface.Polyline({{1, 1}, {2, 2}, {3, 0}}, {kRed});
     EXPECT_THAT(SvgFile(surface),
                 AllOf(HasSubstr("<polygon points=\"1,1 2,2 3,0.5\" fill=\"#FF0000\""),
@@ -116,7 +116,7 @@ TEST(PictureFile, EndingDecidesAndOthersAreRefused) {
             ADD_FAILURE() << name;
         } catch (const CommandError& error) {
             EXPECT_EQ(ExitCode::WRONG_USE, error.Code());
-            EXPECT_THAT(error.what(), HasSubstr("has to end in .svg, .png or .pdf"));
+            EXPECT_THAT(error.what(), HasSubstr("has to end in .svg, .png, .pdf or .dxf"));
         }
     }
 }

@@ -263,7 +263,7 @@ TEST(TextMeasure, RefusesWhatIsNone) {
           Row{{"--justification", "12"},
               "top-left, middle-left, middle-centre, baseline-left, "
               "baseline-centre or baseline-right"},
-          Row{{"--picture", "t.jpg"}, "t.jpg: a picture's name has to end in .svg, .png or .pdf"}}) {
+          Row{{"--picture", "t.jpg"}, "t.jpg: a picture's name has to end in .svg, .png, .pdf or .dxf"}}) {
         SCOPED_TRACE(::testing::PrintToString(row.options));
         Arguments arguments = {"measure", "x"};
         arguments.insert(arguments.end(), row.options.begin(), row.options.end());

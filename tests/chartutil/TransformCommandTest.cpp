@@ -156,7 +156,7 @@ TEST(TransformCommand, ReadsLinesOfAnyLengthInAnyNumber) {
 }
 
 TEST(TransformCommand, TurnsTheSampleSoundings) {
-    const std::string path = PROJECT_DATA_FOLDER "/pensacola-bay-soundings.csv";
+    const std::string path = PROJECT_DATA_FOLDER "/pensacola/soundings.csv";
     const ProgramResult result = Transform({path, "--x", "easting_m", "--y", "northing_m", "--rotate",
                                             "30,500000,3370000", "--translate", "100,-50"});
     ASSERT_EQ(0, result.exitCode) << result.error;

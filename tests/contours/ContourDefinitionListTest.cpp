@@ -789,13 +789,13 @@ TEST(ContourDefinitionList, SaveAndLoadGrowLinearly) {
 }
 
 TEST(ContourDefinitionList, TheShippedFileIsInOrderAndAsItWouldBeSaved) {
-    const std::wstring path = FromUtf8(PROJECT_DATA_FOLDER) + L"/pensacola-bay.cdf";
+    const std::wstring path = FromUtf8(PROJECT_DATA_FOLDER) + L"/pensacola/levels.cdf";
     ContourDefinitionList list;
     ASSERT_TRUE(list.Load(path.c_str()));
     const Levels levels = LevelsOf(list);
     EXPECT_TRUE(std::is_sorted(levels.begin(), levels.end()));
     EXPECT_EQ(0, levels.front());
-    EXPECT_EQ(15, levels.back());
+    EXPECT_EQ(20, levels.back());
     const TemporaryFolder folder;
     ASSERT_TRUE(list.Save(folder.File(L"again.cdf").c_str()));
     EXPECT_EQ(ReadBytes(NativePath(path)), ReadBytes(folder.Path() / "again.cdf"));

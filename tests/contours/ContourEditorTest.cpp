@@ -687,15 +687,14 @@ TEST_F(ContourEditorTest, ARangeNeedsItsThreeNumbers) {
 
 TEST_F(ContourEditorTest, GeneratesFromAColorTable) {
     const std::wstring table = m_folder.File(L"depths.col");
-    WriteBytes(table, ReadBytes(std::filesystem::path(PROJECT_DATA_FOLDER) / "depths.col"));
+    WriteBytes(table, ReadBytes(std::filesystem::path(PROJECT_DATA_FOLDER) / "pensacola/depths.col"));
     m_driver
         .Then([](OpenDialog& editor) {
             editor.Click(L"Color Table");
-            EXPECT_THAT(Levels(editor),
-                        ElementsAre(L"0.00", L"2.00", L"5.00", L"10.00", L"15.00", L"20.00", L"50.00"));
+            EXPECT_THAT(Levels(editor), ElementsAre(L"0.00", L"2.00", L"5.00", L"10.00"));
             EXPECT_THAT(editor.Rows()[1], ElementsAre(L"2.00", L"No", L"0.0", L"Continous"));
             editor.Focus(L"Add");
-            EXPECT_EQ(0xDEA468U, editor.SwatchOfRow(1));
+            EXPECT_EQ(0xEED6BAU, editor.SwatchOfRow(1));
             editor.Key("Escape");
         })
         .Then([&](OpenDialog& file) {

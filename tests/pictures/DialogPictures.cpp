@@ -76,7 +76,7 @@ void TakeDialogs(const Camera& camera) {
         camera.TakeDialog("contour-editor");
         editor.Key("Escape");
     });
-    CContourEditor(FromUtf8(PROJECT_DATA_FOLDER "/pensacola-bay.cdf")).DoModal();
+    CContourEditor(FromUtf8(PROJECT_DATA_FOLDER "/pensacola/levels.cdf")).DoModal();
 
     driver.Then([&](OpenDialog& contour) {
         camera.TakeDialog("contour-properties");

@@ -1049,7 +1049,7 @@ TEST(IniFile_CheckStorable, IsTrueExactlyWhenEverythingComesBack) {
         return random.Text(L"abA  \t\r\n;=[]\u00E9\u00C9\u03A9", random.OnceIn(4) ? 6 : 2);
     };
     int storable = 0, lost = 0;
-    for (int round = 0; round < 4000; ++round) {
+    for (int round = 0; round < 1000; ++round) { // each waits for the disk
         IniFile file;
         const bool mild = random.OnceIn(2); // many faults hide each other
         const auto some = [&](const wchar_t* plain) {
@@ -1069,8 +1069,8 @@ TEST(IniFile_CheckStorable, IsTrueExactlyWhenEverythingComesBack) {
         ASSERT_EQ(result, ComesBack(file)) << ToUtf8(result.Text()) << '\n' << SavedBytes(file);
         ++(result ? storable : lost);
     }
-    EXPECT_GT(storable, 500);
-    EXPECT_GT(lost, 500);
+    EXPECT_GT(storable, 125);
+    EXPECT_GT(lost, 125);
 }
 
 TEST(IniFile_FileObject, ACommentLineBecomesANamelessItemThatLeavesAnEmptyLine) {

@@ -16,7 +16,7 @@ ROOMS = "| Room | Stands on |"
 PLACES = "| Place | Headers besides the C++ library |"
 
 # The build takes one backend of a service and leaves the others.
-BACKENDS = {"posix", "win32", "qt", "noqt", "freetype"}
+BACKENDS = {"posix", "win32", "qt", "noqt", "freetype", "gdal", "none"}
 # Folders that are no rooms of their own.
 INNER = BACKENDS | {"detail", "private"}
 # They see all rooms, and no room sees them.

@@ -4,21 +4,26 @@
 #include <filesystem>
 #include <string>
 
-/// Loads a module with Qt, which stays loaded, and returns what it exports under `name`. Null when that
-/// cannot be done; `whyNot` then continues "this program": what it lacks, and which Debian package has it.
-/// `package` is the one with the libraries that the module needs.
-inline void* LoadModule(const std::filesystem::path& module, const char* name, const char* package,
+/// The Debian packages that a module needs: to run, and to be built.
+struct ModulePackages {
+    const char* run;
+    const char* build;
+};
+
+/// Loads a module, which stays loaded, and returns what it exports under `name`. Null when that cannot be
+/// done; `whyNot` then continues "this program": what it lacks, and which Debian package has it.
+inline void* LoadModule(const std::filesystem::path& module, const char* name, const ModulePackages& packages,
                         std::string& whyNot) {
     std::error_code error;
     if (!std::filesystem::exists(module, error)) {
-        whyNot = "has no " + module.string() +
-                 " (a build makes it where the Debian package qt6-base-dev is installed)";
+        whyNot = "has no " + module.string() + " (a build makes it where the Debian package " +
+                 packages.build + " is installed)";
         return nullptr;
     }
     void* const handle = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
     void* const symbol = handle ? dlsym(handle, name) : nullptr;
     if (!symbol)
         whyNot = "cannot load " + module.string() + " (" + dlerror() + "; it needs the Debian package " +
-                 package + ")";
+                 packages.run + ")";
     return symbol;
 }

@@ -184,7 +184,7 @@ void Run(const ImportOptions& options) {
 void AddJson(CLI::App& command, bool& json) { command.add_flag("--json", json, "Print a JSON document"); }
 
 void AddPicture(CLI::App& command, std::string& picture) {
-    command.add_option("--picture", picture, "Also draw it into this .svg, .png or .pdf file");
+    command.add_option("--picture", picture, "Also draw it into this .svg, .png, .pdf or .dxf file");
 }
 
 void AddNearest(CLI::App& colors) {

@@ -17,3 +17,6 @@ void AddContoursCommand(CLI::App& program);
 void AddEditCommand(CLI::App& program);
 void AddTextCommand(CLI::App& program);
 void AddFontsCommand(CLI::App& program);
+void AddSheetCommand(CLI::App& program);
+void AddInitCommand(CLI::App& program);
+void AddCheckCommand(CLI::App& program);

@@ -193,7 +193,7 @@ NewCommand<CommandOptions> Add(CLI::App& contours, const char* name, const char*
     const auto added = AddCommand<CommandOptions>(contours, name, what, Run, footer);
     added.app.add_option("FILE", added.options.file, fileText)->required();
     added.app.add_option("--picture", added.options.picture,
-                         "Also draw a legend into this .svg, .png or .pdf file");
+                         "Also draw a legend into this .svg, .png, .pdf or .dxf file");
     added.app.add_flag("--json", added.options.json, "Print a JSON document");
     return added;
 }

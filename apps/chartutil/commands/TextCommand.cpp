@@ -39,7 +39,8 @@ void AddPlacing(CLI::App& command, StyleOptions& options) {
 }
 
 void AddOutput(CLI::App& command, std::string& picture, bool& json) {
-    command.add_option("--picture", picture, "Draw it into this file, .svg, .png or .pdf")->check(IsFilled());
+    command.add_option("--picture", picture, "Draw it into this file, .svg, .png, .pdf or .dxf")
+        ->check(IsFilled());
     command.add_flag("--json", json, "Print a JSON document");
 }
 
@@ -104,7 +105,7 @@ void AddJustifications(CLI::App& text) {
   chartutil text justifications --picture sheet.png --rotations 0,45,90 \
       --sample 'Liberation Serif=Depth' --sample 'DejaVu Sans=)"
         "\u0412\u0430\u0439'");
-    command.add_option("--picture", options.picture, "The file to draw into, .svg, .png or .pdf")
+    command.add_option("--picture", options.picture, "The file to draw into, .svg, .png, .pdf or .dxf")
         ->required()
         ->check(IsFilled());
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0");

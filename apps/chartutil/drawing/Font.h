@@ -11,6 +11,7 @@ struct Font {
     bool italic = false;
     bool underline = false;
     std::string family = {}; // UTF-8
+    double capShare = 0.729; // height of capitals as a part of the size; that of DejaVu Sans
 
     /// The millimetres that a line of UTF-8 text takes, by the advance widths of DejaVu Sans. Kerning can
     /// make it a trace narrower. Latin, Greek and Cyrillic letters, digits and punctuation are known; for any
@@ -19,7 +20,7 @@ struct Font {
     double Width(std::string_view text) const;
 
     /// Height of capital letters and digits above the baseline, in millimetres.
-    double CapHeight() const { return size * 0.729; }
+    double CapHeight() const { return size * capShare; }
 };
 
 /// The families that a picture names, in order of preference.

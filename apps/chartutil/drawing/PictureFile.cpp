@@ -8,6 +8,8 @@
 #include "apps/chartutil/work/LongWork.h"
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
 
 namespace {
 
@@ -20,36 +22,54 @@ std::string Ending(const std::string& path) {
     return ending;
 }
 
-// What makes a picture of that ending; null for SVG, which needs no module.
-RenderPictureFunction* RequireRenderer(const std::string& path) {
-    const std::string ending = Ending(path);
-    if (ending == "svg") return nullptr;
-    if (ending != "png" && ending != "pdf")
-        throw CommandError(ExitCode::WRONG_USE, path + ": a picture's name has to end in .svg, .png or .pdf");
+// How pictures of an ending are made.
+struct Kind {
+    const char* ending;
+    const char* name;
+    std::optional<PictureFormat> format; // none for SVG, which needs no module
+};
+constexpr Kind kKinds[] = {
+    {"svg", "SVG", std::nullopt},
+    {"png", "PNG", PictureFormat::PNG},
+    {"pdf", "PDF", PictureFormat::PDF},
+    {"dxf", "DXF", PictureFormat::DXF},
+};
+
+const Kind& RequireKind(const std::string& path) {
+    const Kind* const kind = std::ranges::find(kKinds, Ending(path), &Kind::ending);
+    if (kind == std::end(kKinds))
+        throw CommandError(ExitCode::WRONG_USE,
+                           path + ": a picture's name has to end in .svg, .png, .pdf or .dxf");
+    return *kind;
+}
+
+RenderPictureFunction& RequireRenderer(const Kind& kind, const std::string& path) {
     std::string whyNot;
-    RenderPictureFunction* const render = LoadPictureModule(whyNot);
+    RenderPictureFunction* const render = LoadPictureModule(*kind.format, whyNot);
     if (!render)
         throw CommandError(ExitCode::WRONG_USE, path + ": this program " + whyNot + " and makes no " +
-                                                    (ending == "png" ? "PNG" : "PDF") +
-                                                    "; name the picture .svg");
-    return render;
+                                                    kind.name + "; name the picture .svg");
+    return *render;
 }
 
 std::string FileContent(const Surface& surface, const std::string& path) {
-    RenderPictureFunction* const render = RequireRenderer(path);
-    if (!render) return SvgFile(surface);
-    const PictureFormat format = Ending(path) == "png" ? PictureFormat::PNG : PictureFormat::PDF;
+    const Kind& kind = RequireKind(path);
+    if (!kind.format) return SvgFile(surface);
+    RenderPictureFunction& render = RequireRenderer(kind, path);
     std::string content;
     const Progress progress("the picture", surface.Shapes().size());
     if (!render(
-            surface, format, [&](std::size_t done) { progress.Show(done); }, content))
+            surface, *kind.format, [&](std::size_t done) { progress.Show(done); }, content))
         throw CommandError(ExitCode::IO_ERROR, path + ": the picture cannot be drawn");
     return content;
 }
 
 } // namespace
 
-void RequirePictureName(const std::string& path) { RequireRenderer(path); }
+void RequirePictureName(const std::string& path) {
+    const Kind& kind = RequireKind(path);
+    if (kind.format) (void)RequireRenderer(kind, path);
+}
 
 void SavePicture(const Surface& surface, const std::string& path) {
     const std::string content = FileContent(surface, path);

@@ -13,6 +13,19 @@ std::vector<Surface::Point> Finite(std::vector<Surface::Point> points) {
     return points;
 }
 
+// A dash pattern that cannot be drawn is a solid line.
+Surface::Pen Usable(Surface::Pen pen) {
+    pen.width = std::max(0.0, Finite(pen.width));
+    const auto isLength = [](double dash) { return std::isfinite(dash) && dash > 0; };
+    if (!std::ranges::all_of(pen.dashes, isLength)) pen.dashes.clear();
+    return pen;
+}
+
+Font Usable(Font font) {
+    font.size = std::max(0.0, Finite(font.size));
+    return font;
+}
+
 } // namespace
 
 Surface::Surface(double width, double height)
@@ -22,9 +35,15 @@ void Surface::Rectangle(double x, double y, double width, double height, const R
     m_shapes.emplace_back(FilledRectangle{Finite(x), Finite(y), Finite(width), Finite(height), fill});
 }
 
+void Surface::Picture(Image image) {
+    if (!image.png.empty()) m_shapes.emplace_back(std::move(image));
+}
+
+void Surface::BeginLayer(std::string_view name) { m_shapes.emplace_back(Layer{std::string(name)}); }
+
 void Surface::Frame(double x, double y, double width, double height, const Pen& pen) {
-    m_shapes.emplace_back(
-        Stroke{Finite({{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}}), true, pen});
+    m_shapes.emplace_back(Stroke{Finite({{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}}),
+                                 true, Usable(pen)});
 }
 
 void Surface::Line(double x1, double y1, double x2, double y2, const Pen& pen) {
@@ -32,22 +51,42 @@ void Surface::Line(double x1, double y1, double x2, double y2, const Pen& pen) {
 }
 
 void Surface::Polyline(std::vector<Point> points, const Pen& pen) {
-    if (points.size() >= 2) m_shapes.emplace_back(Stroke{Finite(std::move(points)), false, pen});
+    if (points.size() >= 2) m_shapes.emplace_back(Stroke{Finite(std::move(points)), false, Usable(pen)});
 }
 
-void Surface::Polygon(std::vector<Point> points, const RGBColor& fill) {
-    if (points.size() >= 3) m_shapes.emplace_back(FilledPolygon{Finite(std::move(points)), fill});
+void Surface::Polygon(std::vector<std::vector<Point>> rings, const RGBColor& fill) {
+    std::erase_if(rings, [](const std::vector<Point>& ring) { return ring.size() < 3; });
+    for (std::vector<Point>& ring : rings) ring = Finite(std::move(ring));
+    if (!rings.empty()) m_shapes.emplace_back(FilledPolygon{std::move(rings), fill});
 }
 
 void Surface::Text(double x, double y, std::string_view text, const Font& font, const RGBColor& color,
                    Anchor anchor, double rotation) {
-    m_shapes.emplace_back(Label{Finite(x), Finite(y), std::string(text), font, color, anchor,
-                                Finite(rotation), font.Width(text), false});
+    m_shapes.emplace_back(Label{Finite(x),
+                                Finite(y),
+                                std::string(text),
+                                Usable(font),
+                                color,
+                                anchor,
+                                Finite(rotation),
+                                Usable(font).Width(text),
+                                false,
+                                {static_cast<int>(anchor), 0}});
 }
 
 void Surface::FittedText(double x, double y, std::string_view text, const Font& font, const RGBColor& color,
-                         double width, double rotation) {
+                         double width, double rotation, Justification justification) {
     if (Finite(width) <= 0) return;
-    m_shapes.emplace_back(Label{Finite(x), Finite(y), std::string(text), font, color, Anchor::START,
-                                Finite(rotation), width, true});
+    const auto [horizontal, vertical] = justification;
+    m_shapes.emplace_back(Label{
+        Finite(x),
+        Finite(y),
+        std::string(text),
+        Usable(font),
+        color,
+        Anchor::START,
+        Finite(rotation),
+        width,
+        true,
+        {horizontal < 0 || horizontal > 2 ? 0 : horizontal, vertical < 0 || vertical > 3 ? 0 : vertical}});
 }

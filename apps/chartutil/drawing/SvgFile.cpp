@@ -4,7 +4,9 @@
 #include "apps/chartutil/terminal/HexText.h"
 #include "apps/chartutil/work/LongWork.h"
 
+#include <algorithm>
 #include <charconv>
+#include <set>
 
 namespace {
 
@@ -29,11 +31,15 @@ std::string Numbers(const std::vector<double>& values) {
     return text;
 }
 
-std::string PointsAttribute(const std::vector<Surface::Point>& points) {
+std::string PointsText(const std::vector<Surface::Point>& points) {
     std::string text;
     for (const Surface::Point& point : points)
         text += (text.empty() ? "" : " ") + Number(point.x) + ',' + Number(point.y);
-    return Attribute("points", text);
+    return text;
+}
+
+std::string PointsAttribute(const std::vector<Surface::Point>& points) {
+    return Attribute("points", PointsText(points));
 }
 
 // The characters that mean something in SVG are replaced; control characters become spaces.
@@ -77,8 +83,25 @@ std::string FamiliesFrom(const std::string& family) {
     return Escaped("'" + quoted + "', " + std::string(kFontFamilies));
 }
 
+std::string Base64(std::string_view bytes) {
+    constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    text.reserve((bytes.size() + 2) / 3 * 4);
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        const std::size_t count = std::min<std::size_t>(3, bytes.size() - i);
+        unsigned int group = 0;
+        for (std::size_t j = 0; j < 3; ++j)
+            group = group << 8 | (j < count ? static_cast<unsigned char>(bytes[i + j]) : 0U);
+        for (std::size_t j = 0; j < 4; ++j) text += j <= count ? kDigits[group >> (18 - 6 * j) & 63] : '=';
+    }
+    return text;
+}
+
 // One element for each kind of shape.
 struct Element {
+    bool isInLayer = false;
+    std::set<std::string> ids = {};
+
     std::string operator()(const Surface::FilledRectangle& shape) const {
         // Without smoothed edges no light shines through between neighbours, whatever the scale.
         return "<rect" + Attribute("x", shape.x) + Attribute("y", shape.y) + Attribute("width", shape.width) +
@@ -86,7 +109,12 @@ struct Element {
                " shape-rendering=\"crispEdges\"/>\n";
     }
     std::string operator()(const Surface::FilledPolygon& shape) const {
-        return "<polygon" + PointsAttribute(shape.points) + Attribute("fill", HexText(shape.fill)) +
+        if (shape.rings.size() == 1)
+            return "<polygon" + PointsAttribute(shape.rings.front()) +
+                   Attribute("fill", HexText(shape.fill)) + " fill-rule=\"evenodd\"/>\n";
+        std::string path;
+        for (const std::vector<Surface::Point>& ring : shape.rings) path += 'M' + PointsText(ring) + 'z';
+        return "<path" + Attribute("d", path) + Attribute("fill", HexText(shape.fill)) +
                " fill-rule=\"evenodd\"/>\n";
     }
     std::string operator()(const Surface::Stroke& shape) const {
@@ -95,6 +123,27 @@ struct Element {
                Attribute("stroke-width", shape.pen.width) +
                (shape.pen.dashes.empty() ? "" : Attribute("stroke-dasharray", Numbers(shape.pen.dashes))) +
                "/>\n";
+    }
+    std::string operator()(const Surface::Image& shape) const {
+        return "<image" + Attribute("x", shape.x) + Attribute("y", shape.y) +
+               Attribute("width", shape.width) + Attribute("height", shape.height) +
+               " preserveAspectRatio=\"none\" href=\"data:image/png;base64," + Base64(shape.png) + "\"/>\n";
+    }
+    std::string operator()(const Surface::Layer& layer) {
+        const std::string end = isInLayer ? "</g>\n" : "";
+        isInLayer = true;
+        return end + "<g" + Attribute("id", IdFrom(layer.name)) + ">\n";
+    }
+    // A name that XML takes for an identifier, and no other has.
+    std::string IdFrom(const std::string& name) {
+        const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
+        std::string id = name;
+        for (char& c : id)
+            if (!isLetter(c) && !(c >= '0' && c <= '9') && c != '_') c = '-';
+        if (id.empty() || !isLetter(id.front())) id.insert(0, "layer");
+        const std::string first = id;
+        for (int i = 2; !ids.insert(id).second; ++i) id = first + '-' + std::to_string(i);
+        return id;
     }
     std::string operator()(const Surface::Label& shape) const {
         constexpr const char* kAnchors[] = {"start", "middle", "end"};
@@ -128,9 +177,10 @@ std::string SvgFile(const Surface& surface) {
         ">\n<rect" + Attribute("width", width) + Attribute("height", height) + " fill=\"#FFFFFF\"/>\n";
     const Progress progress("the picture", surface.Shapes().size());
     std::size_t done = 0;
+    Element element;
     for (const Surface::Shape& shape : surface.Shapes()) {
-        svg += std::visit(Element{}, shape);
+        svg += std::visit(element, shape);
         progress.Show(++done);
     }
-    return svg + "</svg>\n";
+    return svg + (element.isInLayer ? "</g>\n</svg>\n" : "</svg>\n");
 }

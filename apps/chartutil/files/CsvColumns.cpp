@@ -2,20 +2,17 @@
 
 #include "VelmBase/File.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/TableLines.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
-#include "apps/chartutil/work/Interrupt.h"
 #include "apps/chartutil/work/LongWork.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstring>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -24,132 +21,6 @@
 namespace {
 
 constexpr std::size_t kBlock = 1 << 16;
-constexpr std::size_t kMaxLine = 1 << 20;
-constexpr std::string_view kBlanks = " \t";
-
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-/// Tells which characters stand between quotes. A quote opens a field only at the field's beginning; two
-/// quotes in a quoted field are one of its characters; anywhere else a quote is a character like any other.
-class Quotes {
-public:
-    explicit Quotes(char separator) : m_separator(separator) {}
-
-    /// Takes the next character; whether it stands between quotes.
-    bool Takes(char c) {
-        if (m_state == State::QUOTED) {
-            if (c == '"') m_state = State::CLOSED;
-            return true;
-        }
-        if (c == m_separator || c == '\n')
-            m_state = State::BEGIN;
-        else if (c == '"' && m_state != State::PLAIN)
-            m_state = State::QUOTED;
-        else if (m_state == State::CLOSED || kBlanks.find(c) == std::string_view::npos)
-            m_state = State::PLAIN;
-        return false;
-    }
-
-    bool IsOpen() const { return m_state == State::QUOTED; }
-
-private:
-    enum class State { BEGIN, PLAIN, QUOTED, CLOSED };
-    char m_separator;
-    State m_state = State::BEGIN;
-};
-
-/// Lines of a file or of standard input. A line break between quotes belongs to the line.
-class LineReader {
-public:
-    LineReader(const UserText& path, char separator)
-        : m_name(path.Utf8() == "-" ? "standard input" : path.Utf8()), m_separator(separator) {
-        if (path.Utf8() == "-") return;
-        m_file = std::make_unique<FILES::Reader>(path.Wide());
-        if (!m_file->IsOpen()) ThrowNotReadable(path);
-        m_progress.emplace(path.Utf8(), m_file->Size());
-    }
-
-    /// The next line with its line end; empty at the end of the table. It holds until the next call.
-    std::string_view Next() {
-        m_line = m_nextLine;
-        Quotes quotes(m_separator);
-        std::size_t length = 0;
-        for (;; ++length) {
-            if (m_begin + length == m_end && !Fill(length)) {
-                if (quotes.IsOpen())
-                    throw CommandError(ExitCode::IO_ERROR, Place() + ": has a quote that is not closed");
-                break;
-            }
-            const char c = m_buffer[m_begin + length];
-            const bool isQuoted = quotes.Takes(c);
-            if (c != '\n') continue;
-            ++m_nextLine;
-            if (isQuoted) continue;
-            ++length;
-            break;
-        }
-        const std::string_view line(m_buffer.data() + m_begin, length);
-        m_begin += length;
-        return line;
-    }
-
-    /// What stands before the first line and belongs to none: the mark of UTF-8, or nothing.
-    std::string_view ByteOrderMark() {
-        constexpr std::string_view kMark = "\xEF\xBB\xBF";
-        Fill(0);
-        if (!std::string_view(m_buffer.data(), m_end).starts_with(kMark)) return {};
-        m_begin = kMark.size();
-        return kMark;
-    }
-
-    /// "FILE, line N" of the line that was read last.
-    std::string Place() const { return m_name + ", line " + std::to_string(m_line); }
-
-private:
-    // Reads more behind what is held of the line. False at the end of the table.
-    bool Fill(std::size_t held) {
-        if (held >= kMaxLine)
-            throw CommandError(ExitCode::IO_ERROR,
-                               Place() + ": longer than a megabyte; check for a quote that is not closed");
-        std::memmove(m_buffer.data(), m_buffer.data() + m_begin, held);
-        m_begin = 0;
-        m_end = held;
-        m_buffer.resize(std::max(m_buffer.size(), held + kBlock));
-        const std::size_t count = Read(m_buffer.data() + held, kBlock);
-        m_end += count;
-        m_done += count;
-        if (m_progress) m_progress->Show(m_done);
-        return count > 0;
-    }
-
-    std::size_t Read(char* buffer, std::size_t size) {
-        std::size_t count = 0;
-        const bool read = m_file ? ReadFile(buffer, size, count) : ReadStandardInput(buffer, size, count);
-        StopIfInterrupted(); // before the end of the input is taken for the end of the table
-        if (!read) throw CommandError(ExitCode::IO_ERROR, Place() + ": reading failed");
-        return count;
-    }
-
-    bool ReadFile(char* buffer, std::size_t size, std::size_t& count) {
-        count = m_file->Read(buffer, size);
-        return count > 0 || !m_file->Failed();
-    }
-
-    std::string m_name;
-    char m_separator;
-    std::unique_ptr<FILES::Reader> m_file;
-    std::optional<Progress> m_progress;
-    std::vector<char> m_buffer = std::vector<char>(kBlock);
-    std::size_t m_begin = 0;
-    std::size_t m_end = 0;
-    std::uint64_t m_done = 0;
-    std::uint64_t m_line = 1;
-    std::uint64_t m_nextLine = 1;
-};
 
 /// Where pieces of a text go; false when they cannot be written.
 using Sink = std::function<bool(std::string_view)>;
@@ -177,31 +48,6 @@ private:
     std::string m_text;
 };
 
-/// A line cut at its separators; quotes hold a separator together.
-struct Fields {
-    Fields(std::string_view line, char separator) {
-        const std::size_t end = line.find_last_not_of("\r\n") + 1;
-        lineEnd = line.substr(end);
-        Quotes quotes(separator);
-        std::size_t start = 0;
-        for (std::size_t i = 0; i <= end; ++i) {
-            if (i < end && (quotes.Takes(line[i]) || line[i] != separator)) continue;
-            items.push_back(line.substr(start, i - start));
-            start = i + 1;
-        }
-    }
-    std::vector<std::string_view> items;
-    std::string_view lineEnd;
-};
-
-std::string Unquoted(std::string_view field) {
-    field = Trimmed(field);
-    if (field.size() < 2 || field.front() != '"' || field.back() != '"') return std::string(field);
-    std::string text(Trimmed(field.substr(1, field.size() - 2)));
-    for (std::size_t at = 0; (at = text.find("\"\"", at)) != std::string::npos; ++at) text.erase(at, 1);
-    return text;
-}
-
 std::optional<std::size_t> ColumnNumber(const std::string& column) {
     std::size_t number = 0;
     const auto [stop, error] = std::from_chars(column.data(), column.data() + column.size(), number);
@@ -210,7 +56,7 @@ std::optional<std::size_t> ColumnNumber(const std::string& column) {
 }
 
 // The index of a column: by the name in the header, else by its number.
-std::size_t ColumnIndex(const std::string& column, const Fields* header, const std::string& place) {
+std::size_t ColumnIndex(const std::string& column, const TableFields* header, const std::string& place) {
     for (std::size_t i = 0; header && i < header->items.size(); ++i) {
         if (Unquoted(header->items[i]) == column) return i;
     }
@@ -229,14 +75,14 @@ char Separator(const std::string& text) {
 }
 
 // Reads the table to its end and writes it to `output`.
-void ChangeColumns(LineReader& input, Output& output, const CsvTable& table,
+void ChangeColumns(TableLines& input, Output& output, const CsvTable& table,
                    std::span<const std::string> columns,
                    const std::function<void(std::span<double>)>& change) {
     const char separator = Separator(table.separator);
     std::vector<std::size_t> indices;
     std::vector<double> numbers(columns.size());
 
-    const auto findColumns = [&](const Fields* header) {
+    const auto findColumns = [&](const TableFields* header) {
         for (const std::string& column : columns) {
             const std::size_t index = ColumnIndex(column, header, input.Place());
             if (std::find(indices.begin(), indices.end(), index) != indices.end())
@@ -253,7 +99,8 @@ void ChangeColumns(LineReader& input, Output& output, const CsvTable& table,
             continue;
         }
         const bool isHeader = indices.empty();
-        Fields fields(line, separator);
+        TableFields fields;
+        fields.Cut(line, separator);
         if (isHeader) findColumns(&fields);
 
         for (std::size_t i = 0; i < indices.size(); ++i) {
@@ -311,7 +158,7 @@ void AddCsvOptions(CLI::App& command, CsvTable& table) {
 void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
                    const std::function<void(std::span<double>)>& change) {
     const auto changeInto = [&](const std::string& name, const Sink& sink) {
-        LineReader input(table.input, Separator(table.separator));
+        TableLines input(table.input, Separator(table.separator));
         Output output(name, sink);
         ChangeColumns(input, output, table, columns, change);
         return true;

@@ -78,10 +78,10 @@ TEST(OutputLoss, IsAnInputOutputErrorOfEveryCommand) {
              {"colors", "table", ToUtf8(folder.File(L"odd.col"))}, // with 1 too
              {"style", "line", "0.5,1,Dashed"},
              {"units", "convert", "--from", "m", "--to", "mm", "1"},
-             {"transform", data + "/pensacola-bay-soundings.csv", "--translate", "1,1"},
-             {"keywords", "list", data + "/title-block.txt"},
-             {"keywords", "fill", data + "/title-block.txt"}, // with 1 too
-             {"contours", "list", data + "/pensacola-bay.cdf"},
+             {"transform", data + "/pensacola/soundings.csv", "--translate", "1,1"},
+             {"keywords", "list", data + "/pensacola/title-block.txt"},
+             {"keywords", "fill", data + "/pensacola/title-block.txt"}, // with 1 too
+             {"contours", "list", data + "/pensacola/levels.cdf"},
              {"contours", "check", ToUtf8(folder.File(L"odd.cdf"))}}) { // with 1 too
         for (const int output : outputs.All()) {
             SCOPED_TRACE(testing::PrintToString(arguments) + " into " + std::to_string(output));

@@ -47,7 +47,7 @@ protected:
 } // namespace
 
 TEST_F(FileTypeTest, ContentDecidesWhoseFileItIs) {
-    const std::string chart = ReadBytes(FromUtf8(PROJECT_DATA_FOLDER "/pensacola-bay.cdf"));
+    const std::string chart = ReadBytes(FromUtf8(PROJECT_DATA_FOLDER "/pensacola/levels.cdf"));
     struct Row {
         const char* name;
         std::string bytes;

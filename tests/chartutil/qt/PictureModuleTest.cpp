@@ -21,7 +21,7 @@ constexpr RGBColor kRed(255, 0, 0);
 
 std::string Rendered(const Surface& surface, PictureFormat format) {
     std::string whyNot, file;
-    RenderPictureFunction* const render = LoadPictureModule(whyNot);
+    RenderPictureFunction* const render = LoadPictureModule(format, whyNot);
     EXPECT_NE(nullptr, render) << whyNot;
     EXPECT_TRUE(render && render(
                               surface, format, [](std::size_t) {}, file));
@@ -92,14 +92,17 @@ TEST(PictureModule, EveryKindOfShapeShows) {
     EXPECT_TRUE(differs([](Surface& s) { s.Rectangle(1, 1, 5, 5, kRed); }));
     EXPECT_TRUE(differs([](Surface& s) { s.Frame(1, 1, 5, 5, {kRed}); }));
     EXPECT_TRUE(differs([](Surface& s) { s.Line(1, 1, 5, 5, {kRed, 0.5, {1, 0.5}}); }));
-    EXPECT_TRUE(differs([](Surface& s) { s.Polygon({{1, 1}, {9, 1}, {5, 9}}, kRed); }));
+    EXPECT_TRUE(differs([](Surface& s) { s.Polygon({{{1, 1}, {9, 1}, {5, 9}}}, kRed); }));
     EXPECT_TRUE(differs([](Surface& s) { s.Text(1, 9, "5", {3}, kRed); }));
 }
 
-TEST(PictureModule, PdfPageIsTheNextWholePoint) {
+TEST(PictureModule, PdfPageHasThePapersSize) {
     const std::string pdf = Rendered(Surface(210, 297), PictureFormat::PDF);
     EXPECT_THAT(pdf, StartsWith("%PDF-1."));
-    EXPECT_THAT(pdf, HasSubstr("/MediaBox [0 0 596.000000 842.000000]")); // 595.28 by 841.89
+    EXPECT_THAT(pdf, HasSubstr("/MediaBox [0 0 595.275591 841.889764]"));
+    // One digit less than the next whole point has.
+    EXPECT_THAT(Rendered(Surface(352.77, 100), PictureFormat::PDF),
+                HasSubstr("/MediaBox [0 0 999.977953 283.464567 ]"));
 }
 
 TEST(PictureModule, PdfHoldsTextAsText) {

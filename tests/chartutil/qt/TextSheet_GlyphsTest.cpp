@@ -1,7 +1,7 @@
 // Whether what is drawn lies in the rectangles that were measured for it: a white cover over them leaves a
 // white page.
 
-#include "apps/chartutil/commands/text/DrawnText.h"
+#include "apps/chartutil/drawing/DrawnText.h"
 #include "apps/chartutil/drawing/PictureModule.h"
 #include "tests/support/TestFiles.h"
 
@@ -16,7 +16,7 @@ constexpr Surface::Point kInsertion{32, 32};
 
 std::string Png(const Surface& surface) {
     std::string whyNot, file;
-    RenderPictureFunction* const render = LoadPictureModule(whyNot);
+    RenderPictureFunction* const render = LoadPictureModule(PictureFormat::PNG, whyNot);
     EXPECT_NE(nullptr, render) << whyNot;
     EXPECT_TRUE(render && render(
                               surface, PictureFormat::PNG, [](std::size_t) {}, file));
@@ -52,7 +52,7 @@ void Cover(Surface& page, const DrawnText& text, double left, double right, doub
     for (const auto& [u, v] : {std::pair(left, bottom), {right, bottom}, {right, top}, {left, top}})
         points.push_back({kInsertion.x + (text.box.Corner(0).X() + u * along.X() + v * up.X()) * kScale,
                           kInsertion.y - (text.box.Corner(0).Y() + u * along.Y() + v * up.Y()) * kScale});
-    page.Polygon(points, kWhite);
+    page.Polygon({points}, kWhite);
 }
 
 // Whether nothing of the text is outside that part of its box.

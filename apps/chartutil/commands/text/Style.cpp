@@ -3,8 +3,8 @@
 #include "UtilityDLL/text/TextHeightFactComp.h"
 #include "VelmBase/FormatString.h"
 #include "apps/chartutil/commands/style/Names.h"
-#include "apps/chartutil/commands/text/FontInUse.h"
 #include "apps/chartutil/commands/text/Output.h"
+#include "apps/chartutil/drawing/FontInUse.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
 

@@ -99,19 +99,24 @@ private:
     void DrawBox(const TextRectComp::Rectangle& box) const {
         std::vector<Surface::Point> corners;
         for (const int i : {0, 1, 2, 3, 0}) corners.push_back(OnPage(box.Corner(i)));
-        m_surface.Polygon({corners.begin(), corners.end() - 1}, kBox);
+        m_surface.Polygon({{corners.begin(), corners.end() - 1}}, kBox);
         m_surface.Polyline(corners, {kBoxEdge, 0.15});
     }
 
     void DrawLines(const DrawnText& text) const {
         const auto has = [&](TextInfo::STYLE flag) { return (text.style.Style() & flag) != 0; };
-        const Font font{text.font.em * text.cellHeight * m_scale, has(TextInfo::BOLD), has(TextInfo::ITALIC),
-                        has(TextInfo::UNDERLINE), ToUtf8(text.font.family)};
+        const Font font{text.font.em * text.cellHeight * m_scale,
+                        has(TextInfo::BOLD),
+                        has(TextInfo::ITALIC),
+                        has(TextInfo::UNDERLINE),
+                        ToUtf8(text.font.family),
+                        text.font.CapShare()};
         for (const DrawnText::Line& line : text.lines) {
             const Surface::Point start = OnPage(line.start);
             m_surface.FittedText(start.x, start.y, ControlsBlanked(line.text), font,
                                  RGBColor(text.style.Color()), line.width * m_scale,
-                                 -text.box.Rotation().Get());
+                                 -text.box.Rotation().Get(),
+                                 {text.style.AcadHJust(), text.style.AcadVJust()});
         }
     }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/chartutil/commands/text/DrawnText.h"
+#include "apps/chartutil/drawing/DrawnText.h"
 #include "apps/chartutil/drawing/Surface.h"
 
 #include <string>

@@ -1,14 +1,12 @@
 #include "apps/chartutil/drawing/PictureModule.h"
 
-#include "Framework/system/posix/LoadModule.h"
+#include "apps/chartutil/drawing/posix/ProgramModule.h"
 
-namespace fs = std::filesystem;
-
-RenderPictureFunction* LoadPictureModule(std::string& whyNot) {
-    // From where the program lies, so that a package can be moved.
-    std::error_code error;
-    const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
+RenderPictureFunction* LoadPictureModule(PictureFormat format, std::string& whyNot) {
     void* const render =
-        LoadModule((folder / PICTURE_MODULE).lexically_normal(), kRenderPictureName, "libqt6gui6", whyNot);
+        format == PictureFormat::DXF
+            ? LoadProgramModule("chartutil_dxf.so", kRenderPictureName, {"libgdal32", "libgdal-dev"}, whyNot)
+            : LoadProgramModule("chartutil_pictures.so", kRenderPictureName, {"libqt6gui6", "qt6-base-dev"},
+                                whyNot);
     return reinterpret_cast<RenderPictureFunction*>(render);
 }

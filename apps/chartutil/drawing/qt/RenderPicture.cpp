@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QPageSize>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPdfWriter>
 
 #include <cmath>
@@ -125,7 +126,12 @@ struct Brush {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         painter.setBrush(ColorOf(shape.fill));
-        painter.drawPolygon(PointsOf(shape.points), Qt::OddEvenFill);
+        QPainterPath path; // which fills by the even-odd rule
+        for (const std::vector<Surface::Point>& ring : shape.rings) {
+            path.addPolygon(PointsOf(ring));
+            path.closeSubpath();
+        }
+        painter.drawPath(path);
     }
     void operator()(const Surface::Stroke& shape) const {
         QPen pen(ColorOf(shape.pen.color), shape.pen.width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
@@ -142,6 +148,11 @@ struct Brush {
         else
             painter.drawPolyline(PointsOf(shape.points));
     }
+    void operator()(const Surface::Image& shape) const {
+        const QImage image = QImage::fromData(QByteArray::fromStdString(shape.png), "PNG");
+        painter.drawImage(QRectF(shape.x, shape.y, shape.width, shape.height), image);
+    }
+    void operator()(const Surface::Layer&) const {} // a page has none
     void operator()(const Surface::Label& shape) const {
         constexpr int kDesignSize = 100; // sizes of fonts are whole numbers here; the painter scales them
         static const QStringList families =
@@ -208,26 +219,36 @@ void LevelDate(QByteArray& pdf) {
     pdf.replace(begin, static_cast<qsizetype>(sizeof kEpoch) - 1, kEpoch);
 }
 
+// The file has the size in whole points, which a page's true size replaces at the same length.
+void SetPageSize(QByteArray& pdf, double widthPoints, double heightPoints) {
+    constexpr char kName[] = "/MediaBox [0 0 ";
+    const qsizetype begin = pdf.indexOf(kName) + static_cast<qsizetype>(sizeof kName) - 1;
+    const qsizetype length = pdf.indexOf(']', begin) - begin;
+    const QByteArray size =
+        QByteArray::number(widthPoints, 'f', 6) + ' ' + QByteArray::number(heightPoints, 'f', 6);
+    if (length >= size.size()) pdf.replace(begin, length, size.leftJustified(length));
+}
+
 QByteArray Pdf(const Surface& surface, const ShowDrawn& show) {
-    constexpr double kPointsPerInch = 72;
+    constexpr double kPointsPerMm = 72 / kMmPerInch;
     constexpr int kDotsPerInch = 1200;
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    // Pages are counted in whole points here: the page is the next larger one, the drawing has its true size.
-    const auto points = [](double mm) {
-        return static_cast<int>(std::ceil(mm / kMmPerInch * kPointsPerInch));
-    };
-    writer.setPageSize(QPageSize(QSize(points(surface.Width()), points(surface.Height())), QString(),
-                                 QPageSize::ExactMatch));
+    // Pages are counted in whole points here: the drawing stands at the lower side of the next larger one.
+    const double width = surface.Width() * kPointsPerMm, height = surface.Height() * kPointsPerMm;
+    const QSize points(static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height)));
+    writer.setPageSize(QPageSize(points, QString(), QPageSize::ExactMatch));
     writer.setPageMargins(QMarginsF());
     writer.setResolution(kDotsPerInch);
     QPainter painter;
     if (!painter.begin(&writer)) return {};
+    painter.translate(0, (points.height() - height) / 72 * kDotsPerInch);
     Draw(surface, painter, kDotsPerInch / kMmPerInch, show);
     painter.end();
     QByteArray pdf = buffer.data();
     LevelDate(pdf);
+    SetPageSize(pdf, width, height);
     return pdf;
 }
 

@@ -1,6 +1,6 @@
 #include "apps/chartutil/drawing/PictureModule.h"
 
-RenderPictureFunction* LoadPictureModule(std::string& whyNot) {
-    whyNot = "was built without Qt";
+RenderPictureFunction* LoadPictureModule(PictureFormat format, std::string& whyNot) {
+    whyNot = format == PictureFormat::DXF ? "was built without GDAL" : "was built without Qt";
     return nullptr;
 }

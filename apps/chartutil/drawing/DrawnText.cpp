@@ -1,4 +1,4 @@
-#include "apps/chartutil/commands/text/DrawnText.h"
+#include "apps/chartutil/drawing/DrawnText.h"
 
 #include "apps/chartutil/work/LongWork.h"
 

@@ -1,4 +1,4 @@
-#include "apps/chartutil/commands/text/FontInUse.h"
+#include "apps/chartutil/drawing/FontInUse.h"
 
 #include "Framework/device/DC.h"
 #include "UtilityDLL/text/GDISelector.h"
@@ -6,19 +6,24 @@
 
 namespace {
 
+struct Listed {
+    bool any = false, outlines = false;
+};
+
 // A family with outlines is listed as long as the system has not seen that its file was damaged.
-bool IsListedWithOutlines(const CDC& device, const std::wstring& family) {
+Listed ListedFonts(const CDC& device, const std::wstring& family) {
     LOGFONTW asked = {};
     asked.lfCharSet = DEFAULT_CHARSET;
     family.copy(asked.lfFaceName, LF_FACESIZE - 1);
-    bool isListed = false;
+    Listed listed;
     const FONTENUMPROCW look = [](const LOGFONTW*, const TEXTMETRICW*, DWORD type, LPARAM found) {
-        auto& hasOutlines = *reinterpret_cast<bool*>(found); // NOLINT(performance-no-int-to-ptr): it is one
-        hasOutlines = hasOutlines || (type & RASTER_FONTTYPE) == 0;
+        auto& what = *reinterpret_cast<Listed*>(found); // NOLINT(performance-no-int-to-ptr): it is one
+        what.any = true;
+        what.outlines = what.outlines || (type & RASTER_FONTTYPE) == 0;
         return 1;
     };
-    EnumFontFamiliesExW(device.m_hDC, &asked, look, reinterpret_cast<LPARAM>(&isListed), 0);
-    return isListed;
+    EnumFontFamiliesExW(device.m_hDC, &asked, look, reinterpret_cast<LPARAM>(&listed), 0);
+    return listed;
 }
 
 } // namespace
@@ -39,14 +44,22 @@ FontInUse FindFont(const TextInfo& style) {
     const TEXTMETRICW& cell = metrics.otmTextMetrics;
     if (device.GetOutlineTextMetricsW(sizeof metrics, &metrics) == 0 || cell.tmHeight <= 0) {
         FontInUse none;
-        if (!family.empty() && IsListedWithOutlines(device, family)) none.unusable = family;
+        if (!family.empty() && ListedFonts(device, family).outlines) none.unusable = family;
         return none;
     }
     return {family,
             {},
             icompareW(family, style.Font()),
             double(cell.tmHeight - cell.tmInternalLeading) / cell.tmHeight,
-            double(cell.tmDescent) / cell.tmHeight};
+            double(cell.tmDescent) / cell.tmHeight,
+            double(metrics.otmsCapEmHeight) / cell.tmHeight};
+}
+
+bool IsBitmapFont(const std::wstring& face) {
+    CDC device;
+    device.CreateDCW(L"DISPLAY", nullptr, nullptr);
+    const Listed listed = ListedFonts(device, face);
+    return !face.empty() && listed.any && !listed.outlines;
 }
 
 std::string FamilyText(const FontInUse& font, const std::string& asked) {

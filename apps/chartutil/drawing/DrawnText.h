@@ -1,7 +1,7 @@
 #pragma once
 
 #include "UtilityDLL/text/TextRectComp.h"
-#include "apps/chartutil/commands/text/FontInUse.h"
+#include "apps/chartutil/drawing/FontInUse.h"
 
 #include <string>
 #include <vector>

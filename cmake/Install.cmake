@@ -10,8 +10,7 @@ install(TARGETS ${package_targets} EXPORT UtilityDLLTargets
 install(TARGETS chartutil RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 # A folder named private holds what only the sources of its library include.
 install(DIRECTORY VelmBase VelmConfigure VersionControl UtilityDLL Framework DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-    FILES_MATCHING PATTERN "*.h" PATTERN "posix" EXCLUDE PATTERN "win32" EXCLUDE PATTERN "qt" EXCLUDE PATTERN "freetype" EXCLUDE PATTERN "private" EXCLUDE
-    REGEX "${VELM_UNBUILT_HEADERS}" EXCLUDE)
+    FILES_MATCHING PATTERN "*.h" PATTERN "posix" EXCLUDE PATTERN "win32" EXCLUDE PATTERN "qt" EXCLUDE PATTERN "freetype" EXCLUDE PATTERN "private" EXCLUDE)
 install(DIRECTORY ${PROJECT_BINARY_DIR}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/utilitydll)
 

@@ -20,13 +20,6 @@ if(UTILITYDLL_FUZZ)
     target_compile_options(ProjectOptions INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# Headers of controls and dialogs, which have no backend on Windows yet: nothing is behind them there.
-set(VELM_UNBUILT_HEADERS "^$")
-if(WIN32)
-    string(CONCAT VELM_UNBUILT_HEADERS "/(Button|ClientDC|ColorDialog|ColorWell|ComboBox|Control|Dialog|DialogItem|DpiCor"
-        "|Edit|FileDialog|ImageList|ListCtrl|SpinButtonCtrl|ColorButton|FontCombo|ContourEditor)[.]h$")
-endif()
-
 # velm_backend(<variable> <elsewhere>): the folder that holds this platform's files of one service: win32, or
 # <elsewhere> where the target is not Windows.
 function(velm_backend variable elsewhere)

@@ -30,6 +30,8 @@ namespace {
 
 using Rows = Win32ListView::Rows;
 
+constexpr int kSwatchMargin = 4; // to the text, in pixels of 96 to the inch
+
 // What the control asks for to show a row.
 void Answer(const Rows& rows, LVITEMW& item) {
     const Rows::Row* const row = rows.At(item.iItem);
@@ -64,7 +66,7 @@ LRESULT Draw(const Rows& rows, const NMLVCUSTOMDRAW& request) {
         if (!SendMessageW(request.nmcd.hdr.hwndFrom, LVM_GETITEMRECT, request.nmcd.dwItemSpec,
                           reinterpret_cast<LPARAM>(&place)))
             return CDRF_DODEFAULT;
-        const int x = (place.left + place.right - rows.images.Width()) / 2;
+        const int x = place.left;
         const int y = (place.top + place.bottom - rows.images.Height()) / 2;
         const RECT swatch = {x, y, x + rows.images.Width(), y + rows.images.Height()};
         const HBRUSH brush = CreateSolidBrush(rows.images.ColorAt(row->image) & 0xFFFFFF);
@@ -157,15 +159,15 @@ void Win32ListView::SetImages(const CImageList& images) {
     m_rows->images = images;
     if (hasSize && images.Width() > 0 && images.Height() > 0) {
         const auto before = m_rows->room;
-        m_rows->room = {ImageList_Create(images.Width(), images.Height(), ILC_COLOR24 | ILC_MASK, 1, 0),
+        const int width = images.Width() + DpiCor(kSwatchMargin);
+        m_rows->room = {ImageList_Create(width, images.Height(), ILC_COLOR24 | ILC_MASK, 1, 0),
                         [](HIMAGELIST list) { ImageList_Destroy(list); }};
         // An image of which everything is masked: its place is filled by Draw().
         const HDC screen = GetDC(nullptr);
-        const HBITMAP bitmap = CreateCompatibleBitmap(screen, images.Width(), images.Height());
+        const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, images.Height());
         ReleaseDC(nullptr, screen);
-        const std::vector<BYTE> bits(
-            static_cast<std::size_t>((images.Width() + 15) / 16 * 2 * images.Height()), 0xFF);
-        const HBITMAP mask = CreateBitmap(images.Width(), images.Height(), 1, 1, bits.data());
+        const std::vector<BYTE> bits(static_cast<std::size_t>((width + 15) / 16 * 2 * images.Height()), 0xFF);
+        const HBITMAP mask = CreateBitmap(width, images.Height(), 1, 1, bits.data());
         ImageList_Add(m_rows->room.get(), bitmap, mask);
         ::DeleteObject(bitmap);
         ::DeleteObject(mask);

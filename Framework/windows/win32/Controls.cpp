@@ -73,16 +73,21 @@ HWND MakeControl(const wchar_t* className, const std::wstring& text, DWORD style
     return control;
 }
 
+struct Win32Button::Picture {
+    std::shared_ptr<struct _IMAGELIST> images;
+};
+
 Win32Button::Win32Button(HWND button, NativeWindowOwner* owner, bool isPart)
-    : Win32Window(button, owner, isPart) {
+    : Win32Window(button, owner, isPart), m_picture(std::make_shared<Picture>()) {
+    Link().Keep(m_picture);
     TellCommand(Link(), BN_CLICKED);
 }
 
 void Win32Button::SetSwatch(COLORREF color) {
     if (!Get()) return;
-    const auto before = std::exchange(m_swatch, MakeSwatch(color));
+    const auto before = std::exchange(m_picture->images, MakeSwatch(color));
     const int margin = DpiCor(kSwatchMargin);
-    BUTTON_IMAGELIST image = {m_swatch.get(), {margin, 0, margin, 0}, BUTTON_IMAGELIST_ALIGN_LEFT};
+    BUTTON_IMAGELIST image = {m_picture->images.get(), {margin, 0, margin, 0}, BUTTON_IMAGELIST_ALIGN_LEFT};
     Send(BCM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(&image));
     Invalidate();
 }

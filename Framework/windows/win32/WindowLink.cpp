@@ -114,6 +114,7 @@ LRESULT CALLBACK WindowLink::Procedure(HWND window, UINT message, WPARAM wParam,
     RemovePropW(window, kLinkProperty);
     delete held;
     if (link->m_parent) CountControls(std::exchange(link->m_parent, nullptr), false);
+    if (std::exchange(link->m_isLeft, false)) --s_left;
     if (NativeWindowOwner* const owner = std::exchange(link->m_owner, nullptr))
         owner->OnDestroyed(); // before the handle goes: other threads may be using it
     const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
@@ -191,10 +192,7 @@ void WindowLink::Leave() {
 }
 
 void WindowLink::DestroyIfLeft() {
-    if (!m_window || !m_isLeft || IsAtWork()) return;
-    m_isLeft = false;
-    --s_left;
-    DestroyWindow(m_window);
+    if (m_window && m_isLeft && !IsAtWork()) DestroyWindow(m_window);
 }
 
 bool WindowLink::IsAtWork() const {

@@ -20,7 +20,8 @@ public:
     void SetSwatch(COLORREF color) override;
 
 private:
-    std::shared_ptr<struct _IMAGELIST> m_swatch;
+    struct Picture;
+    const std::shared_ptr<Picture> m_picture; // also when the control outlives this
 };
 
 /// What the arrows at an edit field were asked for last; it lasts as long as they or the field.

@@ -1,8 +1,14 @@
 #!/usr/bin/env bash
-# Runs a Windows program under Wine: tools/wine.sh FOLDER PROGRAM [ARGUMENT...]
+# Runs a Windows program under Wine: tools/wine.sh [--display] FOLDER PROGRAM [ARGUMENT...]
 # Wine's registry, its drive C and what it takes for the user's home lie in FOLDER, which is made by the first call;
-# nothing is written anywhere else, and no display is needed. Its fonts are this machine's, found through fontconfig.
+# nothing is written anywhere else. Its fonts are this machine's, found through fontconfig. No display is needed; with
+# --display the program has an X server of its own, which ends with it.
 set -euo pipefail
+run=(exec)
+if [ "$1" = --display ]; then
+    run=(exec "$(dirname "$(readlink -f "$0")")/xvfb.sh")
+    shift
+fi
 mkdir -p "$1/home" "$1/tmp"
 folder=$(cd "$1" && pwd)
 shift
@@ -12,10 +18,16 @@ export WINEDEBUG=-all WINEARCH=win64
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 unset DISPLAY WAYLAND_DISPLAY XDG_RUNTIME_DIR XDG_CONFIG_HOME XDG_DATA_HOME XDG_CACHE_HOME
 
-if [ ! -e "$folder/ready" ]; then
+# Windows are Wine's alone: there is no manager of windows, for which it would wait.
+prepare() {
+    wine wineboot --init &&
+        wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f &&
+        wineserver --wait && touch "$folder/prepared"
+}
+if [ ! -e "$folder/prepared" ]; then
     (
         flock 9 # several programs may be the first
-        [ -e "$folder/ready" ] || { wine wineboot --init && wineserver --wait && touch "$folder/ready"; }
+        [ -e "$folder/prepared" ] || prepare
     ) 9>"$folder/lock" >"$folder/setup.log" 2>&1 || { cat "$folder/setup.log" >&2; exit 1; }
 fi
 # Wine's server stays up for a while: it would end with the last program, and one that starts in that moment would be
@@ -24,4 +36,4 @@ fi
     flock 9
     if wineserver --persistent=20 9>&-; then wine wineboot 9>&- || true; fi # it fails when it is running already
 ) 9>"$folder/lock" </dev/null >/dev/null 2>&1
-exec wine "$@"
+"${run[@]}" wine "$@"

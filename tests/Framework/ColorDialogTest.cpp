@@ -14,7 +14,7 @@ using ColorDialogTest = DialogTest;
 } // namespace
 
 TEST_F(ColorDialogTest, ReturnsWhatWasChosen) {
-    for (const DWORD flags : {DWORD{0}, CC_FULLOPEN, CC_FULLOPEN | CC_RGBINIT}) {
+    for (const DWORD flags : {DWORD{0}, DWORD{CC_FULLOPEN}, DWORD{CC_FULLOPEN | CC_RGBINIT}}) {
         CColorDialog dialog(0x112233, flags);
         EXPECT_EQ(0x112233U, dialog.GetColor());
         m_driver.Then([](OpenDialog& open) {

@@ -196,6 +196,7 @@ public:
         const std::shared_ptr<Course> course = m_course; // nothing of this is used once messages are handled
         if (course->IsOver()) return course->result;
         const HWND dialog = Get();
+        m_layout->MeasureLists();
         Center(dialog, m_over, Outer(dialog, m_layout->Preferred()));
         m_layout->Place(InsideOf(dialog));
         OthersDisabled others;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <commctrl.h>
+#include <iterator>
 #include <string>
 
 // The sizes and distances are those that the system's guidelines for dialogs ask for, in dialog units.
@@ -25,6 +26,8 @@ constexpr int kArrowsWidth = 11;
 constexpr int kRows = 12;
 constexpr int kFewestRows = 4;
 
+constexpr int kCellMargin = 14; // on both sides of a list's texts, in pixels of 96 to the inch
+
 bool IsRow(DialogItem::Kind kind) { return kind == DialogItem::ROW; }
 
 // Without the marks of the letters for the keyboard.
@@ -37,12 +40,33 @@ std::wstring Seen(const std::wstring& text) {
     return seen;
 }
 
+// What the last column lacks to show the first rows whole.
+int LackingInLastColumn(HWND list, int column, int rows) {
+    const auto count = std::min(rows, static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0)));
+    int widest = 0;
+    for (int row = 0; row < count; ++row) {
+        wchar_t text[260] = L"";
+        LVITEMW item = {};
+        item.iSubItem = column;
+        item.pszText = text;
+        item.cchTextMax = static_cast<int>(std::size(text));
+        SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+        const auto width = static_cast<int>(
+            SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(item.pszText)));
+        widest = std::max(widest, width + DpiCor(kCellMargin));
+    }
+    const auto width =
+        static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+    return std::max(0, widest - width);
+}
+
 SIZE ListSize(HWND list, int rows) {
     const HWND header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
     const auto columns = static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
     int width = 0;
     for (int i = 0; i < columns; ++i)
         width += static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(i), 0));
+    if (columns > 0) width += LackingInLastColumn(list, columns - 1, rows);
     const auto size = static_cast<DWORD>(
         SendMessageW(list, LVM_APPROXIMATEVIEWRECT, static_cast<WPARAM>(rows), MAKELPARAM(-1, -1)));
     return {width + GetSystemMetrics(SM_CXVSCROLL) + 2 * GetSystemMetrics(SM_CXEDGE) + DpiCor(2),
@@ -75,12 +99,19 @@ int Layout::Horizontal(int units) const { return MulDiv(units, m_base.cx, 4); }
 int Layout::Vertical(int units) const { return MulDiv(units, m_base.cy, 8); }
 
 Layout::Box Layout::Make(const DialogItem& item, const std::function<Made(const DialogItem&)>& make) const {
-    Box box = {item.kind, Seen(item.text), make(item), {}, item.kind == DialogItem::LIST_VIEW};
+    Box box = {item.kind, Seen(item.text), make(item), {}, item.kind == DialogItem::LIST_VIEW, {}, {}};
     for (const DialogItem& part : item.items) {
         box.parts.push_back(Make(part, make));
         box.hasList = box.hasList || box.parts.back().hasList;
     }
     return box;
+}
+
+void Layout::MeasureLists(Box& box) {
+    for (Box& part : box.parts) MeasureLists(part);
+    if (box.kind != DialogItem::LIST_VIEW) return;
+    box.fewRows = ListSize(box.made.control, kFewestRows);
+    box.manyRows = ListSize(box.made.control, kRows);
 }
 
 SIZE Layout::Smallest() const {
@@ -133,7 +164,7 @@ SIZE Layout::SizeOf(const Box& box, bool isPreferred) const {
         return size;
     }
     case DialogItem::LIST_VIEW:
-        return ListSize(box.made.control, isPreferred ? kRows : kFewestRows);
+        return isPreferred ? box.manyRows : box.fewRows;
     case DialogItem::COLOR_WELL:
         return {Horizontal(kSwatch) + text + Horizontal(kMargin), Vertical(kButtonHeight)};
     case DialogItem::PUSH_BUTTON:

@@ -13,7 +13,7 @@ struct Win32ListView::Rows {
     };
 
     std::vector<Row> rows;
-    int columns = 0;
+    std::vector<int> columns; // how wide each is at least
     CImageList images;
     bool isTelling = true;
     bool isQuiet = false;                    // the program changes the selection
@@ -80,6 +80,15 @@ LRESULT Draw(const Rows& rows, const NMLVCUSTOMDRAW& request) {
     }
 }
 
+// The last column takes what room the others leave.
+void StretchLastColumn(HWND list, const Rows& rows, int width) {
+    if (rows.columns.empty()) return;
+    const auto last = rows.columns.size() - 1;
+    for (std::size_t i = 0; i < last; ++i)
+        width -= static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, i, 0));
+    SendMessageW(list, LVM_SETCOLUMNWIDTH, last, std::max(width, rows.columns[last]));
+}
+
 bool ChangesSelection(UINT before, UINT after) { return ((before ^ after) & LVIS_SELECTED) != 0; }
 
 } // namespace
@@ -88,6 +97,10 @@ Win32ListView::Win32ListView(HWND list) : Win32Window(list, nullptr, true), m_ro
     SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
                  LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
     WindowLink& link = Link();
+    link.SetOnMessage([list, rows = m_rows](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_SIZE) StretchLastColumn(list, *rows, LOWORD(lParam));
+        return std::nullopt;
+    });
     link.SetOnTold([&link, rows = m_rows](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
         if (message != WM_NOTIFY) return std::nullopt;
         const auto tellSelection = [&] {
@@ -129,7 +142,7 @@ Win32ListView::Win32ListView(HWND list) : Win32Window(list, nullptr, true), m_ro
 
 void Win32ListView::InsertColumn(int column, const std::wstring& heading, int width) {
     if (!Get()) return;
-    const int position = std::clamp(column, 0, m_rows->columns);
+    const int position = std::clamp(column, 0, ColumnCount());
     constexpr int kHeadingMargin = 16; // in pixels of 96 to the inch
     const auto needed =
         static_cast<int>(Send(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(heading.c_str())));
@@ -139,11 +152,11 @@ void Win32ListView::InsertColumn(int column, const std::wstring& heading, int wi
     description.cx = std::max(width, needed + DpiCor(kHeadingMargin));
     description.iSubItem = position;
     Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(position), reinterpret_cast<LPARAM>(&description));
-    ++m_rows->columns;
+    m_rows->columns.insert(m_rows->columns.begin() + position, description.cx);
     const auto place = static_cast<std::size_t>(position);
     for (Rows::Row& row : m_rows->rows)
         if (row.texts.size() > place) row.texts.insert(row.texts.begin() + position, std::wstring());
-    for (int i = position + 1; i < m_rows->columns; ++i) { // they show the texts behind theirs now
+    for (int i = position + 1; i < ColumnCount(); ++i) { // they show the texts behind theirs now
         LVCOLUMNW moved = {};
         moved.mask = LVCF_SUBITEM;
         moved.iSubItem = i;
@@ -192,7 +205,7 @@ void Win32ListView::InsertRow(int row, const std::wstring& text, int image) {
 }
 
 void Win32ListView::SetTextAt(int row, int column, const std::wstring& text) {
-    if (!Get() || column < 0 || column >= m_rows->columns) return;
+    if (!Get() || column < 0 || column >= ColumnCount()) return;
     std::vector<std::wstring>& texts = m_rows->rows[static_cast<std::size_t>(row)].texts;
     if (texts.size() <= static_cast<std::size_t>(column)) texts.resize(static_cast<std::size_t>(column) + 1);
     texts[static_cast<std::size_t>(column)] = text;
@@ -257,6 +270,8 @@ void Win32ListView::SetRedraw(bool redraw) {
     m_rows->isQuiet = false;
     if (std::exchange(m_rows->losesSelection, false)) TellSelection();
 }
+
+int Win32ListView::ColumnCount() const { return static_cast<int>(m_rows->columns.size()); }
 
 void Win32ListView::ShowCount() const { Send(LVM_SETITEMCOUNT, m_rows->rows.size(), LVSICF_NOSCROLL); }
 

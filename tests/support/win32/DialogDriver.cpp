@@ -595,7 +595,7 @@ private:
     }
 
     static void Close(HWND dialog) {
-        EndDialog(dialog, IDCANCEL); // of the system's, also where Cancel does nothing
+        EndDialog(dialog, 0); // of the system's, also where Cancel does nothing
         if (IsWindow(dialog)) PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     }
 

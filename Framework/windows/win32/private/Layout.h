@@ -20,6 +20,9 @@ public:
     Layout(const DialogItem& content, const SharedFont& font,
            const std::function<Made(const DialogItem&)>& make);
 
+    /// Takes the size of a list from its columns and rows: before it is placed, which stretches the last one.
+    void MeasureLists() { MeasureLists(m_root); }
+
     /// The smallest inside of the dialog that shows everything.
     SIZE Smallest() const;
 
@@ -38,9 +41,12 @@ private:
         Made made = {};
         std::vector<Box> parts;
         bool hasList = false;
+        SIZE fewRows = {}; ///< of a list
+        SIZE manyRows = {};
     };
 
     Box Make(const DialogItem& item, const std::function<Made(const DialogItem&)>& make) const;
+    static void MeasureLists(Box& box);
     SIZE SizeOf(const Box& box, bool isPreferred) const;
     SIZE SizeOfForm(const Box& box) const;
     SIZE SizeOfParts(const Box& box, bool isRow, bool isPreferred) const;

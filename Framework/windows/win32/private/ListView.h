@@ -29,6 +29,7 @@ private:
     void Select(int row, bool isSelected) const;
     void ClearSelection() const;
     void ShowCount() const;
+    int ColumnCount() const;
     void TellSelection();
 
     const std::shared_ptr<Rows> m_rows; // also when the control outlives this

@@ -1,7 +1,7 @@
 # What every target of this project is built with, and how a library of it is made.
 
 add_library(ProjectOptions INTERFACE)
-target_compile_options(ProjectOptions INTERFACE
+set(project_options
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Werror
     # GCC 12 sees overlapping copies in the operator+ of std::string that are not there.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
@@ -10,6 +10,8 @@ target_compile_options(ProjectOptions INTERFACE
     -ffp-contract=off
     # Nobody replaces single functions of a library, so its own calls need not go through its export table.
     -fno-semantic-interposition)
+# The compiler of Windows' resources has options of its own.
+target_compile_options(ProjectOptions INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:${project_options}>")
 if(UTILITYDLL_SANITIZE)
     target_compile_options(ProjectOptions INTERFACE
         -fsanitize=${UTILITYDLL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -73,6 +75,9 @@ function(velm_library target folder macro)
     set_target_properties(${target} PROPERTIES
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} PREFIX ""
         INSTALL_RPATH "$ORIGIN") # the libraries lie beside each other
+    if(WIN32)
+        velm_version_resource(${target} dll "${target} of the survey and charting suite")
+    endif()
 endfunction()
 
 set(VELM_MODULE_FOLDER ${CMAKE_INSTALL_LIBDIR}/utilitydll)

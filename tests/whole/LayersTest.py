@@ -40,7 +40,7 @@ class House:
         self.places = self.table(PLACES)
         self.files = sorted(path.relative_to(root).as_posix() for top in self.root.iterdir()
                             if top.is_dir() and top.name != "build" and not top.name.startswith(".")
-                            for path in top.rglob("*") if path.suffix in (".h", ".cpp"))
+                            for path in top.rglob("*") if path.suffix in (".h", ".inc", ".cpp"))
 
     def table(self, heading):
         """The rows below a heading: the name in the first cell, and the names in the second."""

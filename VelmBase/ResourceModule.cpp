@@ -1,6 +1,7 @@
 #include "VelmBase/ResourceModule.h"
 
 #include "VelmBase/Module.h"
+#include "VelmBase/UntilUnloaded.h"
 #include "VelmBase/private/LanguageChoice.h"
 #include "VelmBase/private/LanguageFile.h"
 
@@ -72,10 +73,10 @@ struct Languages {
     std::list<Texts> chosen; // the latest choice first; the others are kept for the texts handed out
 };
 
-// Never destroyed: a worker may still ask for a text while the process ends.
+// A worker may still ask for a text while the process ends.
 Languages& AllLanguages() {
-    static Languages& languages = *new Languages;
-    return languages;
+    static UntilUnloaded<Languages> languages;
+    return *languages;
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 # The module's start-up alone, with stand-ins for what it calls, and a program that loads it. The stand-ins need some
 # sources of the base library.
 add_library(StartUpStandIns SHARED module/StandIns.cpp ../VelmBase/LibraryVersion.cpp ../VelmBase/NumberText.cpp
-    ../VelmBase/WideString.cpp ../VelmBase/${system}/Module.cpp)
+    ../VelmBase/WideString.cpp ../VelmBase/${system}/Module.cpp ../VelmBase/${system}/UntilUnloaded.cpp)
 target_compile_definitions(StartUpStandIns PRIVATE VelmBaseR_EXPORTS Framework_EXPORTS VersionControlR_EXPORTS)
 add_library(StartUpModule SHARED ../UtilityDLL/module/UtilityDLL.cpp ../UtilityDLL/module/${system}/UtilityDLL.cpp)
 target_compile_definitions(StartUpModule PRIVATE UtilityDLL_EXPORTS LIBRARY_VERSION=${LIBRARY_VERSION_NUMBER})
@@ -42,6 +42,21 @@ foreach(name StartUpTest StartUp_RefusedTest LanguagesTest)
         STAND_IN_VERSION_CONTROL="${drive}$<TARGET_FILE_DIR:StandInVersionControl>"
         OTHER_VELM_CONFIGURE="${drive}$<TARGET_FILE_DIR:OtherVelmConfigure>")
 endforeach()
+
+if(WIN32)
+    # The host of StartUp_UnloadTest, and its library that stands on the suite.
+    add_executable(LoadOften module/win32/LoadOften.cpp support/win32/Library.cpp support/win32/Resources.cpp
+        support/win32/GuiResources.cpp)
+    target_include_directories(LoadOften PRIVATE ${PROJECT_SOURCE_DIR})
+    target_link_libraries(LoadOften PRIVATE ProjectOptions gdi32 psapi)
+    add_library(PlugIn SHARED module/win32/PlugIn.cpp)
+    target_link_libraries(PlugIn PRIVATE UtilityDLL ProjectOptions)
+    set_target_properties(PlugIn PROPERTIES PREFIX "")
+    add_dependencies(StartUp_UnloadTest LoadOften PlugIn)
+    target_compile_definitions(StartUp_UnloadTest PRIVATE
+        LOAD_OFTEN="${drive}$<TARGET_FILE:LoadOften>" PLUG_IN="${drive}$<TARGET_FILE:PlugIn>"
+        UTILITYDLL_FILE="${drive}$<TARGET_FILE:UtilityDLL>" FRAMEWORK_FILE="${drive}$<TARGET_FILE:Framework>")
+endif()
 
 if(NOT WIN32)
     # The host program that IniFile_SaveFaultTest kills and traces; it is found beside it.

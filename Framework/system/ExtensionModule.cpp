@@ -1,5 +1,7 @@
 #include "Framework/system/ExtensionModule.h"
 
+#include "VelmBase/UntilUnloaded.h"
+
 #include <mutex>
 
 namespace {
@@ -7,10 +9,10 @@ namespace {
 // There before any library's code runs, whatever the order in which the libraries are made ready.
 constinit CDynLinkLibrary* g_first = nullptr;
 
-// Never destroyed: libraries are unloaded until the process has ended.
+// Libraries are unloaded until the process has ended.
 std::mutex& Guard() {
-    static std::mutex& guard = *new std::mutex;
-    return guard;
+    static UntilUnloaded<std::mutex> guard;
+    return *guard;
 }
 
 } // namespace

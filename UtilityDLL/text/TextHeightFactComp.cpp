@@ -5,6 +5,7 @@
 #include "UtilityDLL/text/private/MeasuringDevice.h"
 #include "UtilityDLL/text/private/MeasuringFont.h"
 #include "VelmBase/Math.h"
+#include "VelmBase/UntilUnloaded.h"
 
 #include <limits>
 
@@ -18,8 +19,8 @@ int Magnitude(int length) { return length < 0 ? Difference(0, length) : length; 
 } // namespace
 
 TextHeightFactComp& TextHeightFactComp::Get() {
-    // Never destroyed: a host's static objects may measure in their destructors.
-    static TextHeightFactComp* const instance = new TextHeightFactComp;
+    // A host's static objects may measure in their destructors, when the process ends.
+    static UntilUnloaded<TextHeightFactComp> instance;
     return *instance;
 }
 

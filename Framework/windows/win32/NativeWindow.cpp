@@ -1,8 +1,7 @@
 #include "Framework/windows/private/NativeWindow.h"
 
-#include "Framework/windows/win32/private/Dialog.h"
-#include "Framework/windows/win32/private/TodaysLook.h"
-#include "Framework/windows/win32/private/Win32Window.h"
+#include "VelmBase/Module.h"
+#include "VelmBase/UntilUnloaded.h"
 
 #include <windows.h>
 
@@ -76,14 +75,27 @@ LRESULT MessageWindow::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcW(handle, message, wParam, lParam);
 }
 
+// Takes the class of the windows back: the system would keep it, and call into a library that is gone.
+struct ClassAtEnd {
+    HINSTANCE library = nullptr;
+    ~ClassAtEnd() { UnregisterClassW(kClassName, library); }
+};
+
 // The library itself, to which the class of its windows belongs. Null when the system refuses the class.
 HINSTANCE LibraryWithClass() {
+    static UntilUnloaded<ClassAtEnd> atEnd;
     WNDCLASSW windowClass = {};
-    windowClass.lpfnWndProc = &MessageWindow::Procedure;
-    windowClass.hInstance = ThisLibrary();
+    windowClass.lpfnWndProc = &Win32Window::Procedure;
+    windowClass.hInstance =
+        static_cast<HINSTANCE>(ModuleAt(reinterpret_cast<const void*>(&Win32Window::Procedure)));
     windowClass.lpszClassName = kClassName;
+    atEnd->library = windowClass.hInstance;
     const bool isThere = RegisterClassW(&windowClass) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
     return isThere ? windowClass.hInstance : nullptr;
+}
+
+ErrorString SystemRefuses() {
+    return ErrorString(L"Windows cannot be made: the system refuses, error ") << GetLastError();
 }
 
 } // namespace

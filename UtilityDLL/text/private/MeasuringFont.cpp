@@ -1,6 +1,7 @@
 #include "UtilityDLL/text/private/MeasuringFont.h"
 
 #include "UtilityDLL/text/private/MeasuringDevice.h"
+#include "VelmBase/UntilUnloaded.h"
 
 #include <algorithm>
 #include <array>
@@ -135,9 +136,10 @@ private:
     };
 
     struct OfThreads {
-        // Never destroyed: threads may end later than static objects.
+        // Threads may end later than static objects. The library lasts as long as a thread that has one of
+        // these.
         static OfThreads& Get() {
-            static OfThreads* const instance = new OfThreads;
+            static UntilUnloaded<OfThreads> instance;
             return *instance;
         }
         std::mutex mutex;

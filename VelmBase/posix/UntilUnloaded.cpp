@@ -1,0 +1,3 @@
+#include "VelmBase/UntilUnloaded.h"
+
+bool IsProcessEnding() { return true; }

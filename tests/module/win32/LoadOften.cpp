@@ -1,0 +1,91 @@
+// A program that is not linked with the suite: LoadOften COUNT LIBRARY [KEPT] loads and unloads the library
+// COUNT times, and calls its function Use() where it has one. It prints for each thing of the system how much
+// the process has of it after the first ten times, and in the end. The library KEPT stays loaded all the
+// while.
+
+#include "tests/support/Library.h"
+#include "tests/support/Resources.h"
+#include "tests/support/win32/GuiResources.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include <windows.h>
+
+#include <psapi.h>
+
+namespace {
+
+std::size_t NumModules() {
+    DWORD bytes = 0;
+    HMODULE first = nullptr;
+    EnumProcessModules(GetCurrentProcess(), &first, sizeof first, &bytes);
+    return bytes / sizeof first;
+}
+
+// In the framework's list, where that is loaded.
+std::size_t NumExtensionModules() {
+    using Function = std::vector<void*>();
+    const HMODULE framework = GetModuleHandleW(L"Framework.dll");
+    if (!framework) return 0;
+    auto* const modules =
+        reinterpret_cast<Function*>(FunctionOf(framework, "_ZN15CDynLinkLibrary7ModulesEv"));
+    if (!modules) std::exit(7);
+    return modules().size();
+}
+
+std::size_t PrivateBytes() {
+    std::size_t bytes = 0;
+    MEMORY_BASIC_INFORMATION region{};
+    for (const char* place = nullptr; VirtualQuery(place, &region, sizeof region) != 0;
+         place = static_cast<const char*>(region.BaseAddress) + region.RegionSize)
+        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
+    return bytes;
+}
+
+struct InUse {
+    std::size_t modules = NumModules(), extensions = NumExtensionModules();
+    Resources system = ResourcesInUse();
+    GuiResources windows = GuiResourcesInUse();
+    std::size_t bytes = PrivateBytes();
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 3) return 2;
+    const int count = std::atoi(argv[1]);
+    if (argc > 3 && !LoadSharedLibrary(argv[3])) return 3;
+    // Wine's own leave handles behind whenever they are unloaded.
+    for (const char* const library : {"winmm.dll", "comdlg32.dll"}) LoadSharedLibrary(library);
+    constexpr int kSize = 100;
+    wchar_t className[kSize] = L"";
+    InUse first;
+    for (int i = 1; i <= count; ++i) {
+        void* const library = LoadSharedLibrary(argv[2]);
+        if (!library) return 4;
+        const HMODULE framework = GetModuleHandleW(L"Framework.dll");
+        using Function = bool(wchar_t*, int);
+        auto* const use = reinterpret_cast<Function*>(FunctionOf(library, "Use"));
+        if (use && !use(className, kSize)) return 5;
+        UnloadSharedLibrary(library);
+        if (IsLoaded(argv[2])) return 6;
+        WNDCLASSW windowClass;
+        if (use && argc == 3 && GetClassInfoW(framework, className, &windowClass)) return 8;
+        if (i == 10) first = {};
+    }
+    const InUse last;
+    const auto print = [](const char* name, std::size_t before, std::size_t after) {
+        std::printf("%s %zu %zu\n", name, before, after);
+    };
+    print("modules", first.modules, last.modules);
+    print("extensions", first.extensions, last.extensions);
+    print("threads", first.system.threads, last.system.threads);
+    print("handles", first.system.handles, last.system.handles);
+    print("gdi", first.windows.gdi, last.windows.gdi);
+    print("user", first.windows.user, last.windows.user);
+    print("heap", first.system.heap, last.system.heap);
+    print("private", first.bytes, last.bytes);
+    return 0;
+}

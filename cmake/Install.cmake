@@ -36,3 +36,6 @@ file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/utilitydll.pc INPUT ${PROJECT_BINARY_
 install(FILES ${PROJECT_BINARY_DIR}/UtilityDLLConfig.cmake ${PROJECT_BINARY_DIR}/UtilityDLLConfigVersion.cmake
     DESTINATION ${package_folder})
 install(FILES ${PROJECT_BINARY_DIR}/utilitydll.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+if(WIN32)
+    include(cmake/WindowsPackage.cmake)
+endif()

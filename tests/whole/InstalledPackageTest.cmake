@@ -1,9 +1,10 @@
 # Uses the package as a host does, after `cmake --install` into a folder of its own. One step a call:
 #   Install       fills WORK/prefix
+#   Unpack        fills WORK/prefix with what the zip for Windows has, which PACK makes
 #   FindPackage   builds EXAMPLES/settings-host by find_package and runs it
 #   PkgConfig     the same with the flags of pkg-config
 #   WorkerHost    the same with the example that has windows of Qt and a worker thread
-#   DialogHost    the same with the example that has the library's controls in a dialog of Qt
+#   DialogHost    the same with the example that has the library's controls in a window of Qt's or of the system's
 #   Sheet         draws the project CHART and compares its SVG with the kept one, GOLDEN
 #   Headers       compiles every installed header alone; what is in a folder named private is not installed
 cmake_minimum_required(VERSION 3.25)
@@ -30,6 +31,10 @@ endfunction()
 
 # build_example(<name>): builds the example against the package; its path is in `program`.
 function(build_example name)
+    set(source ${EXAMPLES}/${name})
+    if(IS_DIRECTORY ${source}/${TOOLKIT})
+        string(APPEND source /${TOOLKIT})
+    endif()
     set(build ${WORK}/build-${name})
     file(REMOVE_RECURSE ${build})
     set(options -G ${GENERATOR} -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_CXX_FLAGS=${sanitize})
@@ -39,19 +44,22 @@ function(build_example name)
     else()
         list(APPEND options -D CMAKE_PREFIX_PATH=${prefix})
     endif()
-    must(${CMAKE_COMMAND} -S ${EXAMPLES}/${name} -B ${build} ${options})
+    must(${CMAKE_COMMAND} -S ${source} -B ${build} ${options})
     must(${CMAKE_COMMAND} --build ${build})
     file(GLOB program ${build}/${name} ${build}/${name}.exe)
     set(program ${program} PARENT_SCOPE)
 endfunction()
 
+# Windows looks for DLLs beside the program.
+function(put_dlls_beside program)
+    get_filename_component(folder ${program} DIRECTORY)
+    file(GLOB dlls ${prefix}/bin/*.dll)
+    file(COPY ${dlls} DESTINATION ${folder})
+endfunction()
+
 # The example counts its runs in a sealed settings file in the current folder.
 function(run_example program)
-    if(DRIVE) # Windows looks for DLLs beside the program
-        get_filename_component(folder ${program} DIRECTORY)
-        file(GLOB dlls ${prefix}/bin/*.dll)
-        file(COPY ${dlls} DESTINATION ${folder})
-    endif()
+    put_dlls_beside(${program})
     set(run ${CMAKE_COMMAND} -E chdir ${WORK}/run-${STEP} ${EMULATOR} ${program})
     file(REMOVE_RECURSE ${WORK}/run-${STEP})
     file(MAKE_DIRECTORY ${WORK}/run-${STEP})
@@ -119,6 +127,31 @@ if(STEP STREQUAL Install)
             file(REMOVE ${WORK}/palette.png)
         endforeach()
     endif()
+elseif(STEP STREQUAL Unpack)
+    file(REMOVE_RECURSE ${WORK})
+    file(MAKE_DIRECTORY ${WORK})
+    foreach(zip once again)
+        must(${PACK} --built ${BUILD} ${WORK}/${zip}.zip)
+        file(SHA256 ${WORK}/${zip}.zip ${zip})
+    endforeach()
+    if(NOT once STREQUAL again)
+        message(FATAL_ERROR "what is packed twice are two files: ${WORK}/once.zip, ${WORK}/again.zip")
+    endif()
+    file(ARCHIVE_EXTRACT INPUT ${WORK}/once.zip DESTINATION ${WORK})
+    file(RENAME ${WORK}/utilitydll-${VERSION}-windows-x86_64 ${prefix})
+    must(${EMULATOR} ${chartutil} --version)
+    expect("chartutil ${VERSION}")
+    must(${CMAKE_COMMAND} -E chdir ${prefix} ${EMULATOR} ${chartutil}
+        settings get share/utilitydll/sample-project.ini "Chart Sheet" Scale)
+    expect("25000")
+    file(GLOB licences ${prefix}/licences/*.txt)
+    list(LENGTH licences count)
+    if(NOT count EQUAL 5 OR NOT EXISTS ${prefix}/ReadMe.txt)
+        message(FATAL_ERROR "ReadMe.txt or a licence is missing in ${prefix}")
+    endif()
+    if(NOT EXISTS ${prefix}/bin/utilitydll/languages/UtilityDLL.de.po)
+        message(FATAL_ERROR "there are no languages beside the library in ${prefix}/bin")
+    endif()
 elseif(STEP STREQUAL Sheet)
     # The program draws a chart in each format with the modules beside it, which are the package's and not the build's.
     foreach(module chartutil_geometry chartutil_dxf)
@@ -179,15 +212,24 @@ elseif(STEP STREQUAL WorkerHost)
     expect("this program has no ${module}")
 elseif(STEP STREQUAL DialogHost)
     build_example(dialog-host)
-    set(picture ${WORK}/dialog-host.png)
+    put_dlls_beside(${program})
+    if(TOOLKIT STREQUAL win32)
+        set(picture ${WORK}/dialog-host.bmp)
+        set(run ${DISPLAY} ${EMULATOR})
+        string(REPEAT 783c14 40 contents) # a line of the button whose colour that is
+    else()
+        set(picture ${WORK}/dialog-host.png)
+        set(run ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=${WORK})
+        set(contents 89504e470d0a1a0a) # what a file of this kind begins with
+    endif()
     file(REMOVE ${picture})
-    must(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=${WORK} ${program} --picture ${picture})
+    must(${run} ${program} --picture ${DRIVE}${picture})
     if(NOT output MATCHES "drawn with [1-9][0-9]* faces")
         message(FATAL_ERROR "the package has no faces:\n${output}")
     endif()
-    file(READ ${picture} signature LIMIT 8 HEX)
-    if(NOT signature STREQUAL "89504e470d0a1a0a")
-        message(FATAL_ERROR "${picture} is no picture")
+    file(READ ${picture} drawn HEX)
+    if(NOT drawn MATCHES "${contents}")
+        message(FATAL_ERROR "${picture} does not show what it should")
     endif()
 elseif(STEP STREQUAL PkgConfig)
     set(ENV{PKG_CONFIG_LIBDIR} ${prefix}/${LIBRARIES}/pkgconfig)

@@ -117,8 +117,9 @@ if(WIN32)
 endif()
 
 # Takes the pictures of dialogs for the documents, when somebody asks for them: tools/dialog-pictures.sh.
-if(Qt6_FOUND)
-    add_executable(DialogPictures EXCLUDE_FROM_ALL pictures/DialogPictures.cpp)
-    target_link_libraries(DialogPictures PRIVATE QtTestSupport ProjectOptions)
-    target_compile_definitions(DialogPictures PRIVATE PROJECT_DATA_FOLDER="${PROJECT_SOURCE_DIR}/data")
+if(Qt6_FOUND OR WIN32)
+    velm_backend(toolkit qt)
+    add_executable(DialogPictures EXCLUDE_FROM_ALL pictures/DialogPictures.cpp pictures/${toolkit}/Camera.cpp)
+    target_link_libraries(DialogPictures PRIVATE TestSupport $<IF:$<BOOL:${WIN32}>,gdiplus,QtTestSupport> ProjectOptions)
+    target_compile_definitions(DialogPictures PRIVATE PROJECT_DATA_FOLDER="${drive}${PROJECT_SOURCE_DIR}/data")
 endif()

@@ -31,7 +31,7 @@ QPalette DarkPalette() {
 
 struct Camera::Native {
     std::string prefix, suffix;
-    QTranslator texts; // of the buttons of messages
+    QTranslator texts{nullptr}; // of the buttons of messages
 
     // With what stands over it in windows of its own: hints at fields.
     void Take(QWidget& window, const std::string& name) const {
@@ -56,7 +56,7 @@ struct Camera::Native {
 };
 
 Camera::Camera(std::string prefix, std::string suffix, const std::string& theme)
-    : m_native(new Native{std::move(prefix), std::move(suffix), {}}) {
+    : m_native(new Native{std::move(prefix), std::move(suffix)}) {
     if (m_native->texts.load(QLocale(qEnvironmentVariable("UTILITYDLL_LANGUAGE")), "qtbase", "_",
                              QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&m_native->texts);

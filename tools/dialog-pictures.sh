@@ -18,12 +18,12 @@ if [ $preset = windows ]; then
     prepare $packages_windows
     targets=DialogPictures
     prefix=Z:$folder/windows-
-    pictures=(tools/wine.sh build/windows/wine build/windows/bin/DialogPictures.exe)
+    pictures=(tools/wine.sh --display build/windows/wine build/windows/bin/DialogPictures.exe)
 else
     prepare qt6-translations-l10n
     targets='DialogPictures FrameworkWindows FrameworkFonts'
     prefix=$folder/
-    pictures=(build/release/bin/DialogPictures)
+    pictures=(tools/xvfb.sh build/release/bin/DialogPictures)
 fi
 
 step "Build"
@@ -35,7 +35,7 @@ mkdir -p "$folder"
 for language in en de; do
     for theme in $themes; do
         suffix=-$language$([ "$themes" = light ] || echo "-$theme")$([ "$scale" = 1 ] || echo "-$scale")
-        UTILITYDLL_LANGUAGE=$language QT_SCALE_FACTOR=$scale tools/xvfb.sh \
+        UTILITYDLL_LANGUAGE=$language QT_SCALE_FACTOR=$scale \
             "${pictures[@]}" "$prefix" "$suffix" "$theme" | grep -A 9 -e Failure -e PASSED
     done
 done

@@ -215,7 +215,8 @@ elseif(STEP STREQUAL DialogHost)
     put_dlls_beside(${program})
     if(TOOLKIT STREQUAL win32)
         set(picture ${WORK}/dialog-host.bmp)
-        set(run ${DISPLAY} ${EMULATOR})
+        list(INSERT EMULATOR 1 --display)
+        set(run ${EMULATOR} explorer /desktop=dialog-host,800x600) # which is on that display
         string(REPEAT 783c14 40 contents) # a line of the button whose colour that is
     else()
         set(picture ${WORK}/dialog-host.png)

@@ -14,7 +14,6 @@
 #include <gmock/gmock.h>
 #include <memory>
 #include <stdexcept>
-#include <thread>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -73,16 +72,6 @@ TEST_F(DialogTest, ReplacesAWindowThatIsNoDialog) {
     ASSERT_TRUE(static_cast<CWnd&>(dialog).Create());
     m_driver.Then([](OpenDialog& open) { open.Click(L"OK"); });
     EXPECT_EQ(IDOK, dialog.DoModal());
-}
-
-TEST_F(DialogTest, OtherThreadsShowNone) {
-    TestDialog dialog;
-    ErrorString whyNot;
-    int result = 0;
-    std::thread([&] { result = dialog.DoModal(&whyNot); }).join();
-    EXPECT_EQ(-1, result);
-    EXPECT_FALSE(whyNot);
-    EXPECT_FALSE(whyNot.Text().empty());
 }
 
 TEST_F(DialogTest, HandlersAreFoundInTheClassBeforeItsBase) {

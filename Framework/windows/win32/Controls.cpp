@@ -129,6 +129,10 @@ Win32Edit::Win32Edit(HWND edit, std::shared_ptr<SpinSteps> steps)
         });
 }
 
+void Win32Edit::SetText(const std::wstring& text) {
+    if (text != Text()) Win32Window::SetText(text); // else it would tell a change that there is not
+}
+
 void Win32Edit::Enable(bool enable) {
     Win32Window::Enable(enable);
     if (!m_steps) return;
@@ -191,7 +195,7 @@ std::wstring Win32ComboBox::TextAt(int position) const {
 }
 
 void Win32ComboBox::Select(int position) {
-    if (position >= 0 && position < Count()) Send(CB_SETCURSEL, static_cast<WPARAM>(position));
+    if (position >= -1 && position < Count()) Send(CB_SETCURSEL, static_cast<WPARAM>(position));
 }
 
 std::unique_ptr<NativeWindow> MakeDrawn(NativeWindowOwner& owner, const std::wstring& caption, HWND parent) {

@@ -9,6 +9,7 @@
 #include "Framework/windows/win32/private/TodaysLook.h"
 
 #include <algorithm>
+#include <cwctype>
 #include <map>
 #include <optional>
 
@@ -23,17 +24,33 @@ using Controls = std::map<unsigned, std::unique_ptr<NativeWindow>>;
 struct Course {
     std::shared_ptr<WindowLink> link;
     bool hasEnded = false;
-    int result = IDCANCEL;   // also when others close it
-    Course* under = nullptr; // the run that this one is over
+    int result = IDCANCEL; // also when others close it
 
-    bool IsOver() const {
-        const bool isEnded = hasEnded || !link->Handle() || link->IsLeft();
-        return isEnded || (under && under->IsOver());
-    }
+    bool IsOver() const { return hasEnded || !link->Handle() || link->IsLeft(); }
 };
 
-// Those that run in this thread, the innermost one first.
-thread_local Course* t_innermost = nullptr;
+// The letter behind a label's "&", in lower case; 0 without one.
+wchar_t MnemonicOf(HWND label) {
+    const std::wstring text = TextOfWindow(label);
+    for (std::size_t i = 0; i + 1 < text.size(); ++i)
+        if (text[i] == L'&' && text[++i] != L'&') return static_cast<wchar_t>(std::towlower(text[i]));
+    return 0;
+}
+
+// The letter of a label presses the button behind it, to which the system gives the keyboard only.
+bool PressByLabel(HWND dialog, const MSG& message) {
+    if (message.message != WM_SYSCHAR || GetAncestor(message.hwnd, GA_ROOT) != dialog) return false;
+    const auto letter = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(message.wParam)));
+    for (HWND label = nullptr; (label = FindWindowExW(dialog, label, WC_STATICW, nullptr)) != nullptr;) {
+        const HWND button = GetWindow(label, GW_HWNDNEXT);
+        if (!button || !IsWindowEnabled(button) || MnemonicOf(label) != letter) continue;
+        if ((SendMessageW(button, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) == 0) return false;
+        SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(button), TRUE);
+        SendMessageW(button, BM_CLICK, 0, 0);
+        return true;
+    }
+    return false;
+}
 
 // Makes what stands in a dialog.
 class Builder {
@@ -200,13 +217,8 @@ public:
         Center(dialog, m_over, Outer(dialog, m_layout->Preferred()));
         m_layout->Place(InsideOf(dialog));
         OthersDisabled others;
-        course->under = t_innermost;
-        t_innermost = course.get();
         Show(dialog);
         HandleMessages(*course);
-        t_innermost = course->under;
-        course->under = nullptr;
-        if (const HWND open = course->link->Handle()) CloseSystemDialogsOver(open);
         others.Enable();
         if (const HWND open = course->link->Handle()) ShowWindow(open, SW_HIDE);
         course->link->DestroyIfLeft();
@@ -216,9 +228,7 @@ public:
     void End(int result) override {
         m_course->hasEnded = true;
         m_course->result = result;
-        if (!Get()) return;
-        CloseSystemDialogsOver(Get());
-        PostMessageW(Get(), WM_NULL, 0, 0); // so that the loop looks
+        if (Get()) PostMessageW(Get(), WM_NULL, 0, 0); // so that the loop looks
     }
 
 private:
@@ -239,7 +249,7 @@ private:
                 return;
             }
             const HWND dialog = course.link->Handle();
-            if (dialog && IsDialogMessageW(dialog, &message)) continue;
+            if (dialog && (PressByLabel(dialog, message) || IsDialogMessageW(dialog, &message))) continue;
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }

@@ -17,6 +17,7 @@ struct Win32ListView::Rows {
     CImageList images;
     bool isTelling = true;
     bool isQuiet = false;                    // the program changes the selection
+    bool willTell = false;                   // that the user has changed it
     bool losesSelection = false;             // which is told when isTelling is true again
     std::shared_ptr<struct _IMAGELIST> room; // of a picture, in each row
 
@@ -29,6 +30,10 @@ struct Win32ListView::Rows {
 namespace {
 
 using Rows = Win32ListView::Rows;
+
+// To the list itself: the user has changed the selection. A click on one row that takes others away is
+// several changes to the system, and one to the owner.
+constexpr UINT kTellSelection = WM_APP;
 
 constexpr int kSwatchMargin = 4; // to the text, in pixels of 96 to the inch
 
@@ -72,7 +77,6 @@ LRESULT Draw(const Rows& rows, const NMLVCUSTOMDRAW& request) {
         const HBRUSH brush = CreateSolidBrush(rows.images.ColorAt(row->image) & 0xFFFFFF);
         FillRect(request.nmcd.hdc, &swatch, brush);
         ::DeleteObject(brush);
-        FrameRect(request.nmcd.hdc, &swatch, static_cast<HBRUSH>(GetStockObject(GRAY_BRUSH)));
         return CDRF_DODEFAULT;
     }
     default:
@@ -97,14 +101,17 @@ Win32ListView::Win32ListView(HWND list) : Win32Window(list, nullptr, true), m_ro
     SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
                  LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
     WindowLink& link = Link();
-    link.SetOnMessage([list, rows = m_rows](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
-        if (message == WM_SIZE) StretchLastColumn(list, *rows, LOWORD(lParam));
-        return std::nullopt;
+    link.SetOnMessage([&link, rows = m_rows](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_SIZE) StretchLastColumn(link.Handle(), *rows, LOWORD(lParam));
+        if (message != kTellSelection) return std::nullopt;
+        if (std::exchange(rows->willTell, false)) link.Tell(LVN_ITEMCHANGED);
+        return 0;
     });
     link.SetOnTold([&link, rows = m_rows](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
         if (message != WM_NOTIFY) return std::nullopt;
         const auto tellSelection = [&] {
-            if (!rows->isQuiet) link.Tell(LVN_ITEMCHANGED);
+            if (!rows->isQuiet && !std::exchange(rows->willTell, true))
+                PostMessageW(link.Handle(), kTellSelection, 0, 0);
         };
         switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
         case LVN_GETDISPINFOW:
@@ -284,7 +291,10 @@ void Win32ListView::Select(int row, bool isSelected) const {
 
 void Win32ListView::ClearSelection() const { Select(-1, false); }
 
-void Win32ListView::TellSelection() { Link().Tell(LVN_ITEMCHANGED); }
+void Win32ListView::TellSelection() {
+    m_rows->willTell = false;
+    Link().Tell(LVN_ITEMCHANGED);
+}
 
 std::vector<int> Win32ListView::Selected() const {
     std::vector<int> rows;

@@ -2,6 +2,28 @@
 
 #include "Framework/windows/win32/private/WindowLink.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace {
+
+// Those of this thread that are open.
+std::vector<HWND> SystemDialogs() {
+    std::vector<HWND> dialogs;
+    const WNDENUMPROC keep = [](HWND window, LPARAM data) -> BOOL {
+        std::array<wchar_t, 16> name = {};
+        GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+        if (std::wstring_view(name.data()) == L"#32770" && !WindowLink::Of(window))
+            reinterpret_cast<std::vector<HWND>*>(data)->push_back(window);
+        return TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), keep, reinterpret_cast<LPARAM>(&dialogs));
+    return dialogs;
+}
+
+} // namespace
+
 HWND ShownOver(NativeWindow* parent) {
     HWND window = parent ? static_cast<HWND>(parent->Handle()) : nullptr;
     if (window) window = GetAncestor(window, GA_ROOT);
@@ -33,16 +55,12 @@ void OthersDisabled::Enable() {
     if (m_active && IsWindow(m_active)) SetActiveWindow(m_active);
 }
 
-void CloseSystemDialogsOver(HWND window) {
-    const WNDENUMPROC close = [](HWND top, LPARAM data) -> BOOL {
-        const auto under = reinterpret_cast<HWND>(data);
-        HWND owner = GetWindow(top, GW_OWNER);
-        while (owner && owner != under) owner = GetWindow(owner, GW_OWNER);
-        wchar_t name[16] = L"";
-        GetClassNameW(top, name, 16);
-        // Those of the framework are ended by what runs them.
-        if (owner && std::wstring_view(name) == L"#32770" && !WindowLink::Of(top)) EndDialog(top, IDCANCEL);
-        return TRUE;
-    };
-    EnumThreadWindows(GetCurrentThreadId(), close, reinterpret_cast<LPARAM>(window));
+CancelledWith::CancelledWith(NativeWindow* parent) {
+    const auto link = WindowLink::Of(parent ? static_cast<HWND>(parent->Handle()) : nullptr);
+    if (!link) return;
+    m_cancel = std::make_shared<std::function<void()>>([before = SystemDialogs()] {
+        for (const HWND dialog : SystemDialogs())
+            if (std::ranges::find(before, dialog) == before.end()) EndDialog(dialog, 0);
+    });
+    link->CallWhenGone(m_cancel);
 }

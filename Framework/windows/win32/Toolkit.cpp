@@ -35,9 +35,11 @@ public:
     }
 
     bool AskForFile(FileRequest& request, NativeWindow* parent) override {
+        const CancelledWith cancelled(parent);
         return AskForFileOver(ShownOver(parent), request);
     }
     bool AskForColor(COLORREF& color, bool isFullyOpen, NativeWindow* parent) override {
+        const CancelledWith cancelled(parent);
         return AskForColorOver(ShownOver(parent), color, isFullyOpen);
     }
     int ShowMessage(const std::wstring& text, const std::wstring& caption, UINT type,

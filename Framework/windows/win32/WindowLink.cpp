@@ -119,6 +119,7 @@ LRESULT CALLBACK WindowLink::Procedure(HWND window, UINT message, WPARAM wParam,
         owner->OnDestroyed(); // before the handle goes: other threads may be using it
     const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
     link->m_window = nullptr;
+    link->CallThoseWhoWait();
     link->m_onMessage = nullptr;
     link->m_onTold = nullptr;
     link->m_needed.clear();
@@ -182,6 +183,7 @@ LRESULT CALLBACK WindowLink::ParentProcedure(HWND window, UINT message, WPARAM w
 void WindowLink::Leave() {
     m_owner = nullptr;
     if (!m_window) return;
+    CallThoseWhoWait();
     if (!IsAtWork()) {
         DestroyWindow(m_window);
         return;
@@ -189,6 +191,11 @@ void WindowLink::Leave() {
     m_isLeft = true;
     ++s_left;
     ShowWindow(m_window, SW_HIDE);
+}
+
+void WindowLink::CallThoseWhoWait() {
+    for (const auto& waiting : std::exchange(m_whenGone, {}))
+        if (const auto call = waiting.lock()) (*call)();
 }
 
 void WindowLink::DestroyIfLeft() {

@@ -12,6 +12,7 @@
 #include <clocale>
 #include <gmock/gmock.h>
 #include <memory>
+#include <thread>
 
 using ::testing::HasSubstr;
 
@@ -212,4 +213,14 @@ TEST_F(Dialog_Application, OfAHostMayCloseOrDeleteTheDialogsWidget) {
         EXPECT_EQ(nullptr, dialog.NativeHandle());
         loop.RunWhatWaits();
     }
+}
+
+TEST_F(DialogTest, OtherThreadsThanTheApplicationsShowNone) {
+    TestDialog dialog;
+    ErrorString whyNot;
+    int result = 0;
+    std::thread([&] { result = dialog.DoModal(&whyNot); }).join();
+    EXPECT_EQ(-1, result);
+    EXPECT_FALSE(whyNot);
+    EXPECT_FALSE(whyNot.Text().empty());
 }

@@ -213,7 +213,7 @@ public:
             TOOLINFOW tool = {};
             tool.cbSize = TTTOOLINFOW_V2_SIZE;
             tool.lpszText = start.data();
-            if (!Ask(window, TTM_GETCURRENTTOOLW, 0, &tool)) continue;
+            if (!Ask(window, TTM_ENUMTOOLSW, 0, &tool)) continue; // the first one, which it is for
             text.resize(1'000);
             tool.lpszText = text.data();
             SendMessageW(window, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));

@@ -38,6 +38,7 @@ public:
     /// `steps` is null for a field without arrows.
     Win32Edit(HWND edit, std::shared_ptr<SpinSteps> steps);
 
+    void SetText(const std::wstring& text) override;
     void Enable(bool enable) override;
     void FocusAndSelect() override;
     void ShowHint(const std::wstring& text) override;

@@ -2,6 +2,8 @@
 
 #include "Framework/windows/private/NativeWindow.h"
 
+#include <functional>
+#include <memory>
 #include <vector>
 #include <windows.h>
 
@@ -26,5 +28,12 @@ private:
     HWND m_active; // before
 };
 
-/// Closes the system's own dialogs, and message boxes, that are open over a window.
-void CloseSystemDialogsOver(HWND window);
+/// While it lives, dialogs of the system that this thread opens are cancelled when the window goes that they
+/// are shown for. It may be null.
+class CancelledWith {
+public:
+    explicit CancelledWith(NativeWindow* parent);
+
+private:
+    std::shared_ptr<std::function<void()>> m_cancel; // the parent's for as long as this lives
+};

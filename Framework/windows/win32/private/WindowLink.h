@@ -67,6 +67,12 @@ public:
     /// Holds on to what the window needs until it is gone.
     void Keep(std::shared_ptr<void> needed) { m_needed.push_back(std::move(needed)); }
 
+    /// Has `call` called when this is left or the window is destroyed, unless nobody holds it any more.
+    void CallWhenGone(const std::shared_ptr<std::function<void()>>& call) {
+        std::erase_if(m_whenGone, [](const auto& before) { return before.expired(); });
+        m_whenGone.push_back(call);
+    }
+
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                       DWORD_PTR data);
@@ -75,6 +81,7 @@ private:
     static void CountControls(HWND parent, bool isMore);
     LRESULT Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void FollowParent();
+    void CallThoseWhoWait();
     bool IsAtWork() const;
     void WakeLeft() const;
 
@@ -88,4 +95,5 @@ private:
     Answer m_onMessage;
     Answer m_onTold;
     std::vector<std::shared_ptr<void>> m_needed;
+    std::vector<std::weak_ptr<std::function<void()>>> m_whenGone;
 };

@@ -9,9 +9,9 @@
 namespace {
 
 constexpr BuiltInText kTexts[] = {
-#define TEXT(name, number, text) {TextId::name, text},
+#define LIBRARY_TEXT(name, number, text) {TextId::name, text},
 #include "UtilityDLL/res/private/Texts.inc"
-#undef TEXT
+#undef LIBRARY_TEXT
 };
 
 constexpr bool IsBefore(const BuiltInText& a, const BuiltInText& b) { return a.id < b.id; }

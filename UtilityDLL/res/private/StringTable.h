@@ -8,9 +8,9 @@
 /// The resource numbers of the library's texts: its messages from 9064 to 9086, what its dialogs show from
 /// 9100.
 enum class TextId : std::uint32_t {
-#define TEXT(name, number, text) name = (number),
+#define LIBRARY_TEXT(name, number, text) name = (number),
 #include "UtilityDLL/res/private/Texts.inc"
-#undef TEXT
+#undef LIBRARY_TEXT
 };
 
 /// A text of the library's own: what is shown where a language file has nothing for it.

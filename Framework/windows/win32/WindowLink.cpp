@@ -8,7 +8,7 @@ namespace {
 constexpr UINT_PTR kLink =
     0x55444C31; // the number of our procedure at a window that is made for the framework
 constexpr UINT_PTR kParent = 0x55444C32; // and at one that has such windows in it
-constexpr UINT_PTR kWakeTimer = 1;
+constexpr UINT_PTR kWakeTimer = 0x55444C33; // the system's controls have small numbers for theirs
 
 // Of a window that is made for the framework, its link; of one that has such windows in it, how many.
 constexpr wchar_t kLinkProperty[] = L"UtilityDLL.Link";

@@ -55,6 +55,21 @@ void Answer(const Rows& rows, LVITEMW& item) {
     item.pszText[length] = L'\0';
 }
 
+// The row whose text begins with what the user types; -1 for none.
+int Find(const Rows& rows, const NMLVFINDITEMW& sought) {
+    if ((sought.lvfi.flags & LVFI_STRING) == 0 || !sought.lvfi.psz) return -1;
+    const int count = static_cast<int>(rows.rows.size());
+    const int length = static_cast<int>(std::wstring_view(sought.lvfi.psz).size());
+    for (int i = 0; i < count; ++i) {
+        const int row = (std::max(sought.iStart, 0) + i) % count;
+        const std::vector<std::wstring>& texts = rows.At(row)->texts;
+        if (!texts.empty() && static_cast<int>(texts[0].size()) >= length &&
+            CompareStringOrdinal(texts[0].c_str(), length, sought.lvfi.psz, length, TRUE) == CSTR_EQUAL)
+            return row;
+    }
+    return -1;
+}
+
 // There may be as many colours as rows, and a picture of each would take more than the system has.
 LRESULT Draw(const Rows& rows, const NMLVCUSTOMDRAW& request) {
     const auto number = static_cast<int>(request.nmcd.dwItemSpec);
@@ -110,13 +125,15 @@ Win32ListView::Win32ListView(HWND list) : Win32Window(list, nullptr, true), m_ro
     link.SetOnTold([&link, rows = m_rows](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
         if (message != WM_NOTIFY) return std::nullopt;
         const auto tellSelection = [&] {
-            if (!rows->isQuiet && !std::exchange(rows->willTell, true))
-                PostMessageW(link.Handle(), kTellSelection, 0, 0);
+            if (!rows->isQuiet && !rows->willTell)
+                rows->willTell = PostMessageW(link.Handle(), kTellSelection, 0, 0) != 0;
         };
         switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
         case LVN_GETDISPINFOW:
             Answer(*rows, reinterpret_cast<NMLVDISPINFOW*>(lParam)->item);
             return 0;
+        case LVN_ODFINDITEMW:
+            return Find(*rows, *reinterpret_cast<const NMLVFINDITEMW*>(lParam));
         case NM_CUSTOMDRAW:
             return Draw(*rows, *reinterpret_cast<const NMLVCUSTOMDRAW*>(lParam));
         case LVN_ITEMCHANGED: {
@@ -198,16 +215,15 @@ void Win32ListView::SetImages(const CImageList& images) {
 
 void Win32ListView::InsertRow(int row, const std::wstring& text, int image) {
     if (!Get()) return;
-    const std::vector<int> selected = m_rows->isTelling ? Selected() : std::vector<int>();
+    const bool isBehindAll = row == Count();
+    const std::vector<int> selected = m_rows->isTelling && !isBehindAll ? Selected() : std::vector<int>();
     m_rows->rows.insert(m_rows->rows.begin() + row, Rows::Row{{text}, image});
     if (!m_rows->isTelling) return;
     ShowCount();
     if (selected.empty() || selected.back() < row) return;
     m_rows->isQuiet = true; // it stays with its rows
-    for (const int before : selected)
-        if (before >= row) Select(before, false);
-    for (const int before : selected)
-        if (before >= row) Select(before + 1, true);
+    ClearSelection();
+    for (const int before : selected) Select(before < row ? before : before + 1, true);
     m_rows->isQuiet = false;
 }
 
@@ -239,11 +255,12 @@ void Win32ListView::Remove(int first, int count) {
     if (!m_rows->isTelling) return;
     const auto isRemoved = [=](int row) { return row >= first && row - first < count; };
     m_rows->isQuiet = true;
-    for (const int row : selected)
-        if (row >= first) Select(row, false);
+    const bool changes = !selected.empty() && selected.back() >= first;
+    if (changes) ClearSelection();
     ShowCount();
-    for (const int row : selected) // it stays with its rows
-        if (row >= first && !isRemoved(row)) Select(row - count, true);
+    if (changes)
+        for (const int row : selected) // it stays with its rows
+            if (!isRemoved(row)) Select(row < first ? row : row - count, true);
     m_rows->isQuiet = false;
     if (std::ranges::any_of(selected, isRemoved)) TellSelection();
 }

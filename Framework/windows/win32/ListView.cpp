@@ -57,7 +57,7 @@ void Answer(const Rows& rows, LVITEMW& item) {
 
 // The row whose text begins with what the user types; -1 for none.
 int Find(const Rows& rows, const NMLVFINDITEMW& sought) {
-    if ((sought.lvfi.flags & LVFI_STRING) == 0 || !sought.lvfi.psz) return -1;
+    if ((sought.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || !sought.lvfi.psz) return -1;
     const int count = static_cast<int>(rows.rows.size());
     const int length = static_cast<int>(std::wstring_view(sought.lvfi.psz).size());
     for (int i = 0; i < count; ++i) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -32,7 +33,7 @@ HWND ShownOver(NativeWindow* parent) {
     return window && IsWindowVisible(window) ? window : nullptr;
 }
 
-OthersDisabled::OthersDisabled(HWND usable) : m_active(GetActiveWindow()) {
+OthersDisabled::OthersDisabled(HWND usable) : m_active(GetActiveWindow()), m_focus(GetFocus()) {
     struct Search {
         HWND usable;
         std::vector<HWND>& found;
@@ -48,11 +49,14 @@ OthersDisabled::OthersDisabled(HWND usable) : m_active(GetActiveWindow()) {
 }
 
 void OthersDisabled::Enable() {
-    if (m_disabled.empty()) return;
     for (const HWND window : m_disabled)
         if (IsWindow(window)) EnableWindow(window, TRUE);
     m_disabled.clear();
-    if (m_active && IsWindow(m_active)) SetActiveWindow(m_active);
+    const HWND active = std::exchange(m_active, nullptr);
+    if (!active || !IsWindow(active)) return;
+    SetActiveWindow(active);
+    // Windows that are no dialogs do not remember which of their controls had the keyboard.
+    if (m_focus && IsChild(active, m_focus) && IsWindowEnabled(m_focus)) ::SetFocus(m_focus);
 }
 
 CancelledWith::CancelledWith(NativeWindow* parent) {

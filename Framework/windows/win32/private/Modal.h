@@ -26,6 +26,7 @@ public:
 private:
     std::vector<HWND> m_disabled;
     HWND m_active; // before
+    HWND m_focus;  // the same
 };
 
 /// While it lives, dialogs of the system that this thread opens are cancelled when the window goes that they

@@ -191,6 +191,9 @@ public:
                 reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
                 return 0;
             }
+            case WM_DESTROY: // maybe by a message that another thread sent, which does not end the waiting
+                PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+                return std::nullopt;
             case WM_CLOSE:
                 link->Tell(IDCANCEL);
                 return 0;
@@ -235,7 +238,8 @@ private:
     static void Show(HWND dialog) {
         const auto first = static_cast<HWND>(RemovePropW(dialog, kFirstFocus));
         ShowWindow(dialog, SW_SHOW);
-        const HWND focus = first ? first : GetNextDlgTabItem(dialog, nullptr, FALSE);
+        const HWND focus =
+            first && IsWindowEnabled(first) ? first : GetNextDlgTabItem(dialog, nullptr, FALSE);
         // What is in the field with the keyboard can be typed over at once, as one that Tab goes to.
         if (focus) SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(focus), TRUE);
     }

@@ -7,7 +7,7 @@ namespace {
 
 constexpr UINT_PTR kLink =
     0x55444C31; // the number of our procedure at a window that is made for the framework
-constexpr UINT_PTR kParent = 0x55444C32; // and at one that has such windows in it
+constexpr UINT_PTR kParent = 0x55444C32;    // and at one that has such windows in it
 constexpr UINT_PTR kWakeTimer = 0x55444C33; // the system's controls have small numbers for theirs
 
 // Of a window that is made for the framework, its link; of one that has such windows in it, how many.
@@ -191,6 +191,7 @@ void WindowLink::Leave() {
     m_isLeft = true;
     ++s_left;
     ShowWindow(m_window, SW_HIDE);
+    PostMessageW(m_window, WM_NULL, 0, 0); // so that a dialog's loop looks
 }
 
 void WindowLink::CallThoseWhoWait() {

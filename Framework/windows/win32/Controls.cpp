@@ -47,6 +47,18 @@ std::shared_ptr<struct _IMAGELIST> MakeSwatch(COLORREF color) {
     return images;
 }
 
+// Enter presses the push button that has the keyboard. The system leaves that to the dialog, which knows of
+// buttons that Tab went to only.
+std::optional<LRESULT> PressByEnter(HWND button, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!IsWindowEnabled(button)) return std::nullopt;
+    const auto* const asked = message == WM_GETDLGCODE ? reinterpret_cast<const MSG*>(lParam) : nullptr;
+    if (asked && asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN)
+        return DefSubclassProc(button, message, wParam, lParam) | DLGC_WANTMESSAGE;
+    if (message != WM_KEYDOWN || wParam != VK_RETURN) return std::nullopt;
+    SendMessageW(button, BM_CLICK, 0, 0);
+    return 0;
+}
+
 HWND ParkedUnless(HWND parent) { return parent ? parent : HWND_MESSAGE; }
 
 } // namespace
@@ -57,6 +69,14 @@ std::wstring TextOfWindow(HWND window) {
     text.resize(
         static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1)));
     return text;
+}
+
+void EnablePart(HWND window, bool enable) {
+    if (!window) return;
+    const HWND root = GetAncestor(window, GA_ROOT);
+    if (!enable && GetFocus() == window && root != window && WindowLink::Of(root))
+        SendMessageW(root, WM_NEXTDLGCTL, 0, FALSE);
+    EnableWindow(window, enable);
 }
 
 HWND MakeControl(const wchar_t* className, const std::wstring& text, DWORD style, HWND parent, UINT id,
@@ -81,6 +101,11 @@ Win32Button::Win32Button(HWND button, NativeWindowOwner* owner, bool isPart)
     : Win32Window(button, owner, isPart), m_picture(std::make_shared<Picture>()) {
     Link().Keep(m_picture);
     TellCommand(Link(), BN_CLICKED);
+    const LONG kind = GetWindowLongW(button, GWL_STYLE) & BS_TYPEMASK;
+    if (kind != BS_PUSHBUTTON && kind != BS_DEFPUSHBUTTON) return;
+    Link().SetOnMessage([button](UINT message, WPARAM wParam, LPARAM lParam) {
+        return PressByEnter(button, message, wParam, lParam);
+    });
 }
 
 void Win32Button::SetSwatch(COLORREF color) {
@@ -101,6 +126,7 @@ void SpinSteps::Step(int steps) {
 Win32Edit::Win32Edit(HWND edit, std::shared_ptr<SpinSteps> steps)
     : Win32Window(edit, nullptr, true), m_steps(std::move(steps)) {
     WindowLink& link = Link();
+    if (m_steps) m_steps->field = link.weak_from_this();
     link.SetOnTold([&link](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
         if (message != WM_COMMAND) return std::nullopt;
         const WORD code = HIWORD(wParam);
@@ -135,9 +161,7 @@ void Win32Edit::SetText(const std::wstring& text) {
 
 void Win32Edit::Enable(bool enable) {
     Win32Window::Enable(enable);
-    if (!m_steps) return;
-    const std::shared_ptr<WindowLink> arrows = m_steps->arrows.lock();
-    if (arrows && arrows->Handle()) EnableWindow(arrows->Handle(), enable);
+    if (const auto arrows = m_steps ? m_steps->arrows.lock() : nullptr) EnablePart(arrows->Handle(), enable);
 }
 
 void Win32Edit::FocusAndSelect() {
@@ -160,6 +184,11 @@ Win32Spin::Win32Spin(HWND arrows, std::shared_ptr<SpinSteps> steps)
         held->Step(told->iDelta);
         return TRUE; // its own position stays where it is
     });
+}
+
+void Win32Spin::Enable(bool enable) {
+    Win32Window::Enable(enable);
+    if (const auto field = m_steps->field.lock()) EnablePart(field->Handle(), enable);
 }
 
 Win32ComboBox::Win32ComboBox(HWND box, NativeWindowOwner* owner, bool isSorted, bool isPart)
@@ -215,14 +244,10 @@ std::unique_ptr<NativeWindow> MakeDrawn(NativeWindowOwner& owner, const std::wst
         });
         return TRUE;
     });
-    // Enter presses it as it does other buttons, of which the system does not take it for one.
     link->SetOnMessage([button](UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
-        const auto* const asked = message == WM_GETDLGCODE ? reinterpret_cast<const MSG*>(lParam) : nullptr;
-        if (asked && asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN)
-            return DLGC_BUTTON | DLGC_WANTMESSAGE;
-        if (message != WM_KEYDOWN || wParam != VK_RETURN) return std::nullopt;
-        SendMessageW(button, BM_CLICK, 0, 0);
-        return 0;
+        // The system would not take the second click of two for one.
+        if (message == WM_LBUTTONDBLCLK) return SendMessageW(button, WM_LBUTTONDOWN, wParam, lParam);
+        return PressByEnter(button, message, wParam, lParam);
     });
     SetWindowPos(button, nullptr, 0, 0, DpiCor(75), DpiCor(23), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     return native;

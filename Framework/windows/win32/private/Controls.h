@@ -26,6 +26,7 @@ private:
 
 /// What the arrows at an edit field were asked for last; it lasts as long as they or the field.
 struct SpinSteps {
+    std::weak_ptr<WindowLink> field;
     std::weak_ptr<WindowLink> arrows;
     int delta = 0;
     int wheel = 0; // turned, and not yet a step
@@ -50,6 +51,7 @@ private:
 class Win32Spin final : public Win32Window<NativeSpin> {
 public:
     Win32Spin(HWND arrows, std::shared_ptr<SpinSteps> steps);
+    void Enable(bool enable) override;
     int Delta() const override { return Get() ? m_steps->delta : 0; }
 
 private:

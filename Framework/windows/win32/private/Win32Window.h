@@ -10,6 +10,10 @@ std::wstring TextOfWindow(HWND window);
 /// Gives it the keyboard, at once or, in a dialog that is not shown yet, when that is.
 void FocusWindow(HWND window);
 
+/// Enables or disables it. In a dialog of the framework the keyboard goes to the next control before: the
+/// system would take it away from all of them.
+void EnablePart(HWND window, bool enable);
+
 /// A control or a dialog on the system's own window. `Native` is its interface.
 template <typename Native> class Win32Window : public Native {
 public:
@@ -35,9 +39,7 @@ public:
         if (Get()) SetWindowTextW(Get(), text.c_str());
     }
     bool IsEnabled() const override { return Get() && IsWindowEnabled(Get()) != 0; }
-    void Enable(bool enable) override {
-        if (Get()) EnableWindow(Get(), enable);
-    }
+    void Enable(bool enable) override { EnablePart(Get(), enable); }
     void Focus() override {
         if (Get()) FocusWindow(Get());
     }

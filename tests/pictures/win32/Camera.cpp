@@ -37,8 +37,12 @@ RECT Area(HWND window) {
 struct Camera::Native {
     std::string prefix, suffix;
     ULONG_PTR pictures = 0;
+    HWND backdrop = nullptr; // what is seen beside a dialog whose hints stand over its edge
 
-    ~Native() { Gdiplus::GdiplusShutdown(pictures); }
+    ~Native() {
+        DestroyWindow(backdrop);
+        Gdiplus::GdiplusShutdown(pictures);
+    }
 
     void Take(HWND window, const std::string& name) const {
         // What the last key changed is drawn: hints come out of the queue.
@@ -48,6 +52,7 @@ struct Camera::Native {
             const RECT area = Area(other);
             UnionRect(&all, &all, &area);
         }
+        UpdateWindow(backdrop);
         for (const HWND other : WindowsOver(window)) UpdateWindow(other);
         RedrawWindow(window, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
 
@@ -77,6 +82,9 @@ Camera::Camera(std::string prefix, std::string suffix, const std::string& theme)
     EXPECT_EQ("light", theme); // the look is that of the whole system
     const Gdiplus::GdiplusStartupInput input;
     EXPECT_EQ(Gdiplus::Ok, Gdiplus::GdiplusStartup(&m_native->pictures, &input, nullptr));
+    m_native->backdrop = CreateWindowExW(
+        WS_EX_NOACTIVATE, L"STATIC", L"", WS_POPUP | WS_VISIBLE | SS_GRAYRECT, 0, 0,
+        GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN), nullptr, nullptr, nullptr, nullptr);
 }
 
 Camera::~Camera() = default;

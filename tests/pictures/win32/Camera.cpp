@@ -2,7 +2,6 @@
 
 #include "Framework/windows/Wnd.h"
 #include "VelmBase/WideString.h"
-#include "tests/support/EventLoop.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -32,6 +31,13 @@ RECT Area(HWND window) {
     return area;
 }
 
+// What waits is done. The system then shows what was drawn.
+void Settle() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    GdiFlush();
+}
+
 } // namespace
 
 struct Camera::Native {
@@ -45,8 +51,7 @@ struct Camera::Native {
     }
 
     void Take(HWND window, const std::string& name) const {
-        // What the last key changed is drawn: hints come out of the queue.
-        EventLoop().RunWhatWaits();
+        Settle(); // hints come out of the queue
         RECT all = Area(window);
         for (const HWND other : WindowsOver(window)) {
             const RECT area = Area(other);
@@ -55,6 +60,7 @@ struct Camera::Native {
         UpdateWindow(backdrop);
         for (const HWND other : WindowsOver(window)) UpdateWindow(other);
         RedrawWindow(window, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+        Settle();
 
         const HDC screen = GetDC(nullptr), memory = CreateCompatibleDC(screen);
         const int width = all.right - all.left, height = all.bottom - all.top;
@@ -93,10 +99,10 @@ void Camera::TakeDialog(const std::string& name) const { m_native->Take(GetActiv
 
 void Camera::TakeControls(const std::string& name, const std::vector<CWnd*>& controls) const {
     constexpr int width = 260, height = 30, gap = 10;
-    constexpr DWORD style = WS_CAPTION | WS_SYSMENU;
+    constexpr DWORD style = WS_POPUP | WS_CAPTION;
     RECT area{0, 0, width + 2 * gap, static_cast<LONG>(controls.size()) * (height + gap) + gap};
     AdjustWindowRect(&area, style, FALSE);
-    const HWND window = CreateWindowExW(0, L"#32770", L"", style, 100, 100, area.right - area.left,
+    const HWND window = CreateWindowExW(0, L"#32770", L"Controls", style, 100, 100, area.right - area.left,
                                         area.bottom - area.top, nullptr, nullptr, nullptr, nullptr);
     int top = gap;
     for (const CWnd* const control : controls) {

@@ -3,6 +3,7 @@
 #include "Framework/windows/DpiCor.h"
 
 #include <algorithm>
+#include <climits>
 #include <commctrl.h>
 #include <iterator>
 #include <string>
@@ -60,6 +61,25 @@ int LackingInLastColumn(HWND list, int column, int rows) {
     return std::max(0, widest - width);
 }
 
+// A list without rows tells no height of one, so that it has one for the question.
+LONG RowHeight(HWND list) {
+    constexpr LPARAM quietly = LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL;
+    const bool isEmpty = SendMessageW(list, LVM_GETITEMCOUNT, 0, 0) == 0;
+    if (isEmpty) SendMessageW(list, LVM_SETITEMCOUNT, 1, quietly);
+    RECT row = {LVIR_BOUNDS, 0, 0, 0};
+    SendMessageW(list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
+    if (isEmpty) SendMessageW(list, LVM_SETITEMCOUNT, 0, quietly);
+    return row.bottom - row.top;
+}
+
+LONG HeaderHeight(HWND header) {
+    RECT room = {0, 0, SHRT_MAX, SHRT_MAX};
+    WINDOWPOS place = {};
+    HDLAYOUT layout = {&room, &place};
+    SendMessageW(header, HDM_LAYOUT, 0, reinterpret_cast<LPARAM>(&layout));
+    return place.cy;
+}
+
 SIZE ListSize(HWND list, int rows) {
     const HWND header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
     const auto columns = static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
@@ -67,10 +87,8 @@ SIZE ListSize(HWND list, int rows) {
     for (int i = 0; i < columns; ++i)
         width += static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(i), 0));
     if (columns > 0) width += LackingInLastColumn(list, columns - 1, rows);
-    const auto size = static_cast<DWORD>(
-        SendMessageW(list, LVM_APPROXIMATEVIEWRECT, static_cast<WPARAM>(rows), MAKELPARAM(-1, -1)));
     return {width + GetSystemMetrics(SM_CXVSCROLL) + 2 * GetSystemMetrics(SM_CXEDGE) + DpiCor(2),
-            HIWORD(size) + 2 * GetSystemMetrics(SM_CYEDGE)};
+            HeaderHeight(header) + rows * RowHeight(list) + 2 * GetSystemMetrics(SM_CYEDGE)};
 }
 
 void Move(HWND window, const RECT& place) {

@@ -1,5 +1,6 @@
 #include "tests/pictures/Camera.h"
 
+#include "Framework/windows/DpiCor.h"
 #include "Framework/windows/Wnd.h"
 #include "VelmBase/WideString.h"
 
@@ -98,7 +99,7 @@ Camera::~Camera() = default;
 void Camera::TakeDialog(const std::string& name) const { m_native->Take(GetActiveWindow(), name); }
 
 void Camera::TakeControls(const std::string& name, const std::vector<CWnd*>& controls) const {
-    constexpr int width = 260, height = 30, gap = 10;
+    const int width = DpiCor(260), height = DpiCor(30), gap = DpiCor(10);
     constexpr DWORD style = WS_POPUP | WS_CAPTION;
     RECT area{0, 0, width + 2 * gap, static_cast<LONG>(controls.size()) * (height + gap) + gap};
     AdjustWindowRect(&area, style, FALSE);

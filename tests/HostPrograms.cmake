@@ -52,8 +52,9 @@ if(WIN32)
     add_library(PlugIn SHARED module/win32/PlugIn.cpp)
     target_link_libraries(PlugIn PRIVATE UtilityDLL ProjectOptions)
     set_target_properties(PlugIn PROPERTIES PREFIX "")
-    add_dependencies(StartUp_UnloadTest LoadOften PlugIn)
+    add_dependencies(StartUp_UnloadTest LoadOften PlugIn StandInVersionControl)
     target_compile_definitions(StartUp_UnloadTest PRIVATE
+        STAND_IN_VERSION_CONTROL="${drive}$<TARGET_FILE_DIR:StandInVersionControl>"
         LOAD_OFTEN="${drive}$<TARGET_FILE:LoadOften>" PLUG_IN="${drive}$<TARGET_FILE:PlugIn>"
         UTILITYDLL_FILE="${drive}$<TARGET_FILE:UtilityDLL>" FRAMEWORK_FILE="${drive}$<TARGET_FILE:Framework>")
 endif()

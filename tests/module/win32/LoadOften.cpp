@@ -17,6 +17,11 @@
 
 namespace {
 
+[[noreturn]] void Fail(const char* fault) {
+    std::fprintf(stderr, "%s, error %lu\n", fault, GetLastError());
+    std::exit(1);
+}
+
 std::size_t NumModules() {
     DWORD bytes = 0;
     HMODULE first = nullptr;
@@ -31,7 +36,7 @@ std::size_t NumExtensionModules() {
     if (!framework) return 0;
     auto* const modules =
         reinterpret_cast<Function*>(FunctionOf(framework, "_ZN15CDynLinkLibrary7ModulesEv"));
-    if (!modules) std::exit(7);
+    if (!modules) Fail("the framework has no list");
     return modules().size();
 }
 
@@ -51,34 +56,46 @@ struct InUse {
     std::size_t bytes = PrivateBytes();
 };
 
+void UseAndUnload(void* library, bool isFrameworkKept) {
+    const HMODULE framework = GetModuleHandleW(L"Framework.dll");
+    constexpr int kSize = 100;
+    wchar_t className[kSize] = L"";
+    using Function = bool(wchar_t*, int);
+    auto* const use = reinterpret_cast<Function*>(FunctionOf(library, "Use"));
+    if (use && !use(className, kSize)) Fail("something did not work");
+    UnloadSharedLibrary(library);
+    WNDCLASSW windowClass;
+    if (use && !isFrameworkKept && GetClassInfoW(framework, className, &windowClass))
+        Fail("the class of the windows is still there");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 3) return 2;
+    if (argc < 3) Fail("LoadOften COUNT LIBRARY [KEPT]");
     const int count = std::atoi(argv[1]);
-    if (argc > 3 && !LoadSharedLibrary(argv[3])) return 3;
+    const bool isFrameworkKept = argc > 3;
+    if (isFrameworkKept && !LoadSharedLibrary(argv[3])) Fail("what is to be kept cannot be loaded");
     // Wine's own leave handles behind whenever they are unloaded.
     for (const char* const library : {"winmm.dll", "comdlg32.dll"}) LoadSharedLibrary(library);
-    constexpr int kSize = 100;
-    wchar_t className[kSize] = L"";
+    std::size_t loads = 0, firstLoads = 0;
     InUse first;
     for (int i = 1; i <= count; ++i) {
-        void* const library = LoadSharedLibrary(argv[2]);
-        if (!library) return 4;
-        const HMODULE framework = GetModuleHandleW(L"Framework.dll");
-        using Function = bool(wchar_t*, int);
-        auto* const use = reinterpret_cast<Function*>(FunctionOf(library, "Use"));
-        if (use && !use(className, kSize)) return 5;
-        UnloadSharedLibrary(library);
-        if (IsLoaded(argv[2])) return 6;
-        WNDCLASSW windowClass;
-        if (use && argc == 3 && GetClassInfoW(framework, className, &windowClass)) return 8;
-        if (i == 10) first = {};
+        if (void* const library = LoadSharedLibrary(argv[2])) {
+            ++loads;
+            UseAndUnload(library, isFrameworkKept);
+        } else if (GetLastError() != ERROR_DLL_INIT_FAILED)
+            Fail("the library cannot be loaded");
+        if (IsLoaded(argv[2])) Fail("the library is still there");
+        if (i != 10) continue;
+        first = {};
+        firstLoads = loads;
     }
     const InUse last;
     const auto print = [](const char* name, std::size_t before, std::size_t after) {
         std::printf("%s %zu %zu\n", name, before, after);
     };
+    print("loads", firstLoads, loads);
     print("modules", first.modules, last.modules);
     print("extensions", first.extensions, last.extensions);
     print("threads", first.system.threads, last.system.threads);

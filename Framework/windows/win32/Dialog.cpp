@@ -87,9 +87,9 @@ private:
             return {box, nullptr};
         }
         case DialogItem::LIST_VIEW: {
-            const HWND list =
-                Window(WC_LISTVIEWW, item,
-                       WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER);
+            const HWND list = Window(WC_LISTVIEWW, item,
+                                     WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHAREIMAGELISTS |
+                                         LVS_SHOWSELALWAYS | LVS_NOSORTHEADER);
             m_controls[item.id] = std::make_unique<Win32ListView>(list);
             return {list, nullptr};
         }

@@ -197,10 +197,12 @@ public:
             case WM_CLOSE:
                 link->Tell(IDCANCEL);
                 return 0;
-            case WM_COMMAND: // of keys for which there is no button
-                if (lParam != 0 || LOWORD(wParam) != IDCANCEL) return std::nullopt;
+            case WM_COMMAND: { // of keys for which there is no button, or nobody who is told of it
+                const auto button = WindowLink::Of(reinterpret_cast<HWND>(lParam));
+                if (LOWORD(wParam) != IDCANCEL || (button && button->HasOwner())) return std::nullopt;
                 link->Tell(IDCANCEL);
                 return 0;
+            }
             default:
                 return std::nullopt;
             }

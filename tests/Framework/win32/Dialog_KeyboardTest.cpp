@@ -8,6 +8,7 @@
 #include "tests/Framework/TestDialog.h"
 
 #include <gmock/gmock.h>
+#include <memory>
 #include <windows.h>
 
 using ::testing::ElementsAre;
@@ -105,6 +106,17 @@ TEST_F(Dialog_Keyboard, AButtonThatIsDisabledHandsOnTheKeyboard) {
         EXPECT_TRUE(open.HasFocus(L"OK"));
         open.Key("Escape");
     });
+    EXPECT_EQ(IDCANCEL, dialog.DoModal());
+}
+
+TEST_F(Dialog_Keyboard, EscapeClosesWithoutTheClassThatStoodForCancel) {
+    TestDialog dialog;
+    auto cancel = std::make_unique<CButton>();
+    dialog.onInit = [&] {
+        dialog.Attach(IDCANCEL, *cancel);
+        cancel.reset();
+    };
+    m_driver.Then([&](OpenDialog& open) { open.Key("Escape"); });
     EXPECT_EQ(IDCANCEL, dialog.DoModal());
 }
 

@@ -32,6 +32,7 @@ public:
     /// Null when the window is gone.
     HWND Handle() const { return m_window; }
     void SetOwner(NativeWindowOwner* owner) { m_owner = owner; }
+    bool HasOwner() const { return m_owner != nullptr; }
     bool IsLeft() const { return m_isLeft; }
 
     /// Lets the owner go without a word, and destroys the window. While it or a part of it has its owner at

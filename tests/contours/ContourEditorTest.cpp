@@ -845,7 +845,7 @@ TEST_F(ContourEditorTest, AsksBeforeAChosenFileIsReplaced) {
             file.Accept();
         })
         .Then([](OpenDialog& question) {
-            EXPECT_THAT(question.Message(), HasSubstr(L"chart.cdf"));
+            EXPECT_THAT(question.Message(), HasSubstr(L"already exists")); // the system's words
             question.Click(L"No");
         })
         .Then([](OpenDialog& question) { question.Click(L"Yes"); });

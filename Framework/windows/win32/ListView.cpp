@@ -108,6 +108,14 @@ void StretchLastColumn(HWND list, const Rows& rows, int width) {
     SendMessageW(list, LVM_SETCOLUMNWIDTH, last, std::max(width, rows.columns[last]));
 }
 
+// Keys go from the row that has the mark: the first one when no other has it.
+void MarkFirstRow(HWND list) {
+    if (SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED) >= 0) return;
+    LVITEMW first = {};
+    first.state = first.stateMask = LVIS_FOCUSED;
+    SendMessageW(list, LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&first));
+}
+
 bool ChangesSelection(UINT before, UINT after) { return ((before ^ after) & LVIS_SELECTED) != 0; }
 
 } // namespace
@@ -149,7 +157,11 @@ Win32ListView::Win32ListView(HWND list) : Win32Window(list, nullptr, true), m_ro
         case NM_DBLCLK:
             if (rows->At(reinterpret_cast<const NMITEMACTIVATE*>(lParam)->iItem)) link.Tell(NM_DBLCLK);
             return 0;
+        case NM_SETFOCUS:
+            MarkFirstRow(link.Handle());
+            return std::nullopt;
         case LVN_KEYDOWN:
+            MarkFirstRow(link.Handle());
             if (reinterpret_cast<const NMLVKEYDOWN*>(lParam)->wVKey == 'A' && GetKeyState(VK_CONTROL) < 0 &&
                 GetKeyState(VK_MENU) >= 0) {
                 LVITEMW all = {};

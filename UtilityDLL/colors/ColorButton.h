@@ -8,8 +8,9 @@
 ///
 /// A host makes it by Create() and places its NativeHandle() into its own layout. To hear of a choice it
 /// gives a class of its own an entry for the button's BN_CLICKED that calls OnClicked() and then looks at
-/// GetColor(); on Linux it may connect to clicked() of the handle, a QAbstractButton, as well: that comes
-/// when the dialog is closed. Either comes after Cancel, too.
+/// GetColor(); on Linux it may connect to clicked() of the handle, a QAbstractButton, as well, and on Windows
+/// the window that the handle is in gets WM_COMMAND: these come when the dialog is closed. All of them come
+/// after Cancel, too.
 ///
 /// The caption is drawn as it is. "&" still marks its letter for the keyboard, but is drawn as well, and so
 /// is better given to a label that names the button. A disabled button looks the same.

@@ -9,7 +9,8 @@
 /// A host makes it by Create(), with CBS_SORT for a list in the order of the names, without regard to case,
 /// instead of that of the system's enumeration. It places the NativeHandle() into its own layout and fills
 /// the list; nothing is selected then. To hear of a choice it gives a class of its own an entry for
-/// CBN_SELCHANGE; on Linux the handle is a QComboBox, whose signals do as well.
+/// CBN_SELCHANGE; on Linux the handle is a QComboBox, whose signals do as well, and on Windows the window
+/// that it is in gets WM_COMMAND.
 class UTILITYDLL_API FontCombo : public CComboBox {
 public:
     FontCombo();

@@ -47,19 +47,23 @@ std::shared_ptr<struct _IMAGELIST> MakeSwatch(COLORREF color) {
     return images;
 }
 
-// Enter presses the push button that has the keyboard. The system leaves that to the dialog, which knows of
-// buttons that Tab went to only.
-std::optional<LRESULT> PressByEnter(HWND button, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (!IsWindowEnabled(button)) return std::nullopt;
-    const auto* const asked = message == WM_GETDLGCODE ? reinterpret_cast<const MSG*>(lParam) : nullptr;
-    if (asked && asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN)
-        return DefSubclassProc(button, message, wParam, lParam) | DLGC_WANTMESSAGE;
-    if (message != WM_KEYDOWN || wParam != VK_RETURN) return std::nullopt;
-    SendMessageW(button, BM_CLICK, 0, 0);
-    return 0;
+// A drop-down list goes on telling the window that it was made in what the user does, whichever it is in by
+// now. It is made in one that passes that on, and lasts as long as the list.
+HWND MakeParking() {
+    constexpr UINT_PTR kParking = 0x55444C33;
+    const SUBCLASSPROC passOn = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                   DWORD_PTR) -> LRESULT {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): so the system tells who it is
+        const HWND teller = message == WM_COMMAND ? reinterpret_cast<HWND>(lParam) : nullptr;
+        const HWND parent = teller ? GetAncestor(teller, GA_PARENT) : window;
+        return parent == window ? DefSubclassProc(window, message, wParam, lParam)
+                                : SendMessageW(parent, message, wParam, lParam);
+    };
+    const HWND parking =
+        CreateWindowExW(0, WC_STATICW, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, ThisLibrary(), nullptr);
+    if (parking) SetWindowSubclass(parking, passOn, kParking, 0);
+    return parking;
 }
-
-HWND ParkedUnless(HWND parent) { return parent ? parent : HWND_MESSAGE; }
 
 } // namespace
 
@@ -230,7 +234,7 @@ void Win32ComboBox::Select(int position) {
 std::unique_ptr<NativeWindow> MakeDrawn(NativeWindowOwner& owner, const std::wstring& caption, HWND parent) {
     const SharedFont font = MakeMessageFont();
     const HWND button =
-        MakeControl(WC_BUTTONW, caption, WS_TABSTOP | BS_OWNERDRAW, ParkedUnless(parent), 0, font);
+        MakeControl(WC_BUTTONW, caption, WS_TABSTOP | BS_OWNERDRAW, parent ? parent : HWND_MESSAGE, 0, font);
     if (!button) return nullptr;
     auto native = std::make_unique<Win32Button>(button, &owner, false);
     const std::shared_ptr<WindowLink> link = WindowLink::Of(button);
@@ -256,10 +260,15 @@ std::unique_ptr<NativeWindow> MakeDrawn(NativeWindowOwner& owner, const std::wst
 std::unique_ptr<NativeWindow> MakeBox(NativeWindowOwner& owner, bool isSorted, HWND parent) {
     const SharedFont font = MakeMessageFont();
     const DWORD style = WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST | (isSorted ? CBS_SORT : 0);
-    const HWND box = MakeControl(WC_COMBOBOXW, {}, style, ParkedUnless(parent), 0, font);
+    const HWND parking = parent ? nullptr : MakeParking();
+    const std::shared_ptr<void> kept(parking, [](HWND window) {
+        if (window) DestroyWindow(window);
+    });
+    const HWND box = MakeControl(WC_COMBOBOXW, {}, style, parent ? parent : parking, 0, font);
     if (!box) return nullptr;
     auto native = std::make_unique<Win32ComboBox>(box, &owner, isSorted, false);
     WindowLink::Of(box)->Keep(font);
+    WindowLink::Of(box)->Keep(kept);
     SetWindowPos(box, nullptr, 0, 0, DpiCor(kBoxWidth), DpiCor(kDroppedHeight),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     return native;

@@ -105,3 +105,18 @@ TEST(Control_HostWindow, AChoiceBeforeAHostHasItIsToldToTheClass) {
     SendMessageW(static_cast<HWND>(choice.NativeHandle()), WM_KEYDOWN, VK_DOWN, 0);
     EXPECT_THAT(s_told, ElementsAre("class 0"));
 }
+
+TEST(Control_HostWindow, NothingStaysOfAListThatHadAHost) {
+    const EventLoop loop;
+    const HostWindow host;
+    HWND before = nullptr;
+    {
+        CComboBox box;
+        ASSERT_TRUE(box.Create());
+        before = GetAncestor(static_cast<HWND>(box.NativeHandle()), GA_PARENT);
+        ASSERT_TRUE(IsWindow(before));
+        host.Place(box, 6);
+        EXPECT_TRUE(IsWindow(before)); // the list still tells it
+    }
+    EXPECT_FALSE(IsWindow(before));
+}

@@ -1,13 +1,19 @@
 #!/usr/bin/env bash
-# Runs a Windows program under Wine: tools/wine.sh [--display] FOLDER PROGRAM [ARGUMENT...]
+# Runs a Windows program under Wine: tools/wine.sh [--display] [--dpi NUMBER] FOLDER PROGRAM [ARGUMENT...]
 # Wine's registry, its drive C and what it takes for the user's home lie in FOLDER, which is made by the first call;
 # nothing is written anywhere else. Its fonts are this machine's, found through fontconfig. No display is needed; with
-# --display the program has an X server of its own, which ends with it.
+# --display the program has an X server of its own, which ends with it. The first call for a FOLDER decides how many
+# pixels to the inch its programs see, usually 96.
 set -euo pipefail
 run=(exec)
 if [ "$1" = --display ]; then
     run=(exec "$(dirname "$(readlink -f "$0")")/xvfb.sh")
     shift
+fi
+dpi=96
+if [ "$1" = --dpi ]; then
+    dpi=$2
+    shift 2
 fi
 mkdir -p "$1/home" "$1/tmp"
 folder=$(cd "$1" && pwd)
@@ -22,6 +28,7 @@ unset DISPLAY WAYLAND_DISPLAY XDG_RUNTIME_DIR XDG_CONFIG_HOME XDG_DATA_HOME XDG_
 prepare() {
     wine wineboot --init &&
         wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f &&
+        wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f &&
         wineserver --wait && touch "$folder/prepared"
 }
 if [ ! -e "$folder/prepared" ]; then

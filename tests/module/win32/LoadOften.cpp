@@ -76,6 +76,8 @@ int main(int argc, char** argv) {
     const int count = std::atoi(argv[1]);
     const bool isFrameworkKept = argc > 3;
     if (isFrameworkKept && !LoadSharedLibrary(argv[3])) Fail("what is to be kept cannot be loaded");
+    // Under Wine windows need a desktop that is on the display of this program.
+    SetThreadDesktop(CreateDesktopW(L"LoadOften", nullptr, nullptr, 0, GENERIC_ALL, nullptr));
     // Wine's own leave handles behind whenever they are unloaded.
     for (const char* const library : {"winmm.dll", "comdlg32.dll"}) LoadSharedLibrary(library);
     std::size_t loads = 0, firstLoads = 0;

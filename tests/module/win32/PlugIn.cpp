@@ -1,7 +1,9 @@
 // A library of a host that uses the suite: whoever loads and unloads it, loads and unloads the suite with it.
 
-#include "Framework/windows/Wnd.h"
+#include "Framework/windows/Dialog.h"
+#include "UtilityDLL/colors/ColorButton.h"
 #include "UtilityDLL/settings/IniFile.h"
+#include "UtilityDLL/text/FontCombo.h"
 #include "UtilityDLL/text/TextHeightFactComp.h"
 #include "UtilityDLL/text/TextRectComp.h"
 
@@ -10,6 +12,33 @@
 #include <windows.h>
 
 namespace {
+
+// A dialog with a control of each kind, which closes when it has opened.
+class Dialog : public CDialog {
+public:
+    Dialog()
+        : CDialog(L"Dialog", {DialogItem::COLUMN,
+                              0,
+                              {},
+                              {{DialogItem::EDIT, 100},
+                               {DialogItem::CHECK_BOX, 101, L"Check"},
+                               {DialogItem::DROP_DOWN_LIST, 102},
+                               {DialogItem::LIST_VIEW, 103, L"List"},
+                               {DialogItem::COLOR_WELL, 104},
+                               {DialogItem::DEFAULT_BUTTON, IDOK, L"OK"}}}) {}
+
+protected:
+    void OnInitDialog() override {
+        CDialog::OnInitDialog();
+        EndDialog(IDOK);
+    }
+};
+
+bool ShowsControls() {
+    ColorButton color;
+    FontCombo fonts;
+    return color.Create(L"Water") && fonts.Create() && Dialog().DoModal() == IDOK;
+}
 
 bool MeasuresText() {
     bool isMeasured = false;
@@ -32,5 +61,5 @@ extern "C" __declspec(dllexport) bool Use(wchar_t* className, int size) {
     if (file.Open(L"not there.ini").Text().empty()) return false; // a text of the library
     CWnd window;
     return window.Create() && GetClassNameW(static_cast<HWND>(window.NativeHandle()), className, size) > 0 &&
-           MeasuresText();
+           ShowsControls() && MeasuresText();
 }

@@ -1,4 +1,5 @@
-// What is left behind in a program that loads and unloads the library again and again, or tries to.
+// What is left behind in a program that loads and unloads the library again and again, or tries to. It shows
+// windows, on a display of its own.
 
 #include "tests/support/PackageCopy.h"
 
@@ -41,7 +42,8 @@ TEST(StartUp_Unload, NothingIsLeftBehindAThousandTimes) {
 }
 
 TEST(StartUp_Unload, NorByALibraryThatUsesIt) {
-    EXPECT_EQ(1000u, LoadsWithNothingLeft(RunProgramAt(LOAD_OFTEN, {"1000", PLUG_IN})));
+    // Which takes longer: it shows windows.
+    EXPECT_EQ(300u, LoadsWithNothingLeft(RunProgramAt(LOAD_OFTEN, {"300", PLUG_IN})));
 }
 
 TEST(StartUp_Unload, NorInAFrameworkThatStays) {

@@ -13,7 +13,7 @@ struct Counts {
     std::size_t first, last;
 };
 
-// How much more there may be of a thing after the 990 loads in between, of which each would leave at least
+// How much more there may be of a thing after the loads in between, 290 at least, of which each would leave
 // one or 16 bytes behind.
 std::size_t Allowance(const std::string& thing) {
     if (thing == "handles") return 10;           // counted give or take a few

@@ -10,6 +10,8 @@ set(project_options
     -ffp-contract=off
     # Nobody replaces single functions of a library, so its own calls need not go through its export table.
     -fno-semantic-interposition)
+# The compiler of Windows' resources has options of its own.
+target_compile_options(ProjectOptions INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:${project_options}>")
 if(MINGW)
     # The same sources make the same bytes, whenever they are built.
     target_link_options(ProjectOptions INTERFACE LINKER:--no-insert-timestamp)

@@ -65,6 +65,18 @@ HWND MakeParking() {
     return parking;
 }
 
+// Enter presses the push button that has the keyboard. The system leaves that to the dialog, which knows of
+// buttons that Tab went to only.
+std::optional<LRESULT> PressByEnter(HWND button, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!IsWindowEnabled(button)) return std::nullopt;
+    const auto* const asked = message == WM_GETDLGCODE ? reinterpret_cast<const MSG*>(lParam) : nullptr;
+    if (asked && asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN)
+        return DefSubclassProc(button, message, wParam, lParam) | DLGC_WANTMESSAGE;
+    if (message != WM_KEYDOWN || wParam != VK_RETURN) return std::nullopt;
+    SendMessageW(button, BM_CLICK, 0, 0);
+    return 0;
+}
+
 } // namespace
 
 std::wstring TextOfWindow(HWND window) {

@@ -294,12 +294,6 @@ void FocusWindow(HWND window) {
         SetFocus(window);
 }
 
-void LeaveToNext(HWND window) {
-    const HWND root = window ? GetAncestor(window, GA_ROOT) : nullptr;
-    if (root && root != window && WindowLink::Of(root) && GetFocus() == window)
-        SendMessageW(root, WM_NEXTDLGCTL, 0, FALSE);
-}
-
 ErrorString MakeWin32Dialog(NativeWindowOwner& owner, const std::wstring& caption, const DialogItem& content,
                             NativeWindow* parent, std::unique_ptr<NativeDialog>& dialog) {
     const HWND over = ShownOver(parent);

@@ -133,8 +133,8 @@ Win32ListView::Win32ListView(HWND list) : Win32Window(list, nullptr, true), m_ro
     link.SetOnTold([&link, rows = m_rows](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
         if (message != WM_NOTIFY) return std::nullopt;
         const auto tellSelection = [&] {
-            if (!rows->isQuiet && !std::exchange(rows->willTell, true))
-                PostMessageW(link.Handle(), kTellSelection, 0, 0);
+            if (!rows->isQuiet && !rows->willTell)
+                rows->willTell = PostMessageW(link.Handle(), kTellSelection, 0, 0) != 0;
         };
         switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
         case LVN_GETDISPINFOW:

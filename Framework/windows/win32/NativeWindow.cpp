@@ -1,6 +1,8 @@
 #include "Framework/windows/private/NativeWindow.h"
 
-#include "VelmBase/Module.h"
+#include "Framework/windows/win32/private/Dialog.h"
+#include "Framework/windows/win32/private/TodaysLook.h"
+#include "Framework/windows/win32/private/Win32Window.h"
 #include "VelmBase/UntilUnloaded.h"
 
 #include <windows.h>
@@ -85,17 +87,12 @@ struct ClassAtEnd {
 HINSTANCE LibraryWithClass() {
     static UntilUnloaded<ClassAtEnd> atEnd;
     WNDCLASSW windowClass = {};
-    windowClass.lpfnWndProc = &Win32Window::Procedure;
-    windowClass.hInstance =
-        static_cast<HINSTANCE>(ModuleAt(reinterpret_cast<const void*>(&Win32Window::Procedure)));
+    windowClass.lpfnWndProc = &MessageWindow::Procedure;
+    windowClass.hInstance = ThisLibrary();
     windowClass.lpszClassName = kClassName;
     atEnd->library = windowClass.hInstance;
     const bool isThere = RegisterClassW(&windowClass) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
     return isThere ? windowClass.hInstance : nullptr;
-}
-
-ErrorString SystemRefuses() {
-    return ErrorString(L"Windows cannot be made: the system refuses, error ") << GetLastError();
 }
 
 } // namespace

@@ -1,5 +1,8 @@
 #include "Framework/windows/win32/private/TodaysLook.h"
 
+#include "VelmBase/Module.h"
+#include "VelmBase/UntilUnloaded.h"
+
 #include <iterator>
 
 namespace {
@@ -32,15 +35,12 @@ struct Context {
 } // namespace
 
 HINSTANCE ThisLibrary() {
-    HMODULE library = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<const wchar_t*>(&ThisLibrary), &library);
-    return library;
+    return static_cast<HINSTANCE>(ModuleAt(reinterpret_cast<const void*>(&ThisLibrary)));
 }
 
 TodaysLook::TodaysLook() {
-    static const Context context; // released when the library is unloaded
-    m_isActive = context.handle != INVALID_HANDLE_VALUE && ActivateActCtx(context.handle, &m_cookie);
+    static UntilUnloaded<Context> context;
+    m_isActive = context->handle != INVALID_HANDLE_VALUE && ActivateActCtx(context->handle, &m_cookie);
 }
 
 TodaysLook::~TodaysLook() {

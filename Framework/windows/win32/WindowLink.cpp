@@ -199,11 +199,6 @@ void WindowLink::CallThoseWhoWait() {
         if (const auto call = waiting.lock()) (*call)();
 }
 
-void WindowLink::CallThoseWhoWait() {
-    for (const auto& waiting : std::exchange(m_whenGone, {}))
-        if (const auto call = waiting.lock()) (*call)();
-}
-
 void WindowLink::DestroyIfLeft() {
     if (m_window && m_isLeft && !IsAtWork()) DestroyWindow(m_window);
 }

@@ -10,9 +10,9 @@ std::wstring TextOfWindow(HWND window);
 /// Gives it the keyboard, at once or, in a dialog that is not shown yet, when that is.
 void FocusWindow(HWND window);
 
-/// If it is a control of a dialog's and has the keyboard, gives that to the next one. A disabled window keeps
-/// it, and keys go nowhere then.
-void LeaveToNext(HWND window);
+/// Enables or disables it. In a dialog of the framework the keyboard goes to the next control before: the
+/// system would take it away from all of them.
+void EnablePart(HWND window, bool enable);
 
 /// A control or a dialog on the system's own window. `Native` is its interface.
 template <typename Native> class Win32Window : public Native {
@@ -39,10 +39,7 @@ public:
         if (Get()) SetWindowTextW(Get(), text.c_str());
     }
     bool IsEnabled() const override { return Get() && IsWindowEnabled(Get()) != 0; }
-    void Enable(bool enable) override {
-        if (!enable) LeaveToNext(Get());
-        if (Get()) EnableWindow(Get(), enable);
-    }
+    void Enable(bool enable) override { EnablePart(Get(), enable); }
     void Focus() override {
         if (Get()) FocusWindow(Get());
     }

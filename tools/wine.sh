@@ -18,6 +18,8 @@ fi
 mkdir -p "$1/home" "$1/tmp"
 folder=$(cd "$1" && pwd)
 shift
+# A display is seen from a desktop that is on it, which a build has a program for.
+if [ ${#run[@]} = 2 ] && [ -e "$(dirname "$1")/OnDesktop.exe" ]; then run+=("$(dirname "$1")/OnDesktop.exe"); fi
 export WINEPREFIX=$folder/prefix HOME=$folder/home TMPDIR=$folder/tmp
 export WINEDEBUG=-all WINEARCH=win64
 # Neither the .NET nor the HTML engine, which Wine would offer to download; no menu entries on the desktop.

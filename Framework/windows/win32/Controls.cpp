@@ -47,21 +47,23 @@ std::shared_ptr<struct _IMAGELIST> MakeSwatch(COLORREF color) {
     return images;
 }
 
+constexpr UINT_PTR kParking = 0x55444C33;
+
+LRESULT CALLBACK PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, &PassOn, kParking);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): so the system tells who it is
+    const HWND teller = message == WM_COMMAND ? reinterpret_cast<HWND>(lParam) : nullptr;
+    const HWND parent = teller ? GetAncestor(teller, GA_PARENT) : window;
+    return parent == window ? DefSubclassProc(window, message, wParam, lParam)
+                            : SendMessageW(parent, message, wParam, lParam);
+}
+
 // A drop-down list goes on telling the window that it was made in what the user does, whichever it is in by
 // now. It is made in one that passes that on, and lasts as long as the list.
 HWND MakeParking() {
-    constexpr UINT_PTR kParking = 0x55444C33;
-    const SUBCLASSPROC passOn = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                   DWORD_PTR) -> LRESULT {
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): so the system tells who it is
-        const HWND teller = message == WM_COMMAND ? reinterpret_cast<HWND>(lParam) : nullptr;
-        const HWND parent = teller ? GetAncestor(teller, GA_PARENT) : window;
-        return parent == window ? DefSubclassProc(window, message, wParam, lParam)
-                                : SendMessageW(parent, message, wParam, lParam);
-    };
     const HWND parking =
         CreateWindowExW(0, WC_STATICW, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, ThisLibrary(), nullptr);
-    if (parking) SetWindowSubclass(parking, passOn, kParking, 0);
+    if (parking) SetWindowSubclass(parking, &PassOn, kParking, 0);
     return parking;
 }
 

@@ -5,9 +5,9 @@
 # --display the program has an X server of its own, which ends with it. The first call for a FOLDER decides how many
 # pixels to the inch its programs see, usually 96.
 set -euo pipefail
-run=(exec)
+run=(wine)
 if [ "$1" = --display ]; then
-    run=(exec "$(dirname "$(readlink -f "$0")")/xvfb.sh")
+    run=("$(dirname "$(readlink -f "$0")")/xvfb.sh" wine)
     shift
 fi
 dpi=96
@@ -45,4 +45,9 @@ fi
     flock 9
     if wineserver --persistent=20 9>&-; then wine wineboot 9>&- || true; fi # it fails when it is running already
 ) 9>"$folder/lock" </dev/null >/dev/null 2>&1
-"${run[@]}" wine "$@"
+[ ! -t 2 ] || exec "${run[@]}" "$@"
+# The first program with windows starts Wine's desktop, which holds on to its standard error for as long as others use
+# the desktop: whoever reads to its end would wait for all of them.
+errors=$(mktemp "$TMPDIR/errors.XXXXXX")
+trap 'cat "$errors" >&2; rm "$errors"' EXIT
+"${run[@]}" "$@" 2>"$errors"

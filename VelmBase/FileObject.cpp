@@ -87,9 +87,15 @@ bool FileObject::Open(const std::wstring& givenPath, int /*flags*/, std::uint32_
     return result.status == SETTINGS::ReadStatus::COMPLETE;
 }
 
-bool FileObject::Save(const std::wstring& path, int /*flags*/) const {
+bool FileObject::Save(const std::wstring& path, int flags) const {
+    std::error_code ignored;
+    return Save(path, flags, ignored);
+}
+
+bool FileObject::Save(const std::wstring& path, int /*flags*/, std::error_code& error) const {
+    error = std::make_error_code(std::errc::no_message);
     if (m_sections.empty()) return false;
-    return SETTINGS::Save(path, [this](SETTINGS::Writer& writer) {
+    error = SETTINGS::Save(path, [this](SETTINGS::Writer& writer) {
         for (const FobjSection& section : m_sections) {
             writer.BeginSection(section.m_name, {});
             std::size_t nameWidth = 0;
@@ -100,6 +106,7 @@ bool FileObject::Save(const std::wstring& path, int /*flags*/) const {
             writer.EndSection();
         }
     });
+    return !error;
 }
 
 const FobjSection* FileObject::GetSection(const std::wstring& name) const {

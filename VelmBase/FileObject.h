@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <deque>
 #include <string>
+#include <system_error>
 #include <unordered_map>
 #include <vector>
 
@@ -57,6 +58,10 @@ public:
     /// section, when a text has a character above 255, when memory runs out, or when the file cannot be
     /// written; a file there stays as it was.
     bool Save(const std::wstring& path, int flags) const;
+
+    /// The same, and tells in `error` why it could not be done: errc::no_message when there is no section,
+    /// otherwise as SETTINGS::Save.
+    bool Save(const std::wstring& path, int flags, std::error_code& error) const;
 
     int NumSections() const { return static_cast<int>(m_sections.size()); }
 

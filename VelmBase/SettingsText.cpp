@@ -70,17 +70,48 @@ private:
     std::size_t m_end = 0;
 };
 
-void ReadKey(Bytes line, Handler& handler) {
-    Bytes comment;
-    const std::size_t semicolon = line.find(';');
-    if (semicolon != Bytes::npos) {
-        comment = line.substr(semicolon + 1);
-        line = line.substr(0, semicolon);
+// A whole content, one line at a time.
+class LinesOf {
+public:
+    explicit LinesOf(Bytes content) : m_content(content) {}
+
+    bool Next(Bytes& line) {
+        if (m_content.empty()) return false;
+        const std::size_t end = m_content.find('\n');
+        line = m_content.substr(0, end);
+        m_content.remove_prefix(end == Bytes::npos ? m_content.size() : end + 1);
+        return true;
     }
-    const std::size_t equals = line.find('=');
-    const Bytes name = Trimmed(line.substr(0, equals));
-    const Bytes value = equals == Bytes::npos ? Bytes() : Trimmed(line.substr(equals + 1));
-    handler.OnKey(name, value, comment);
+
+private:
+    Bytes m_content;
+};
+
+template <typename Lines> ReadResult ReadLines(Lines& lines, Handler& handler) {
+    ReadResult result;
+    bool insideSection = false;
+    for (Bytes text; lines.Next(text);) {
+        LineCounter::Set(handler, ++result.lineNumber);
+        const Line line = Parse(text);
+        switch (line.kind) {
+        case Line::BLANK:
+            break;
+        case Line::HEADER:
+            if (!handler.OnSection(line.name)) {
+                result.status = ReadStatus::STOPPED;
+                return result;
+            }
+            insideSection = true;
+            break;
+        case Line::BAD_HEADER:
+            result.status = ReadStatus::BAD_HEADER;
+            return result;
+        case Line::KEY:
+            if (insideSection) handler.OnKey(line.name, line.value, line.comment);
+            break;
+        }
+    }
+    return result;
 }
 
 // The first character of `text` that no file can hold, as "U+03A9"; empty when there is none.
@@ -131,34 +162,43 @@ std::wstring Widened(Bytes bytes) {
     return std::wstring(first, first + bytes.size());
 }
 
+Line Parse(Bytes line) {
+    line = Trimmed(line);
+    if (line.empty()) return {};
+    Line parsed;
+    if (line.front() == '[') {
+        if (const std::size_t bracket = line.find(']'); bracket != Bytes::npos) {
+            parsed.kind = bracket == 1 ? Line::BAD_HEADER : Line::HEADER;
+            parsed.name = line.substr(1, bracket - 1);
+            return parsed;
+        }
+    }
+    parsed.kind = Line::KEY;
+    if (const std::size_t semicolon = line.find(';'); semicolon != Bytes::npos) {
+        parsed.comment = line.substr(semicolon + 1);
+        line = line.substr(0, semicolon);
+    }
+    const std::size_t equals = line.find('=');
+    parsed.name = Trimmed(line.substr(0, equals));
+    if (equals != Bytes::npos) parsed.value = Trimmed(line.substr(equals + 1));
+    return parsed;
+}
+
 ReadResult Read(const std::wstring& path, Handler& handler) {
     FILES::Reader file(path);
-    if (!file.IsOpen()) return {ReadStatus::NOT_OPENED, 0};
-
     ReadResult result;
-    LineReader lines(file);
-    bool insideSection = false;
-    for (Bytes line; lines.Next(line);) {
-        LineCounter::Set(handler, ++result.lineNumber);
-        line = Trimmed(line);
-        if (line.empty()) continue;
-        const std::size_t bracket = line.front() == '[' ? line.find(']') : Bytes::npos;
-        if (bracket == Bytes::npos) {
-            if (insideSection) ReadKey(line, handler);
-            continue;
-        }
-        if (bracket == 1) {
-            result.status = ReadStatus::BAD_HEADER;
-            return result;
-        }
-        if (!handler.OnSection(line.substr(1, bracket - 1))) {
-            result.status = ReadStatus::STOPPED;
-            return result;
-        }
-        insideSection = true;
+    if (file.IsOpen()) {
+        LineReader lines(file);
+        result = ReadLines(lines, handler);
     }
-    if (file.Failed()) result.status = ReadStatus::NOT_OPENED;
+    if (result.status == ReadStatus::COMPLETE && file.Error()) result.status = ReadStatus::NOT_OPENED;
+    result.error = file.Error();
     return result;
+}
+
+ReadResult ReadText(Bytes content, Handler& handler) {
+    LinesOf lines(content);
+    return ReadLines(lines, handler);
 }
 
 void Writer::BeginSection(std::wstring_view name, std::wstring_view comment) {
@@ -215,7 +255,8 @@ void Writer::Put(std::wstring_view text) {
             hasLineFeed |= static_cast<Code>(code == '\n');
             bytes[i] = static_cast<char>(code);
         }
-        m_good = m_good && all <= 0xFF;
+        m_hadUnstorable = m_hadUnstorable || all > 0xFF;
+        m_good = m_good && !m_hadUnstorable;
         if (hasLineFeed == 0) {
             m_used += piece.size();
             continue;
@@ -252,15 +293,19 @@ void Writer::Flush() {
     m_used = 0;
 }
 
-bool Save(const std::wstring& path, const std::function<void(Writer&)>& compose) try {
+std::error_code Save(const std::wstring& path, const std::function<void(Writer&)>& compose) try {
+    bool hadUnstorable = false;
     const auto write = [&](const FILES::ContentSink& sink) {
         Writer writer(sink);
         compose(writer);
-        return writer.Finish();
+        const bool finished = writer.Finish();
+        hadUnstorable = writer.HadUnstorable();
+        return finished;
     };
-    return FILES::ReplaceContents(path, write, FILES::InPlace::ALLOWED);
+    const std::error_code error = FILES::ReplaceContents(path, write, FILES::InPlace::ALLOWED);
+    return hadUnstorable ? std::make_error_code(std::errc::illegal_byte_sequence) : error;
 } catch (const std::bad_alloc&) {
-    return false;
+    return std::make_error_code(std::errc::not_enough_memory);
 }
 
 ErrorString CheckSectionName(std::wstring_view name) {

@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 /// The text form of settings files: "[section]" headers and "name = value ;comment" lines, one byte a
@@ -53,12 +54,34 @@ enum class ReadStatus : std::int32_t {
 struct ReadResult {
     ReadStatus status = ReadStatus::COMPLETE;
     std::uint32_t lineNumber = 0; ///< of the last line read, from 1
+    std::error_code error;        ///< why the file could not be opened or read
 };
+
+/// What a line of a file says. The views are parts of that line, also the empty ones, but for a part that the
+/// line has not: that has no data().
+struct Line {
+    enum Kind : std::int32_t {
+        BLANK,
+        HEADER,     ///< "[name]"
+        BAD_HEADER, ///< "[]"
+        KEY,        ///< before the first header: a line that is passed over
+    };
+    Kind kind = BLANK;
+    Bytes name;    ///< of a header as it stands, of a key trimmed
+    Bytes value;   ///< of a key, trimmed; missing without "="
+    Bytes comment; ///< of a key, behind the first ";"; missing without one
+};
+
+/// Takes a line without its LF apart, by the rules that hold for every settings file.
+VELMBASE_API Line Parse(Bytes line);
 
 /// Reads `path` line by line. Lines end at LF and lose the blanks " \t\n\r" at both ends; lines before the
 /// first header and blank lines are passed over. Holds one line and a read buffer at a time, never the whole
 /// file.
 VELMBASE_API ReadResult Read(const std::wstring& path, Handler& handler);
+
+/// The same for the content of a file.
+VELMBASE_API ReadResult ReadText(Bytes content, Handler& handler);
 
 /// Composes the bytes of a settings file and hands them to a sink piece by piece, however long a line is. For
 /// each section: BeginSection(), one Key() for each of its keys with the widths of their columns,
@@ -83,6 +106,9 @@ public:
     /// the sink did not take a piece; what comes after that is passed over.
     bool Finish();
 
+    /// Whether a text had a character above 255.
+    bool HadUnstorable() const { return m_hadUnstorable; }
+
 private:
     void Put(std::wstring_view text);
     void PutByte(char byte);
@@ -95,12 +121,15 @@ private:
     std::vector<char> m_block;
     std::size_t m_used = 0;
     bool m_good = true;
+    bool m_hadUnstorable = false;
 };
 
 /// Replaces the file `path` by what `compose` writes, whole or not at all (see FILES::ReplaceContents). It
-/// may be called twice, and has to write the same each time. False, with the file as it was, when the
-/// writer's Finish() is, when memory runs out, or when the file cannot be written.
-[[nodiscard]] VELMBASE_API bool Save(const std::wstring& path, const std::function<void(Writer&)>& compose);
+/// may be called twice, and has to write the same each time. With an error the file is as it was:
+/// errc::illegal_byte_sequence when a text has a character above 255, errc::not_enough_memory, and those of
+/// ReplaceContents.
+[[nodiscard]] VELMBASE_API std::error_code Save(const std::wstring& path,
+                                                const std::function<void(Writer&)>& compose);
 
 /// What a line cannot carry back: success when reading the header "[name]" gives this name again, otherwise
 /// an error that says why not, such as: the section name has a "]", which ends it in a settings file; leave

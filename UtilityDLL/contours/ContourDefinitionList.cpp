@@ -378,9 +378,15 @@ bool ContourDefinitionList::Generate(const ColorTable& table, bool invert) try {
     return false;
 }
 
-bool ContourDefinitionList::Save(const wchar_t* path) const try {
-    if (!path || m_contours.empty()) return false;
-    return SETTINGS::Save(path, [this](SETTINGS::Writer& file) {
+bool ContourDefinitionList::Save(const wchar_t* path) const {
+    std::error_code ignored;
+    return Save(path, ignored);
+}
+
+bool ContourDefinitionList::Save(const wchar_t* path, std::error_code& error) const try {
+    error = std::make_error_code(std::errc::no_message);
+    if (m_contours.empty()) return false;
+    error = SETTINGS::Save(path ? path : L"", [this](SETTINGS::Writer& file) {
         const auto write = [&](Key key, std::wstring_view value) {
             file.Key(kKeys[key], value, {}, kKeyWidth, 0);
         };
@@ -398,7 +404,9 @@ bool ContourDefinitionList::Save(const wchar_t* path) const try {
             file.EndSection();
         }
     });
+    return !error;
 } catch (const std::bad_alloc&) {
+    error = std::make_error_code(std::errc::not_enough_memory);
     return false;
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <system_error>
 #include <vector>
 
 /// The levels at which contour lines are drawn on a chart, and how each line looks.
@@ -74,6 +75,10 @@ public:
     /// each record. False when the list is empty or the file cannot be written; a file there stays as it was.
     /// A level and a width keep six digits after the point.
     bool Save(const wchar_t* path) const;
+
+    /// The same, and tells in `error` why it could not be done: errc::no_message for an empty list,
+    /// otherwise as FILES::ReplaceContents.
+    bool Save(const wchar_t* path, std::error_code& error) const;
 
     /// Appends the contours of a file, from "Contour(0)" up to the first number that has no section or one
     /// without keys. A colour is that of the key "TrueColor", or the palette's of "Color" where there is

@@ -97,6 +97,7 @@ ErrorString IniFile::Open(const std::wstring& givenPath, Fault& fault) {
         break;
     case SETTINGS::ReadStatus::NOT_OPENED:
         fault.kind = Fault::NOT_READABLE;
+        fault.error = result.error;
         return ErrorString(LoadText(TextId::INI_ERROR_OPENING)) << path << LoadText(TextId::INI_FOR_READING);
     case SETTINGS::ReadStatus::BAD_HEADER:
         fault.kind = Fault::NAMELESS_SECTION;
@@ -112,8 +113,14 @@ ErrorString IniFile::Open(const std::wstring& givenPath, Fault& fault) {
 }
 
 ErrorString IniFile::Save(const std::wstring& path) const {
+    std::error_code ignored;
+    return Save(path, ignored);
+}
+
+ErrorString IniFile::Save(const std::wstring& path, std::error_code& error) const {
+    error = std::make_error_code(std::errc::no_message);
     if (Empty()) return false;
-    return SETTINGS::Save(path, [this](SETTINGS::Writer& writer) {
+    error = SETTINGS::Save(path, [this](SETTINGS::Writer& writer) {
         for (const Section& section : m_sections) {
             // GetWriteOffsets counts UTF-16 units; a text for which that makes a difference cannot be stored
             // anyway.
@@ -129,6 +136,7 @@ ErrorString IniFile::Save(const std::wstring& path) const {
             writer.EndSection();
         }
     });
+    return !error;
 }
 
 ErrorString IniFile::CheckStorable() const {

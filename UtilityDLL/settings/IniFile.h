@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <system_error>
 
 /// A settings file: sections in file order, read from and written to a plain text file of bracketed headers
 /// and "name = value ;comment" lines. A byte of the file is the character of the same code.
@@ -54,6 +55,7 @@ public:
         std::uint32_t line = 0;      ///< of the header that is at fault, from 1; 0 when none is
         std::uint32_t firstLine = 0; ///< of a duplicate: the line of the header that was there before
         std::wstring section;        ///< of a duplicate: the name as the line at fault spells it
+        std::error_code error;       ///< of a file that is not readable: why, where there is a path
     };
 
     /// The same, and tells in `fault` what it was and where.
@@ -66,6 +68,10 @@ public:
     /// size of the file.
     ErrorString Save(const std::wstring& path) const;
     ErrorString Save(const FileName& name) const { return Save(name.Path()); }
+
+    /// The same, and tells in `error` why it could not be done: errc::no_message when there is no section,
+    /// errc::illegal_byte_sequence for a character above 255, otherwise as FILES::ReplaceContents.
+    ErrorString Save(const std::wstring& path, std::error_code& error) const;
 
     /// Whether Save() can write the texts and Open() gives the same section names, and for each key the same
     /// name, value and comment. The text of an error names the first section and key that would be lost or

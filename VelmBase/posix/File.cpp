@@ -45,6 +45,8 @@ template <typename Call> auto Retry(Call call) {
     return result;
 }
 
+std::error_code LastError() { return {errno, std::system_category()}; }
+
 class Descriptor {
 public:
     explicit Descriptor(int fd) : m_fd(fd) {}
@@ -305,7 +307,10 @@ namespace FILES {
 Reader::Reader(const std::wstring& path) {
     struct stat status {};
     Descriptor fd = OpenRegular(path, O_RDONLY, status);
-    if (!fd.IsOpen()) return;
+    if (!fd.IsOpen()) {
+        m_error = LastError();
+        return;
+    }
     m_size = static_cast<std::uint64_t>(status.st_size);
     m_handle = fd.Release();
 }
@@ -316,7 +321,7 @@ Reader::~Reader() {
 
 std::size_t Reader::Read(void* buffer, std::size_t count) {
     const ssize_t got = Retry([&] { return read(static_cast<int>(m_handle), buffer, count); });
-    m_failed = m_failed || got < 0;
+    if (got < 0 && !m_error) m_error = LastError();
     return got > 0 ? static_cast<std::size_t>(got) : 0;
 }
 
@@ -358,13 +363,32 @@ bool SeekTo(std::FILE* stream, std::int64_t offset, int origin) {
     return fseeko(stream, offset, origin) == 0;
 }
 
-bool ReplaceContents(const std::wstring& path, std::string_view content) {
-    return Replace(
+std::error_code ReplaceContents(const std::wstring& path, std::string_view content) {
+    return ReplaceContents(
         path, [&](const ContentSink& sink) { return sink(content); }, InPlace::ALLOWED);
 }
 
-bool ReplaceContents(const std::wstring& path, const ContentComposer& compose, InPlace inPlace) {
-    return Replace(path, compose, inPlace);
+std::error_code ReplaceContents(const std::wstring& path, const ContentComposer& compose, InPlace inPlace) {
+    errno = 0;
+    if (Replace(path, compose, inPlace)) return {};
+    return errno ? LastError() : std::make_error_code(std::errc::operation_canceled);
+}
+
+std::error_code UpdateContents(const std::wstring& path, const ContentChange& change) {
+    std::string content;
+    bool exists = false;
+    {
+        Reader file(path);
+        exists = file.IsOpen();
+        if (!exists && file.Error() != std::errc::no_such_file_or_directory) return file.Error();
+        content.resize(static_cast<std::size_t>(file.Size()));
+        std::size_t done = 0;
+        while (const std::size_t got = exists ? file.Read(content.data() + done, content.size() - done) : 0)
+            done += got;
+        content.resize(done);
+    }
+    if (!change(content, exists)) return {};
+    return ReplaceContents(path, content);
 }
 
 bool ModificationTime(const std::wstring& path, std::uint32_t& seconds) {

@@ -11,6 +11,8 @@
 
 namespace {
 
+std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
+
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 class Handle {
@@ -323,7 +325,10 @@ namespace FILES {
 
 Reader::Reader(const std::wstring& path) {
     Handle file = OpenRegular(path, GENERIC_READ, OPEN_EXISTING);
-    if (!file.IsOpen() || !SizeOf(file.Get(), m_size)) return;
+    if (!file.IsOpen() || !SizeOf(file.Get(), m_size)) {
+        m_error = LastError();
+        return;
+    }
     m_handle = reinterpret_cast<std::intptr_t>(file.Release());
 }
 
@@ -334,7 +339,7 @@ Reader::~Reader() {
 std::size_t Reader::Read(void* buffer, std::size_t count) {
     DWORD got = 0;
     const bool read = ReadFile(reinterpret_cast<HANDLE>(m_handle), buffer, BlockOf(count), &got, nullptr);
-    m_failed = m_failed || !read;
+    if (!read && !m_error) m_error = LastError();
     return read ? got : 0;
 }
 
@@ -372,13 +377,32 @@ bool SeekTo(std::FILE* stream, std::int64_t offset, int origin) {
     return _fseeki64(stream, offset, origin) == 0;
 }
 
-bool ReplaceContents(const std::wstring& path, std::string_view content) {
-    return Replace(
+std::error_code ReplaceContents(const std::wstring& path, std::string_view content) {
+    return ReplaceContents(
         path, [&](const ContentSink& sink) { return sink(content); }, InPlace::ALLOWED);
 }
 
-bool ReplaceContents(const std::wstring& path, const ContentComposer& compose, InPlace inPlace) {
-    return Replace(path, compose, inPlace);
+std::error_code ReplaceContents(const std::wstring& path, const ContentComposer& compose, InPlace inPlace) {
+    SetLastError(0);
+    if (Replace(path, compose, inPlace)) return {};
+    return GetLastError() ? LastError() : std::make_error_code(std::errc::operation_canceled);
+}
+
+std::error_code UpdateContents(const std::wstring& path, const ContentChange& change) {
+    std::string content;
+    bool exists = false;
+    {
+        Reader file(path);
+        exists = file.IsOpen();
+        if (!exists && file.Error() != std::errc::no_such_file_or_directory) return file.Error();
+        content.resize(static_cast<std::size_t>(file.Size()));
+        std::size_t done = 0;
+        while (const std::size_t got = exists ? file.Read(content.data() + done, content.size() - done) : 0)
+            done += got;
+        content.resize(done);
+    }
+    if (!change(content, exists)) return {};
+    return ReplaceContents(path, content);
 }
 
 bool ModificationTime(const std::wstring& path, std::uint32_t& seconds) {

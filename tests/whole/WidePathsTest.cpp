@@ -29,8 +29,8 @@ INSTANTIATE_TEST_SUITE_P(Folders, WidePaths,
                                            L"all \u00FC \u03A9 \u6D77 \U0001F6A2 together"));
 
 TEST_P(WidePaths, FilesAreReplacedAndRead) {
-    ASSERT_TRUE(FILES::ReplaceContents(File(), "first"));
-    ASSERT_TRUE(FILES::ReplaceContents(File(), "second"));
+    ASSERT_EQ(std::error_code(), FILES::ReplaceContents(File(), "first"));
+    ASSERT_EQ(std::error_code(), FILES::ReplaceContents(File(), "second"));
     EXPECT_EQ("second", ReadBytes(File()));
     FILES::Reader reader(File());
     ASSERT_TRUE(reader.IsOpen());

@@ -82,7 +82,8 @@ void CheckPicture(const Options& options) {
 
 void SaveAndShow(const ContourDefinitionList& list, const Options& options) {
     StopIfInterrupted();
-    if (!list.Save(options.file.Wide().c_str())) ThrowNotWritten(options.file.Utf8());
+    std::error_code error;
+    if (!list.Save(options.file.Wide().c_str(), error)) ThrowNotWritten(options.file.Utf8(), error);
     NoteChanged(options.file.Utf8());
     Show(list, options);
 }

@@ -74,6 +74,7 @@ void RequirePictureName(const std::string& path) {
 void SavePicture(const Surface& surface, const std::string& path) {
     const std::string content = FileContent(surface, path);
     StopIfInterrupted();
-    if (!FILES::ReplaceContents(FromUtf8(path), content)) ThrowNotWritten(path);
+    if (const std::error_code error = FILES::ReplaceContents(FromUtf8(path), content))
+        ThrowNotWritten(path, error);
     NoteChanged(path);
 }

@@ -32,6 +32,7 @@ void SaveColorTable(const ColorTable& table, const UserText& path) {
     FileObject file;
     table.FileSave(file);
     const Progress progress(path.Utf8());
-    if (!file.Save(path.Wide(), 0)) ThrowNotWritten(path.Utf8());
+    std::error_code error;
+    if (!file.Save(path.Wide(), 0, error)) ThrowNotWritten(path.Utf8(), error);
     NoteChanged(path.Utf8());
 }

@@ -179,8 +179,8 @@ void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
         throw CommandError(ExitCode::IO_ERROR, table.output.Utf8() +
                                                    ": has other names (hard links), which would keep the old "
                                                    "table; write to another file");
-    if (!FILES::ReplaceContents(table.output.Wide(),
-                                [&](const Sink& sink) { return changeInto(table.output.Utf8(), sink); }))
-        ThrowNotWritten(table.output.Utf8());
+    const auto compose = [&](const Sink& sink) { return changeInto(table.output.Utf8(), sink); };
+    if (const std::error_code error = FILES::ReplaceContents(table.output.Wide(), compose))
+        ThrowNotWritten(table.output.Utf8(), error);
     NoteChanged(table.output.Utf8());
 }

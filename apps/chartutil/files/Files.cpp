@@ -54,7 +54,8 @@ std::string ReadFile(const UserText& path) {
 
 void WriteFile(const UserText& path, std::string_view bytes) {
     StopIfInterrupted();
-    if (!FILES::ReplaceContents(path.Wide(), bytes)) ThrowNotWritten(path.Utf8());
+    if (const std::error_code error = FILES::ReplaceContents(path.Wide(), bytes))
+        ThrowNotWritten(path.Utf8(), error);
     NoteChanged(path.Utf8());
 }
 

@@ -44,7 +44,8 @@ void SaveSettings(const IniFile& file, const UserText& path) {
     if (const ErrorString storable = file.CheckStorable(); !storable)
         PrintNote("chartutil: note: " + path.Utf8() + ": does not come back: " + ToUtf8(storable.Text()));
     const Progress progress(path.Utf8());
-    if (!file.Save(path.Wide())) ThrowNotWritten(path.Utf8());
+    std::error_code error;
+    if (!file.Save(path.Wide(), error)) ThrowNotWritten(path.Utf8(), error);
     NoteChanged(path.Utf8());
 }
 

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 /// What the program tells its caller; every command's help says so too.
 enum class ExitCode : int {
@@ -26,5 +27,5 @@ struct CommandExit {
     ExitCode code;
 };
 
-/// Ends the command: the file cannot be written, and one that is there is as it was.
-[[noreturn]] void ThrowNotWritten(const std::string& path);
+/// Ends the command: the file cannot be written, for that reason, and one that is there is as it was.
+[[noreturn]] void ThrowNotWritten(const std::string& path, const std::error_code& reason);

@@ -93,7 +93,7 @@ TEST_F(ReplaceContents_Lock, TheFileOfAProcessThatBeganBetweenTwoLooksIsNotRemov
             other.Finish(Target());
         }
     };
-    EXPECT_TRUE(FILES::ReplaceContents(m_folder.File(L"a.ini"), "new"));
+    EXPECT_EQ(std::error_code(), FILES::ReplaceContents(m_folder.File(L"a.ini"), "new"));
     EXPECT_EQ(3, numLocks);
     EXPECT_EQ("new", ReadBytes(m_folder.File(L"a.ini")));
     EXPECT_EQ(1u, m_folder.NumFiles());
@@ -111,7 +111,7 @@ TEST_F(ReplaceContents_Lock, AFileThatWasTakenForADeadOnesBeforeItsLockIsMadeAga
         EXPECT_TRUE(other.HasItsFile()) << "its file was removed or replaced";
         other.Finish(Target());
     };
-    EXPECT_TRUE(FILES::ReplaceContents(m_folder.File(L"a.ini"), "new"));
+    EXPECT_EQ(std::error_code(), FILES::ReplaceContents(m_folder.File(L"a.ini"), "new"));
     EXPECT_EQ(3, numLocks);
     EXPECT_EQ("new", ReadBytes(m_folder.File(L"a.ini")));
     EXPECT_EQ(1u, m_folder.NumFiles());

@@ -78,7 +78,7 @@ struct TimedSave {
 
 TimedSave Save(const std::wstring& path, std::string_view content) {
     const auto start = std::chrono::steady_clock::now();
-    const bool done = FILES::ReplaceContents(path, content);
+    const bool done = !FILES::ReplaceContents(path, content);
     return {done, std::chrono::steady_clock::now() - start};
 }
 
@@ -114,7 +114,7 @@ TEST(ReplaceContents, AFileHeldByAnotherIsTheWholeOldOrTheWholeNewOne) {
         }
         EXPECT_LT(held.save.time, kBound);
         EXPECT_EQ(1u, held.folder.NumFiles());
-        EXPECT_TRUE(FILES::ReplaceContents(held.Path(), "new content"));
+        EXPECT_EQ(std::error_code(), FILES::ReplaceContents(held.Path(), "new content"));
     }
 }
 
@@ -127,7 +127,7 @@ TEST(ReplaceContents, WaitsForAFileThatIsReleasedInTime) {
         while (!Exists(folder.File(L".held.ini.saving"))) std::this_thread::yield();
         held.reset();
     });
-    EXPECT_TRUE(FILES::ReplaceContents(path, "new"));
+    EXPECT_EQ(std::error_code(), FILES::ReplaceContents(path, "new"));
     other.join();
     EXPECT_EQ("new", ReadBytes(path));
     EXPECT_EQ(1u, folder.NumFiles());
@@ -143,7 +143,7 @@ TEST(ReplaceContents, ATemporaryFileHeldByAnotherProcessEndsTheSave) {
     EXPECT_LT(save.time, kBound);
     EXPECT_EQ("old", ReadBytes(path));
     held.reset();
-    EXPECT_TRUE(FILES::ReplaceContents(path, "new"));
+    EXPECT_EQ(std::error_code(), FILES::ReplaceContents(path, "new"));
     EXPECT_EQ("new", ReadBytes(path));
     EXPECT_EQ(1u, folder.NumFiles());
 }
@@ -152,7 +152,7 @@ TEST(ReplaceContents, ALeftTemporaryFileIsUsedAgain) {
     const TemporaryFolder folder;
     WriteBytes(folder.File(L".name.ini.saving"), "torn content of a killed process, longer than what comes");
     EXPECT_TRUE(SetFileAttributesW(folder.File(L".name.ini.saving").c_str(), FILE_ATTRIBUTE_HIDDEN));
-    EXPECT_TRUE(FILES::ReplaceContents(folder.File(L"name.ini"), "new"));
+    EXPECT_EQ(std::error_code(), FILES::ReplaceContents(folder.File(L"name.ini"), "new"));
     EXPECT_EQ("new", ReadBytes(folder.File(L"name.ini")));
     EXPECT_EQ(1u, folder.NumFiles());
 }
@@ -185,7 +185,7 @@ TEST(ReplaceContents, ManyWritersTakeTurnsAndReadersNeverSeeATornFile) {
     std::thread writers[2];
     for (std::size_t i = 0; i < 2; ++i)
         writers[i] = std::thread([&, i] {
-            for (int n = 0; n < 200; ++n) saved += FILES::ReplaceContents(path, contents[i]);
+            for (int n = 0; n < 200; ++n) saved += !FILES::ReplaceContents(path, contents[i]);
         });
     for (std::thread& writer : writers) writer.join();
     stop = true;
@@ -208,7 +208,7 @@ TEST(ReplaceContents, AReadOnlyFileIsNotReplaced) {
     EXPECT_EQ(FILE_ATTRIBUTE_READONLY, GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_READONLY);
     EXPECT_EQ(1u, folder.NumFiles());
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    EXPECT_TRUE(FILES::ReplaceContents(path, "new"));
+    EXPECT_EQ(std::error_code(), FILES::ReplaceContents(path, "new"));
 }
 
 TEST(ReplaceContents, AttributesAndAccessListStay) {
@@ -221,13 +221,13 @@ TEST(ReplaceContents, AttributesAndAccessListStay) {
     ASSERT_NE(access, AccessOf(folder.File(L"other.ini")))
         << "the list is an ordinary one: nothing is tested";
 
-    ASSERT_TRUE(FILES::ReplaceContents(path, "new"));
+    ASSERT_EQ(std::error_code(), FILES::ReplaceContents(path, "new"));
     EXPECT_EQ("new", ReadBytes(path));
     EXPECT_EQ(access, AccessOf(path));
 
     ASSERT_TRUE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN));
     const DWORD attributes = GetFileAttributesW(path.c_str());
-    ASSERT_TRUE(FILES::ReplaceContents(path, "newer"));
+    ASSERT_EQ(std::error_code(), FILES::ReplaceContents(path, "newer"));
     EXPECT_EQ("newer", ReadBytes(path));
     EXPECT_EQ(attributes, GetFileAttributesW(path.c_str()));
 }
@@ -256,7 +256,7 @@ TEST(ReplaceContents, TheTemporaryFileHasTheAccessListFromItsFirstMoment) {
     });
     for (int i = 0; i < 50; ++i) {
         const int before = seen;
-        EXPECT_TRUE(FILES::ReplaceContents(path, [&](const FILES::ContentSink& sink) {
+        EXPECT_FALSE(FILES::ReplaceContents(path, [&](const FILES::ContentSink& sink) {
             while (seen == before) std::this_thread::yield();
             return sink("new");
         }));
@@ -274,7 +274,7 @@ TEST(ReplaceContents, AHardLinkedFileIsWrittenWhereItIs) {
     const std::wstring link = folder.File(L"link.ini");
     WriteBytes(path, "old and longer");
     ASSERT_TRUE(CreateHardLinkW(link.c_str(), path.c_str(), nullptr));
-    EXPECT_TRUE(FILES::ReplaceContents(link, "new"));
+    EXPECT_EQ(std::error_code(), FILES::ReplaceContents(link, "new"));
     EXPECT_EQ("new", ReadBytes(path));
     EXPECT_EQ("new", ReadBytes(link));
     EXPECT_EQ(2u, folder.NumFiles());
@@ -287,7 +287,7 @@ TEST(ReplaceContents, NamesOfDevicesStreamsAndFoldersAreRefused) {
                                      folder.File(L"name.ini:stream"), folder.File(L"missing:stream"),
                                      folder.Path().wstring() + L"\\", folder.File(L"missing\\name.ini")}) {
         SCOPED_TRACE(ToUtf8(path));
-        EXPECT_FALSE(FILES::ReplaceContents(path, "new"));
+        EXPECT_TRUE(FILES::ReplaceContents(path, "new"));
     }
     for (const std::wstring& path :
          {std::wstring(L"NUL"), folder.Path().wstring(), std::wstring(L"\\\\.\\pipe\\no")}) {
@@ -312,8 +312,8 @@ TEST(LongPaths, EveryFileFunctionTakesThem) {
     for (wchar_t& c : withSlashes) c = c == L'\\' ? L'/' : c;
     for (const std::wstring& name : {path, withSlashes, L"\\\\?\\" + path}) {
         SCOPED_TRACE(ToUtf8(name));
-        EXPECT_TRUE(FILES::ReplaceContents(name, "first"));
-        EXPECT_TRUE(FILES::ReplaceContents(name, "second"));
+        EXPECT_EQ(std::error_code(), FILES::ReplaceContents(name, "first"));
+        EXPECT_EQ(std::error_code(), FILES::ReplaceContents(name, "second"));
         FILES::Reader reader(name);
         ASSERT_TRUE(reader.IsOpen());
         EXPECT_EQ(6u, reader.Size());
@@ -334,8 +334,8 @@ TEST(LongPaths, EveryFileFunctionTakesThem) {
 TEST(LongPaths, ANameOfTheLargestLengthIsSaved) {
     const TemporaryFolder folder;
     const std::wstring path = folder.File(std::wstring(251, L'n') + L".ini");
-    EXPECT_TRUE(FILES::ReplaceContents(path, "first"));
-    EXPECT_TRUE(FILES::ReplaceContents(path, "second"));
+    EXPECT_EQ(std::error_code(), FILES::ReplaceContents(path, "first"));
+    EXPECT_EQ(std::error_code(), FILES::ReplaceContents(path, "second"));
     EXPECT_EQ(1u, folder.NumFiles());
     EXPECT_TRUE(DeleteFileW((L"\\\\?\\" + path).c_str()));
 }

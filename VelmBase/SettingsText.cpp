@@ -77,9 +77,7 @@ public:
 
     bool Next(Bytes& line) {
         if (m_content.empty()) return false;
-        const std::size_t end = m_content.find('\n');
-        line = m_content.substr(0, end);
-        m_content.remove_prefix(end == Bytes::npos ? m_content.size() : end + 1);
+        line = TakeLine(m_content);
         return true;
     }
 
@@ -182,6 +180,22 @@ Line Parse(Bytes line) {
     parsed.name = Trimmed(line.substr(0, equals));
     if (equals != Bytes::npos) parsed.value = Trimmed(line.substr(equals + 1));
     return parsed;
+}
+
+bool FindHeader(Bytes content, std::size_t position, FoundHeader& found) {
+    std::size_t bracket = 0;
+    while ((bracket = content.find('[', position)) != Bytes::npos) {
+        const Bytes before = content.substr(position, bracket - position);
+        const std::size_t lastFeed = before.rfind('\n');
+        found.begin = lastFeed == Bytes::npos ? position : position + lastFeed + 1;
+        Bytes rest = content.substr(found.begin);
+        const Bytes line = TakeLine(rest);
+        position = found.end = found.begin + line.size();
+        if (!Trimmed(line.substr(0, bracket - found.begin)).empty()) continue;
+        found.line = Parse(line);
+        if (found.line.kind != Line::KEY) return true;
+    }
+    return false;
 }
 
 ReadResult Read(const std::wstring& path, Handler& handler) {

@@ -72,8 +72,28 @@ struct Line {
     Bytes comment; ///< of a key, behind the first ";"; missing without one
 };
 
-/// Takes a line without its LF apart, by the rules that hold for every settings file.
+/// Takes a line apart, with or without its LF, by the rules that hold for every settings file.
 VELMBASE_API Line Parse(Bytes line);
+
+/// Takes the first line off `content`, with its LF where it has one. The content is not empty.
+inline Bytes TakeLine(Bytes& content) {
+    const std::size_t feed = content.find('\n');
+    const Bytes line = content.substr(0, feed == Bytes::npos ? feed : feed + 1);
+    content.remove_prefix(line.size());
+    return line;
+}
+
+/// Where a header stands in the content of a file: its line, LF included, begins at `begin` and ends before
+/// `end`.
+struct FoundHeader {
+    Line line; ///< HEADER or BAD_HEADER
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+
+/// Finds the first header from `position` on, which is where a line begins. False when there is none. Looks
+/// at other lines no closer than it must.
+VELMBASE_API bool FindHeader(Bytes content, std::size_t position, FoundHeader& found);
 
 /// Reads `path` line by line. Lines end at LF and lose the blanks " \t\n\r" at both ends; lines before the
 /// first header and blank lines are passed over. Holds one line and a read buffer at a time, never the whole

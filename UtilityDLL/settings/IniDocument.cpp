@@ -1,0 +1,681 @@
+#include "UtilityDLL/settings/IniDocument.h"
+
+#include "UtilityDLL/settings/detail/NamedSequence.h"
+#include "VelmBase/File.h"
+#include "VelmBase/SettingsText.h"
+
+#include <algorithm>
+#include <array>
+#include <list>
+#include <optional>
+#include <utility>
+
+namespace {
+
+using SETTINGS::Bytes;
+using SETTINGS::Line;
+
+// How many lines are asked for their spacing, so that an edit takes the same time in a file without keys.
+constexpr int kFarthestLine = 1000;
+
+// How many lines on either side are asked in which column their comments stand.
+constexpr int kFarthestComment = 8;
+
+constexpr Bytes kBlanks = " \t";
+
+bool IsBlank(const Line& line) { return line.kind == Line::BLANK; }
+
+// A line that is for people alone. The format has no "#" lines: what reads the file takes them for keys.
+bool IsRemark(const Line& line) {
+    if (line.kind != Line::KEY) return false;
+    return line.name.empty() ? !line.value.data() : line.name.front() == '#';
+}
+
+bool IsNamedKey(const Line& line) {
+    return line.kind == Line::KEY && !line.name.empty() && line.name.front() != '#';
+}
+
+Bytes LineEndOf(Bytes text) {
+    if (!text.ends_with('\n')) return {};
+    return text.substr(text.size() - (text.ends_with("\r\n") ? 2 : 1));
+}
+
+Bytes WithoutLineEnd(Bytes text) { return text.substr(0, text.size() - LineEndOf(text).size()); }
+
+std::size_t OffsetIn(Bytes whole, Bytes part) { return static_cast<std::size_t>(part.data() - whole.data()); }
+
+std::size_t EndIn(Bytes whole, Bytes part) { return OffsetIn(whole, part) + part.size(); }
+
+// Of a text that a check found storable.
+std::string Narrowed(std::wstring_view text) {
+    std::string bytes(text.size(), '\0');
+    std::transform(text.begin(), text.end(), bytes.begin(), [](wchar_t c) { return static_cast<char>(c); });
+    return bytes;
+}
+
+// A line of a section.
+struct Row {
+    Bytes original; // as it was parsed, with its line end; none for a line that was added
+    std::unique_ptr<const std::string> own; // what stands there instead
+
+    Bytes Text() const { return own ? Bytes(*own) : original; }
+
+    void Replace(std::size_t offset, std::size_t count, Bytes by) {
+        auto text = std::make_unique<std::string>(Text());
+        text->replace(offset, count, by);
+        own = std::move(text);
+    }
+    void Insert(std::size_t offset, Bytes text) { Replace(offset, 0, text); }
+};
+using Rows = std::list<Row>;
+
+// A line with a name, as look-ups find it.
+struct KeyEntry {
+    IndexedName m_name;
+    Rows::iterator row;
+
+    const HashedString<wchar_t>& GetName() const { return m_name.Get(); }
+};
+
+struct Lines {
+    Rows rows;
+    NamedSequence<KeyEntry> keys;
+    std::optional<Rows::iterator> lastKey; // behind which new keys go, once that is known
+
+    void Index(Rows::iterator row) {
+        const Bytes name = SETTINGS::Parse(row->Text()).name;
+        if (!name.empty()) keys.Append(KeyEntry{HashedString<wchar_t>(SETTINGS::Widened(name)), row});
+    }
+
+    /// Null when there is none.
+    KeyEntry* Find(const std::wstring& name) {
+        const std::size_t position = keys.Find(name);
+        return position < keys.Size() ? &keys[position] : nullptr;
+    }
+};
+
+// A section from its header on to the next one, or what stands before the first.
+struct Block {
+    IndexedName m_name;
+    Bytes original;               // as it was parsed; none for a section that was added
+    std::unique_ptr<Lines> lines; // made when one of them is wanted
+
+    const HashedString<wchar_t>& GetName() const { return m_name.Get(); }
+
+    Lines& Open() {
+        if (lines) return *lines;
+        lines = std::make_unique<Lines>();
+        for (Bytes rest = original; !rest.empty();) {
+            lines->rows.push_back({SETTINGS::TakeLine(rest), nullptr});
+            if (GetName().String().empty() || lines->rows.size() == 1) continue;
+            lines->Index(std::prev(lines->rows.end()));
+        }
+        return *lines;
+    }
+};
+
+// Each hands one line after the other over until `visit` wants no more.
+template <typename Visit> void VisitLines(const Block& block, Visit visit) {
+    if (block.lines) {
+        for (const Row& row : block.lines->rows)
+            if (!visit(row.Text())) return;
+        return;
+    }
+    for (Bytes rest = block.original; !rest.empty();)
+        if (!visit(SETTINGS::TakeLine(rest))) return;
+}
+template <typename Visit> void VisitLinesBackwards(const Block& block, Visit visit) {
+    if (block.lines) {
+        for (auto row = block.lines->rows.rbegin(); row != block.lines->rows.rend(); ++row)
+            if (!visit(row->Text())) return;
+        return;
+    }
+    for (Bytes rest = block.original; !rest.empty();) {
+        const std::size_t feed = rest.size() == 1 ? Bytes::npos : rest.rfind('\n', rest.size() - 2);
+        const std::size_t begin = feed == Bytes::npos ? 0 : feed + 1;
+        if (!visit(rest.substr(begin))) return;
+        rest = rest.substr(0, begin);
+    }
+}
+
+// The blanks of a key's line, learned from the lines that it looks at, the nearest first.
+class Spacing {
+public:
+    // Takes what it still wants to know from the line. False when that was the last.
+    bool LearnFrom(Bytes text) {
+        if (--m_patience < 0) return false;
+        const Line line = SETTINGS::Parse(text);
+        if (!IsNamedKey(line) || !line.value.data()) return true;
+        const std::size_t nameEnd = EndIn(text, line.name);
+        const std::size_t equals = text.find('=', nameEnd);
+        const Bytes indentation = text.substr(0, OffsetIn(text, line.name));
+        const Bytes padding = text.substr(nameEnd, equals - nameEnd);
+        if (!m_isKnown) {
+            m_isKnown = true;
+            m_indentation = indentation;
+            m_padding = padding;
+            m_nameLength = line.name.size();
+            m_equals = equals;
+        } else if (m_comparison == NONE && m_nameLength != line.name.size()) {
+            const bool isAligned = m_equals == equals && m_indentation == indentation &&
+                                   m_padding.find('\t') == std::string::npos &&
+                                   padding.find('\t') == Bytes::npos;
+            m_comparison = isAligned ? IN_A_COLUMN : APART;
+            m_isTight = m_padding.empty() || padding.empty();
+        }
+        if (!m_gap) {
+            Bytes gap = line.value.empty() ? text.substr(equals + 1, 1)
+                                           : text.substr(equals + 1, OffsetIn(text, line.value) - equals - 1);
+            if (line.value.empty() && kBlanks.find(gap) == Bytes::npos) gap = {};
+            if (!line.value.empty() || !gap.empty()) m_gap = gap;
+        }
+        return m_comparison == NONE || !m_gap;
+    }
+
+    bool IsKnown() const { return m_isKnown; }
+
+    const std::string& Indentation() const { return m_indentation; }
+
+    // What stands behind a name up to its value; `begin` is the column of the name.
+    std::string Equals(std::size_t begin, std::size_t nameLength) const {
+        if (m_comparison != IN_A_COLUMN) return m_padding + "=";
+        const std::size_t end = begin + nameLength + (m_isTight ? 0 : 1);
+        return std::string(end <= m_equals ? m_equals - begin - nameLength : 1, ' ') + "=";
+    }
+    std::string Gap() const { return m_gap.value_or(m_isKnown ? "" : " "); }
+
+private:
+    enum Comparison { NONE, IN_A_COLUMN, APART };
+
+    int m_patience = kFarthestLine;
+    bool m_isKnown = false;
+    std::string m_indentation;
+    std::string m_padding = " ";
+    std::size_t m_nameLength = 0;   // of the nearest
+    std::size_t m_equals = 0;       // the column
+    Comparison m_comparison = NONE; // with a name of another length
+    bool m_isTight = false;         // a "=" of the column follows a name directly
+    std::optional<std::string> m_gap;
+};
+
+// The line at `place` does not end the file any more: gives it a line end if it has none.
+Bytes EnsureLineEnd(Rows& rows, Rows::iterator place, Bytes otherwise) {
+    if (const Bytes end = LineEndOf(place->Text()); !end.empty()) return end;
+    const Bytes end = place == rows.begin() ? otherwise : LineEndOf(std::prev(place)->Text());
+    place->Insert(place->Text().size(), end);
+    return LineEndOf(place->Text());
+}
+
+// Puts a line behind another one and gives it the same line end; the end of a file stays as it is.
+Rows::iterator InsertBehind(Rows& rows, Rows::iterator place, std::string text, Bytes otherwise) {
+    const bool endedLine = !LineEndOf(place->Text()).empty();
+    const Bytes end = EnsureLineEnd(rows, place, otherwise);
+    if (endedLine) text += end;
+    return rows.insert(std::next(place), Row{{}, std::make_unique<const std::string>(std::move(text))});
+}
+
+// The column in which comments stand near this line.
+std::optional<std::size_t> CommentColumn(const Rows& rows, Rows::const_iterator row) {
+    std::vector<std::size_t> columns;
+    const auto look = [&](const Row& other) {
+        const Bytes text = other.Text();
+        const Line line = SETTINGS::Parse(text);
+        if (!IsNamedKey(line) || !line.comment.data()) return;
+        const std::size_t column = OffsetIn(text, line.comment) - 1;
+        if (text.substr(0, column).find('\t') == Bytes::npos) columns.push_back(column);
+    };
+    auto before = row;
+    for (int i = 0; i < kFarthestComment && before != rows.begin(); ++i) look(*--before);
+    auto after = row;
+    for (int i = 0; i < kFarthestComment && ++after != rows.end(); ++i) look(*after);
+    for (const std::size_t column : columns)
+        if (std::count(columns.begin(), columns.end(), column) > 1) return column;
+    return {};
+}
+
+// Puts the runs of changed lines together from what stands in the document, in its order.
+class ChangeList {
+public:
+    ChangeList(Bytes content, std::size_t start) : m_content(content), m_position(start) {
+        CountLines(content.substr(0, start));
+    }
+
+    // These bytes of the content are there still.
+    void Keep(Bytes original) {
+        RemoveUpTo(OffsetIn(m_content, original));
+        Flush();
+        m_position += original.size();
+        CountLines(original);
+        if (!original.ends_with('\n')) ++m_line;
+    }
+
+    void Put(const Row& row) {
+        const Bytes text = WithoutLineEnd(row.Text());
+        if (!row.original.empty()) {
+            if (text == WithoutLineEnd(row.original)) return Keep(row.original);
+            RemoveUpTo(EndIn(m_content, row.original));
+        }
+        m_after.emplace_back(text);
+    }
+
+    std::vector<IniDocument::Change> Finish() {
+        RemoveUpTo(m_content.size());
+        Flush();
+        return std::move(m_changes);
+    }
+
+private:
+    void RemoveUpTo(std::size_t end) {
+        Bytes rest = m_content.substr(m_position, end - m_position);
+        while (!rest.empty()) m_before.emplace_back(WithoutLineEnd(SETTINGS::TakeLine(rest)));
+        m_position = end;
+    }
+
+    // What was removed and came again as it had been is no change.
+    void Flush() {
+        const auto numSame = [](auto a, auto aEnd, auto b, auto bEnd) {
+            return std::mismatch(a, aEnd, b, bEnd).first - a;
+        };
+        const auto first = numSame(m_before.begin(), m_before.end(), m_after.begin(), m_after.end());
+        const auto last =
+            numSame(m_before.rbegin(), m_before.rend() - first, m_after.rbegin(), m_after.rend() - first);
+        const auto numBefore = static_cast<std::uint32_t>(m_before.size());
+        const std::uint32_t line = m_line + static_cast<std::uint32_t>(first);
+        for (std::vector<std::string>* lines : {&m_before, &m_after}) {
+            lines->erase(lines->end() - last, lines->end());
+            lines->erase(lines->begin(), lines->begin() + first);
+        }
+        if (!m_before.empty() || !m_after.empty())
+            m_changes.push_back({line, std::exchange(m_before, {}), std::exchange(m_after, {})});
+        m_line += numBefore;
+    }
+
+    void CountLines(Bytes lines) {
+        m_line += static_cast<std::uint32_t>(std::count(lines.begin(), lines.end(), '\n'));
+    }
+
+    Bytes m_content;
+    std::size_t m_position;   // up to where the content is accounted for
+    std::uint32_t m_line = 1; // of the first line behind the runs that are done
+    std::vector<std::string> m_before, m_after;
+    std::vector<IniDocument::Change> m_changes;
+};
+
+ErrorString NoSection(const std::wstring& section) {
+    return ErrorString(L"there is no section [") << section << L"]";
+}
+
+ErrorString NoKey(const std::wstring& section, const std::wstring& key) {
+    return ErrorString(L"there is no key \"") << key << L"\" in [" << section << L"]";
+}
+
+} // namespace
+
+struct IniDocument::Data {
+    std::string content; // as it was parsed; the blocks point into it
+    std::size_t start = 0;
+    Block front; // before the first section
+    NamedSequence<Block> sections;
+    std::size_t countedBytes = 0; // up to the begin of line number `countedLine`
+    std::uint32_t countedLine = 1;
+
+    Block* Find(const std::wstring& section) {
+        const std::size_t position = sections.Find(section);
+        return position < sections.Size() ? &sections[position] : nullptr;
+    }
+
+    std::uint32_t LineAt(Bytes original) {
+        if (original.empty()) return 0;
+        const std::size_t offset = OffsetIn(content, original);
+        if (offset < countedBytes) {
+            countedBytes = 0;
+            countedLine = 1;
+        }
+        const Bytes between = Bytes(content).substr(countedBytes, offset - countedBytes);
+        countedLine += static_cast<std::uint32_t>(std::count(between.begin(), between.end(), '\n'));
+        countedBytes = offset;
+        return countedLine;
+    }
+
+    bool Parse(IniFile::Fault& fault);
+    Bytes UsualLineEnd() const;
+    Spacing SpacingAt(std::size_t section, Rows::const_iterator row) const;
+    void AddSection(const std::wstring& name);
+    void AddKey(std::size_t section, const std::wstring& key, Bytes value);
+    void SetValue(std::size_t section, Rows::iterator row, Bytes value) const;
+    void KeepBanner(std::size_t section);
+};
+
+bool IniDocument::Data::Parse(IniFile::Fault& fault) {
+    std::size_t blockBegin = start;
+    Block* block = &front;
+    SETTINGS::FoundHeader header;
+    for (std::size_t position = start; SETTINGS::FindHeader(content, position, header);
+         position = header.end) {
+        block->original = Bytes(content).substr(blockBegin, header.begin - blockBegin);
+        blockBegin = header.begin;
+        std::wstring name = SETTINGS::Widened(header.line.name);
+        const Bytes line = Bytes(content).substr(header.begin);
+        if (header.line.kind == Line::BAD_HEADER) {
+            fault.kind = IniFile::Fault::NAMELESS_SECTION;
+            fault.line = LineAt(line);
+            return false;
+        }
+        if (const Block* const first = Find(name)) {
+            fault.kind = IniFile::Fault::DUPLICATE_SECTION;
+            fault.firstLine = LineAt(first->original);
+            fault.line = LineAt(line);
+            fault.section = std::move(name);
+            return false;
+        }
+        block = &sections.Append(Block{HashedString<wchar_t>(std::move(name)), line, nullptr});
+    }
+    block->original = Bytes(content).substr(blockBegin);
+    return true;
+}
+
+Bytes IniDocument::Data::UsualLineEnd() const {
+    Bytes rest = Bytes(content).substr(start);
+    const Bytes end = rest.empty() ? Bytes() : LineEndOf(SETTINGS::TakeLine(rest));
+    return end.empty() ? "\r\n" : end;
+}
+
+// Of the lines before `row`, which is in that section, `row` included; where these have none, of the lines
+// behind it.
+Spacing IniDocument::Data::SpacingAt(std::size_t section, Rows::const_iterator row) const {
+    Spacing spacing;
+    const auto learn = [&](Bytes text) { return spacing.LearnFrom(text); };
+    const Rows& rows = sections[section].lines->rows;
+    for (auto other = row; learn(other->Text()) && other != rows.begin();) --other;
+    for (std::size_t i = section; i-- > 0 && !spacing.IsKnown();) VisitLinesBackwards(sections[i], learn);
+    if (!spacing.IsKnown()) VisitLinesBackwards(front, learn);
+    if (!spacing.IsKnown())
+        for (auto other = std::next(row); other != rows.end() && learn(other->Text());) ++other;
+    for (std::size_t i = section + 1; i < sections.Size() && !spacing.IsKnown(); ++i)
+        VisitLines(sections[i], learn);
+    return spacing;
+}
+
+void IniDocument::Data::AddSection(const std::wstring& name) {
+    Rows& rows = (sections.Size() > 0 ? sections[sections.Size() - 1] : front).Open().rows;
+    std::string end(UsualLineEnd());
+    bool endsFile = true; // with a line end
+    if (!rows.empty()) {
+        const auto last = std::prev(rows.end());
+        endsFile = !LineEndOf(last->Text()).empty();
+        end = EnsureLineEnd(rows, last, end);
+        if (!IsBlank(SETTINGS::Parse(last->Text())))
+            rows.push_back({{}, std::make_unique<const std::string>(end)});
+    }
+    const std::string header = "[" + Narrowed(name) + "]" + (endsFile ? end : "");
+    Block& block = sections.Append(Block{HashedString<wchar_t>(name), {}, std::make_unique<Lines>()});
+    block.lines->rows.push_back({{}, std::make_unique<const std::string>(header)});
+}
+
+void IniDocument::Data::AddKey(std::size_t section, const std::wstring& key, Bytes value) {
+    Lines& lines = sections[section].Open();
+    if (!lines.lastKey) {
+        const auto lastNamed = std::find_if(lines.rows.rbegin(), lines.rows.rend(), [](const Row& row) {
+            return IsNamedKey(SETTINGS::Parse(row.Text()));
+        });
+        if (lastNamed != lines.rows.rend()) lines.lastKey = std::prev(lastNamed.base());
+    }
+    const auto isRemark = [](const Row& row) { return IsRemark(SETTINGS::Parse(row.Text())); };
+    const auto place =
+        lines.lastKey
+            ? *lines.lastKey
+            : std::prev(std::find_if_not(std::next(lines.rows.begin()), lines.rows.end(), isRemark));
+    const Spacing spacing = SpacingAt(section, place);
+    const std::string name = Narrowed(key);
+    std::string text =
+        spacing.Indentation() + name + spacing.Equals(spacing.Indentation().size(), name.size());
+    if (!value.empty()) (text += spacing.Gap()) += value;
+    const auto row = InsertBehind(lines.rows, place, std::move(text), UsualLineEnd());
+    lines.keys.Append(KeyEntry{HashedString<wchar_t>(key), row});
+    if (IsNamedKey(SETTINGS::Parse(row->Text()))) lines.lastKey = row;
+}
+
+void IniDocument::Data::SetValue(std::size_t section, Rows::iterator row, Bytes value) const {
+    const Bytes text = row->Text();
+    const Line line = SETTINGS::Parse(text);
+    if (line.value == value) return;
+    if (!line.value.empty()) return row->Replace(OffsetIn(text, line.value), line.value.size(), value);
+    const std::size_t nameEnd = EndIn(text, line.name);
+    const std::size_t behind = line.value.data() ? text.find('=', nameEnd) + 1 : nameEnd;
+    if (line.value.data() && kBlanks.find(text[behind]) != Bytes::npos) return row->Insert(behind + 1, value);
+    const Spacing spacing = SpacingAt(section, row);
+    std::string inserted = spacing.Gap() + std::string(value);
+    if (!line.value.data()) inserted.insert(0, spacing.Equals(OffsetIn(text, line.name), line.name.size()));
+    row->Insert(behind, inserted);
+}
+
+// Hands the comment that is meant for the section behind this one over to the one before.
+void IniDocument::Data::KeepBanner(std::size_t section) {
+    if (section + 1 == sections.Size()) return;
+    Rows& rows = sections[section].Open().rows;
+    const auto is = [](bool (&kind)(const Line&), const Row& row) {
+        return kind(SETTINGS::Parse(row.Text()));
+    };
+    auto banner = rows.end();
+    while (is(IsRemark, *std::prev(banner))) --banner;
+    auto blanks = banner;
+    while (is(IsBlank, *std::prev(blanks))) --blanks;
+    if (banner == rows.end() || blanks == banner) return;
+
+    Lines& before = section > 0 ? sections[section - 1].Open() : front.Open();
+    const bool isSetOff = before.rows.empty() || is(IsBlank, before.rows.back());
+    const auto isKeyToReaders = [](const Row& row) { return !SETTINGS::Parse(row.Text()).name.empty(); };
+    const bool wouldBreakSeal = section > 0 && before.Find(Section::m_ChecksumName) &&
+                                std::any_of(banner, rows.end(), isKeyToReaders);
+    if (wouldBreakSeal) return;
+    const auto first = isSetOff ? banner : blanks;
+    before.rows.splice(before.rows.end(), rows, first, rows.end());
+    if (section == 0) return; // nothing is found there
+    for (auto row = first; row != before.rows.end(); ++row) before.Index(row);
+}
+
+IniDocument::IniDocument() : m_data(std::make_unique<Data>()) {}
+IniDocument::~IniDocument() = default;
+IniDocument::IniDocument(IniDocument&& other) noexcept = default;
+IniDocument& IniDocument::operator=(IniDocument&& other) noexcept = default;
+
+bool IniDocument::Parse(std::string content, IniFile::Fault& fault, std::size_t start) {
+    fault = {};
+    m_data = std::make_unique<Data>();
+    m_data->start = std::min(start, content.size());
+    m_data->content = std::move(content);
+    if (m_data->Parse(fault)) return true;
+    m_data = std::make_unique<Data>();
+    return false;
+}
+
+std::string IniDocument::Text() const {
+    std::string text;
+    text.reserve(m_data->content.size() + m_data->content.size() / 16);
+    text.append(m_data->content, 0, m_data->start);
+    const auto append = [&](const Block& block) {
+        if (!block.lines) {
+            text += block.original;
+            return;
+        }
+        for (const Row& row : block.lines->rows) text += row.Text();
+    };
+    append(m_data->front);
+    for (const Block& block : m_data->sections) append(block);
+    return text;
+}
+
+std::vector<std::wstring> IniDocument::SectionNames() const {
+    std::vector<std::wstring> names;
+    names.reserve(m_data->sections.Size());
+    for (const Block& block : m_data->sections) names.push_back(block.GetName());
+    return names;
+}
+
+bool IniDocument::HasSection(const std::wstring& section) const { return m_data->Find(section) != nullptr; }
+
+Section IniDocument::Read(const std::wstring& name) const {
+    const Block* const block = m_data->Find(name);
+    if (!block) return {};
+    Section section(block->GetName());
+    VisitLines(*block, [&](Bytes text) {
+        using SETTINGS::Widened;
+        const Line line = SETTINGS::Parse(text);
+        if (line.kind == Line::KEY)
+            section.AddKey(Widened(line.name), Widened(line.value), Widened(line.comment));
+        return true;
+    });
+    return section;
+}
+
+std::uint32_t IniDocument::LineOf(const std::wstring& section) const {
+    const Block* const block = m_data->Find(section);
+    return block ? m_data->LineAt(block->original) : 0;
+}
+
+std::uint32_t IniDocument::LineOf(const std::wstring& section, const std::wstring& key) const {
+    Block* const block = m_data->Find(section);
+    const KeyEntry* const entry = block ? block->Open().Find(key) : nullptr;
+    return entry ? m_data->LineAt(entry->row->original) : 0;
+}
+
+ErrorString IniDocument::AddSection(const std::wstring& section) {
+    if (HasSection(section)) return {};
+    if (const ErrorString error = SETTINGS::CheckSectionName(section); !error) return error;
+    m_data->AddSection(section);
+    return {};
+}
+
+ErrorString IniDocument::Set(const std::wstring& section, const std::wstring& key,
+                             const std::wstring& value) {
+    Block* const block = m_data->Find(section);
+    KeyEntry* const entry = block ? block->Open().Find(key) : nullptr;
+    const std::wstring comment =
+        entry ? SETTINGS::Widened(SETTINGS::Parse(entry->row->Text()).comment) : std::wstring();
+    if (const ErrorString error = SETTINGS::CheckKeyLine(key, value, comment); !error) return error;
+    if (const ErrorString error = AddSection(section); !error) return error;
+    const std::size_t position = m_data->sections.Find(section);
+    if (entry)
+        m_data->SetValue(position, entry->row, Narrowed(value));
+    else
+        m_data->AddKey(position, key, Narrowed(value));
+    return {};
+}
+
+ErrorString IniDocument::SetComment(const std::wstring& section, const std::wstring& key,
+                                    const std::wstring& comment) {
+    Block* const block = m_data->Find(section);
+    if (!block) return NoSection(section);
+    const KeyEntry* const entry = block->Open().Find(key);
+    if (!entry) return NoKey(section, key);
+    Row& row = *entry->row;
+    const Bytes text = row.Text();
+    const Line line = SETTINGS::Parse(text);
+    if (const ErrorString error =
+            SETTINGS::CheckKeyLine(SETTINGS::Widened(line.name), SETTINGS::Widened(line.value), comment);
+        !error)
+        return error;
+    const std::string bytes = Narrowed(comment);
+    const std::size_t end = text.find_last_not_of(" \t\n\r") + 1;
+    if (!line.comment.data()) {
+        if (comment.empty()) return {};
+        const std::size_t column = CommentColumn(block->lines->rows, entry->row).value_or(0);
+        row.Insert(end, std::string(column > end ? column - end : 1, ' ') + ";" + bytes);
+    } else if (comment.empty()) {
+        const std::size_t semicolon = OffsetIn(text, line.comment) - 1;
+        const std::size_t first = text.substr(0, semicolon).find_last_not_of(" \t\r") + 1;
+        row.Replace(first, end - first, {});
+    } else if (line.comment != bytes) {
+        row.Replace(OffsetIn(text, line.comment), line.comment.size(), bytes);
+    }
+    return {};
+}
+
+bool IniDocument::Remove(const std::wstring& section) {
+    const std::size_t position = m_data->sections.Find(section);
+    if (position == m_data->sections.Size()) return false;
+    m_data->KeepBanner(position);
+    m_data->sections.Remove(position);
+    return true;
+}
+
+bool IniDocument::Remove(const std::wstring& section, const std::wstring& key) {
+    Block* const block = m_data->Find(section);
+    if (!block) return false;
+    Lines& lines = block->Open();
+    const std::size_t position = lines.keys.Find(key);
+    if (position == lines.keys.Size()) return false;
+    const Rows::iterator row = lines.keys[position].row;
+    if (lines.lastKey == row) lines.lastKey.reset();
+    lines.keys.Remove(position);
+    lines.rows.erase(row);
+    return true;
+}
+
+ErrorString IniDocument::Rename(const std::wstring& section, const std::wstring& newName) {
+    Block* const block = m_data->Find(section);
+    if (!block) return NoSection(section);
+    if (const ErrorString error = SETTINGS::CheckSectionName(newName); !error) return error;
+    if (HasSection(newName)) return ErrorString(L"there is a section [") << newName << L"] already";
+    Row& header = block->Open().rows.front();
+    const Bytes text = header.Text();
+    const Bytes name = SETTINGS::Parse(text).name;
+    header.Replace(OffsetIn(text, name), name.size(), Narrowed(newName));
+    block->m_name.Set(newName);
+    return {};
+}
+
+ErrorString IniDocument::Rename(const std::wstring& section, const std::wstring& key,
+                                const std::wstring& newName) {
+    Block* const block = m_data->Find(section);
+    if (!block) return NoSection(section);
+    Lines& lines = block->Open();
+    KeyEntry* const entry = lines.Find(key);
+    if (!entry) return NoKey(section, key);
+    const Bytes text = entry->row->Text();
+    const Line line = SETTINGS::Parse(text);
+    if (newName.empty()) return L"the key name is empty";
+    if (const ErrorString error =
+            SETTINGS::CheckKeyLine(newName, SETTINGS::Widened(line.value), SETTINGS::Widened(line.comment));
+        !error)
+        return error;
+    if (lines.Find(newName))
+        return ErrorString(L"there is a key \"") << newName << L"\" in [" << section << L"] already";
+    entry->row->Replace(OffsetIn(text, line.name), line.name.size(), Narrowed(newName));
+    entry->m_name.Set(newName);
+    lines.lastKey.reset();
+    return {};
+}
+
+bool IniDocument::Seal(const std::wstring& section) {
+    if (!HasSection(section)) return false;
+    const unsigned int checksum = Read(section).ComputeChecksum();
+    return Set(section, Section::m_ChecksumName, std::to_wstring(checksum));
+}
+
+std::vector<IniDocument::Change> IniDocument::Changes() const {
+    ChangeList changes(m_data->content, m_data->start);
+    const auto add = [&](const Block& block) {
+        if (!block.lines) {
+            if (!block.original.empty()) changes.Keep(block.original);
+            return;
+        }
+        for (const Row& row : block.lines->rows) changes.Put(row);
+    };
+    add(m_data->front);
+    for (const Block& block : m_data->sections) add(block);
+    return changes.Finish();
+}
+
+std::error_code IniDocument::Update(const std::wstring& path,
+                                    const std::function<bool(IniDocument& document, bool exists)>& edit,
+                                    IniFile::Fault& fault) {
+    fault = {};
+    const std::error_code error = FILES::UpdateContents(path, [&](std::string& content, bool exists) {
+        IniDocument document;
+        if (!document.Parse(std::move(content), fault) || !edit(document, exists)) return false;
+        content = document.Text();
+        return true;
+    });
+    return error || fault.kind == IniFile::Fault::NONE ? error : std::make_error_code(std::errc::bad_message);
+}

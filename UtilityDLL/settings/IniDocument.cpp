@@ -374,9 +374,15 @@ bool IniDocument::Data::Parse(IniFile::Fault& fault) {
     return true;
 }
 
+// That of the first line.
 Bytes IniDocument::Data::UsualLineEnd() const {
-    Bytes rest = Bytes(content).substr(start);
-    const Bytes end = rest.empty() ? Bytes() : LineEndOf(SETTINGS::TakeLine(rest));
+    Bytes end;
+    const auto look = [&](Bytes text) {
+        end = LineEndOf(text);
+        return false;
+    };
+    VisitLines(front, look);
+    if (end.empty() && sections.Size() > 0) VisitLines(sections[0], look);
     return end.empty() ? "\r\n" : end;
 }
 

@@ -1,10 +1,10 @@
 #include "UtilityDLL/settings/IniDocument.h"
 #include "tests/support/IniFiles.h"
 #include "tests/support/Random.h"
+#include "tests/support/SettingsEdits.h"
 
 #include <algorithm>
 #include <functional>
-#include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -365,4 +365,237 @@ TEST(IniDocument_Seal, StoresTheChecksumAsTheSectionDoes) {
     IniDocument document = Parsed("[s]\n$Checksum$ = 12 ;seal\na=1\n");
     ASSERT_TRUE(document.Seal(L"s"));
     EXPECT_EQ("[s]\n$Checksum$ = 355801662 ;seal\na=1\n", document.Text());
+}
+
+TEST(IniDocument_Changes, NamesTheLinesThatWereChanged) {
+    struct ChangeRow {
+        std::string before;
+        std::vector<Edit> edits;
+        std::string changes; // "line:-removed+added"
+    };
+    const auto rename = [](const wchar_t* to) -> Edit {
+        return [=](IniDocument& document) { EXPECT_TRUE(document.Rename(L"s", to)); };
+    };
+    for (const ChangeRow& row : std::vector<ChangeRow>{
+             {"[s]\na=1\n", {}, ""},
+             {"[s]\na=1\n", {Set(L"s", L"a", L"1")}, ""},
+             {"[s]\na=1\r\n", {Set(L"s", L"a", L"2")}, "2:-a=1+a=2"},
+             {"[s]\na=1\n", {Set(L"s", L"a", L"2"), Set(L"s", L"a", L"1")}, ""},
+             {"[s]\na=1\n\n[t]\n", {Set(L"s", L"b", L"2")}, "3:+b=2"},
+             {"[s]\na=1", {Set(L"s", L"b", L"2")}, "3:+b=2"},
+             {"[s]\na=1\nb=2\nc=3\n",
+              {Set(L"s", L"a", L"x"), Set(L"s", L"c", L"x")},
+              "2:-a=1+a=x 4:-c=3+c=x"},
+             {"[s]\na=1\nb=2\n", {Set(L"s", L"a", L"x"), Remove(L"s", L"b")}, "2:-a=1-b=2+a=x"},
+             {"[s]\na=1\nb=2\n",
+              {Remove(L"s", L"a"), Set(L"s", L"b", L"x"), Set(L"s", L"a", L"1")},
+              "2:-a=1-b=2+b=x+a=1"},
+             {"[s]\na=1\nb=2\n", {Remove(L"s", L"b"), Set(L"s", L"b", L"2")}, ""},
+             {"x\n[s]\na=1\n\n[t]\nc=3\n", {Remove(L"s"), Set(L"t", L"c", L"4")}, "2:-[s]-a=1- 6:-c=3+c=4"},
+             {"[s]\na=1\n", {AddSection(L"t")}, "3:++[t]"},
+             {"", {Set(L"t", L"a", L"1")}, "1:+[t]+a = 1"},
+             {"[s]\na=1", {Remove(L"s")}, "1:-[s]-a=1"},
+             {"[s]\n\n;c\n[t]\n", {Remove(L"s"), Remove(L"t")}, "1:-[s]- 4:-[t]"},
+             {"[s]\na=1\n[t]\n", {rename(L"u")}, "1:-[s]+[u]"},
+         }) {
+        SCOPED_TRACE(row.before);
+        IniDocument document = Parsed(row.before);
+        for (const Edit& edit : row.edits) edit(document);
+        std::string changes;
+        for (const IniDocument::Change& change : document.Changes()) {
+            changes += (changes.empty() ? "" : " ") + std::to_string(change.line) + ":";
+            for (const std::string& line : change.before) changes += "-" + line;
+            for (const std::string& line : change.after) changes += "+" + line;
+        }
+        EXPECT_EQ(row.changes, changes);
+        EXPECT_TRUE(ChangesExplain(document.Changes(), row.before, document.Text()));
+    }
+}
+
+TEST(IniDocument_Update, ReplacesTheFileByTheEditedText) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    IniFile::Fault fault;
+    const auto update = [&](bool expectsFile, bool keeps) {
+        return IniDocument::Update(
+            path,
+            [&](IniDocument& document, bool exists) {
+                EXPECT_EQ(expectsFile, exists);
+                EXPECT_TRUE(document.Set(L"s", L"a", L"2"));
+                return keeps;
+            },
+            fault);
+    };
+    EXPECT_FALSE(update(false, false));
+    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_FALSE(update(false, true));
+    EXPECT_EQ("[s]\r\na = 2\r\n", ReadBytes(path));
+    WriteBytes(path, "[s]\na=1");
+    EXPECT_FALSE(update(true, false));
+    EXPECT_EQ("[s]\na=1", ReadBytes(path));
+    EXPECT_FALSE(update(true, true));
+    EXPECT_EQ("[s]\na=2", ReadBytes(path));
+    EXPECT_EQ(IniFile::Fault::NONE, fault.kind);
+}
+
+TEST(IniDocument_Update, LeavesAFileThatCannotBeOpenedAlone) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    WriteBytes(path, "[s]\n[S]\n");
+    IniFile::Fault fault;
+    const auto never = [](IniDocument&, bool) {
+        ADD_FAILURE();
+        return true;
+    };
+    EXPECT_EQ(std::errc::bad_message, IniDocument::Update(path, never, fault));
+    EXPECT_EQ(IniFile::Fault::DUPLICATE_SECTION, fault.kind);
+    EXPECT_EQ(2u, fault.line);
+    EXPECT_EQ("[s]\n[S]\n", ReadBytes(path));
+    EXPECT_EQ(std::errc::is_a_directory, IniDocument::Update(WidePath(folder.Path()), never, fault));
+    EXPECT_EQ(IniFile::Fault::NONE, fault.kind);
+}
+
+// Random files of every odd shape, and random edits of them.
+
+namespace {
+
+std::string RandomFile(Random& random) {
+    const std::string usualEnd = random.OneOf<std::string>({"\n", "\r\n"});
+    const bool isMixed = random.OnceIn(4);
+    const auto blanks = [&] { return random.OneOf<std::string>({"", "", " ", "  ", "\t", "\r "}); };
+    const auto key = [&] {
+        std::string line = blanks() + random.OneOf<std::string>({"a", "A", "bb", "ccc", "#a", "", "[a",
+                                                                 "\xE9", "$CHECKSUM$", "de f"});
+        if (!random.OnceIn(5)) {
+            line.resize(std::max(line.size(), random.OnceIn(2) ? std::size_t{4} : 0), ' ');
+            line += blanks() + "=" + blanks() + random.OneOf<std::string>({"", "1", "x y", "=", "]", "v"});
+        }
+        if (random.OnceIn(4)) line += blanks() + ";" + blanks() + random.OneOf<std::string>({"", "c", ";=d"});
+        return line + blanks();
+    };
+    std::string content = random.OnceIn(8) ? "\xEF\xBB\xBF" : "";
+    std::vector<std::string> names = {"s", "T", " u ", "[", "\xE9"};
+    std::shuffle(names.begin(), names.end(), random);
+    for (unsigned i = random.Below(24); i > 0; --i) {
+        switch (random.Below(10)) {
+        case 0:
+        case 1:
+            if (names.empty()) break;
+            content +=
+                blanks() + "[" + names.back() + "]" + blanks() + random.OneOf<std::string>({"", "x", ";c"});
+            names.pop_back();
+            break;
+        case 2:
+            content += blanks();
+            break;
+        case 3:
+            content += random.OneOf<std::string>({";remark", "# remark", "#k = 1", " ;[x]"});
+            break;
+        case 4:
+            content += random.Text("ab[;#= \t\r\0\x1A", 8);
+            break;
+        default:
+            content += key();
+        }
+        content += isMixed ? random.OneOf<std::string>({"\n", "\r\n", "\r\r\n"}) : usualEnd;
+    }
+    if (random.OnceIn(2)) content.resize(content.find_last_not_of("\r\n") + 1);
+    return content;
+}
+
+SettingsEdit RandomEdit(Random& random) {
+    const auto section = [&] {
+        return random.OneOf<std::wstring>({L"s", L"t", L" u ", L"[", L"\xE9", L"new", L""});
+    };
+    const auto key = [&] {
+        return random.OneOf<std::wstring>({L"a", L"A", L"BB", L"ccc", L"#a", L"", L"[a", L"\xE9",
+                                           L"$checksum$", L"de f", L"new", L"longer"});
+    };
+    const auto kind = static_cast<SettingsEdit::Kind>(random.Below(SettingsEdit::NUM_KINDS));
+    SettingsEdit edit{random.OnceIn(2) ? SettingsEdit::SET : kind, section(), key(), {}};
+    if (edit.kind == SettingsEdit::RENAME_SECTION)
+        edit.text = section();
+    else if (edit.kind == SettingsEdit::RENAME_KEY)
+        edit.text = key();
+    else
+        edit.text = random.OneOf<std::wstring>(
+            {L"", L"1", L"x y", L"=", L";", L"]", L" 1", L"a longer text", L"\n", L"\x100", L";=d"});
+    return edit;
+}
+
+// How many lines a shortest edit script from `a` to `b` removes and adds.
+std::size_t LineDistance(const std::vector<std::string_view>& a, const std::vector<std::string_view>& b) {
+    std::vector<std::size_t> common(b.size() + 1); // lengths of common subsequences
+    for (const std::string_view line : a) {
+        std::size_t diagonal = 0;
+        for (std::size_t i = 0; i < b.size(); ++i) {
+            const std::size_t above = common[i + 1];
+            common[i + 1] = WithoutEnd(line) == WithoutEnd(b[i]) ? diagonal + 1 : std::max(above, common[i]);
+            diagonal = above;
+        }
+    }
+    return a.size() + b.size() - 2 * common.back();
+}
+
+} // namespace
+
+TEST(IniDocument, EditsOfRandomFilesSayWhatTheyShouldAndTouchNothingElse) {
+    Random random(15);
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"a.ini");
+    const auto opened = [&](const std::string& content) {
+        WriteBytes(path, content);
+        IniFile file;
+        EXPECT_TRUE(file.Open(path));
+        return file;
+    };
+    int numDone = 0;
+    for (int run = 0; run < 3000 && !::testing::Test::HasFailure(); ++run) {
+        const std::string content = RandomFile(random);
+        const std::size_t start = content.starts_with('\xEF') && random.OnceIn(2) ? 3 : 0;
+        IniDocument document;
+        IniFile::Fault fault;
+        if (!document.Parse(content, fault, start)) continue;
+        IniFile model = opened(content.substr(start));
+        bool remarksCount = true;
+        for (unsigned i = random.Below(12); i > 0; --i) {
+            const SettingsEdit edit = RandomEdit(random);
+            if (edit.IsOfRemark() && edit.kind >= SettingsEdit::REMOVE_KEY) continue;
+            const std::string before = document.Text();
+            const std::string trace = ::testing::PrintToString(before) + " kind " +
+                                      std::to_string(edit.kind) + " [" + ToUtf8(edit.section) + "] " +
+                                      ToUtf8(edit.key) + " -> " + ToUtf8(edit.text);
+            SCOPED_TRACE(trace);
+            const bool isDone = edit.Apply(document);
+            const std::string after = document.Text();
+            IniDocument alone; // knows nothing of the edits before
+            ASSERT_TRUE(alone.Parse(before, fault, start));
+            EXPECT_EQ(isDone, edit.Apply(alone));
+            EXPECT_EQ(after, alone.Text());
+            if (!isDone) {
+                EXPECT_EQ(before, after);
+                continue;
+            }
+            ++numDone;
+            EXPECT_TRUE(edit.Apply(model) || edit.IsOfRemark());
+            remarksCount = remarksCount && edit.kind != SettingsEdit::REMOVE_SECTION;
+            EXPECT_TRUE(SaysTheSame(opened(after.substr(start)), model, remarksCount)) << after;
+
+            std::size_t numRemoved = 0;
+            std::size_t numAdded = 0;
+            const std::string_view oldLines = std::string_view(before).substr(start);
+            const std::string_view newLines = std::string_view(after).substr(start);
+            for (const IniDocument::Change& change : alone.Changes()) {
+                numRemoved += change.before.size();
+                numAdded += change.after.size();
+            }
+            EXPECT_TRUE(edit.MayChange(numRemoved, numAdded)) << after;
+            EXPECT_EQ(LineDistance(LinesWithEnds(oldLines), LinesWithEnds(newLines)), numRemoved + numAdded);
+            EXPECT_TRUE(ChangesExplain(alone.Changes(), oldLines, newLines)) << after;
+            EXPECT_TRUE(ChangesExplain(document.Changes(), std::string_view(content).substr(start), newLines))
+                << ::testing::PrintToString(content) << " became " << ::testing::PrintToString(after);
+            if (::testing::Test::HasFailure()) return;
+        }
+    }
+    EXPECT_GT(numDone, 5000);
 }

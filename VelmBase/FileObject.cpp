@@ -26,6 +26,11 @@ void AppendNamed(Elements& elements, std::unordered_map<std::wstring, std::size_
     }
 }
 
+bool IsComplete(const SETTINGS::ReadResult& result, std::uint32_t& badLine) {
+    badLine = result.status == SETTINGS::ReadStatus::BAD_HEADER ? result.lineNumber : 0;
+    return result.status == SETTINGS::ReadStatus::COMPLETE;
+}
+
 } // namespace
 
 const std::wstring* FobjSection::GetItem(const std::wstring& key) const {
@@ -63,28 +68,36 @@ bool FileObject::Open(const std::wstring& path, int flags) {
     return Open(path, flags, badLine);
 }
 
+struct FileObject::Collector : SETTINGS::Handler {
+    explicit Collector(FileObject& target) : file(target) {}
+    bool OnSection(SETTINGS::Bytes name) override {
+        section = &file.SectionOf(SETTINGS::Widened(name));
+        return true;
+    }
+    void OnKey(SETTINGS::Bytes name, SETTINGS::Bytes value, SETTINGS::Bytes /*comment*/) override {
+        if (!name.empty()) section->SetItem(SETTINGS::Widened(name), SETTINGS::Widened(value), true);
+    }
+    FileObject& file;
+    FobjSection* section = nullptr;
+};
+
 bool FileObject::Open(const std::wstring& givenPath, int /*flags*/, std::uint32_t& badLine) {
     // An item goes with its section.
     const std::wstring path = givenPath; // NOLINT(performance-unnecessary-copy-initialization)
-    struct Collector : SETTINGS::Handler {
-        explicit Collector(FileObject& target) : file(target) {}
-        bool OnSection(SETTINGS::Bytes name) override {
-            section = &file.SectionOf(SETTINGS::Widened(name));
-            return true;
-        }
-        void OnKey(SETTINGS::Bytes name, SETTINGS::Bytes value, SETTINGS::Bytes /*comment*/) override {
-            if (!name.empty()) section->SetItem(SETTINGS::Widened(name), SETTINGS::Widened(value), true);
-        }
-        FileObject& file;
-        FobjSection* section = nullptr;
-    };
+    Clear();
+    Collector collector(*this);
+    return IsComplete(SETTINGS::Read(path, collector), badLine);
+}
 
+bool FileObject::ReadText(std::string_view content, std::uint32_t& badLine) {
+    Clear();
+    Collector collector(*this);
+    return IsComplete(SETTINGS::ReadText(content, collector), badLine);
+}
+
+void FileObject::Clear() {
     m_sections.clear();
     m_positions.clear();
-    Collector collector(*this);
-    const SETTINGS::ReadResult result = SETTINGS::Read(path, collector);
-    badLine = result.status == SETTINGS::ReadStatus::BAD_HEADER ? result.lineNumber : 0;
-    return result.status == SETTINGS::ReadStatus::COMPLETE;
 }
 
 bool FileObject::Save(const std::wstring& path, int flags) const {
@@ -95,18 +108,26 @@ bool FileObject::Save(const std::wstring& path, int flags) const {
 bool FileObject::Save(const std::wstring& path, int /*flags*/, std::error_code& error) const {
     error = std::make_error_code(std::errc::no_message);
     if (m_sections.empty()) return false;
-    error = SETTINGS::Save(path, [this](SETTINGS::Writer& writer) {
-        for (const FobjSection& section : m_sections) {
-            writer.BeginSection(section.m_name, {});
-            std::size_t nameWidth = 0;
-            for (const FobjSection::Item& item : section.m_items)
-                nameWidth = std::max(nameWidth, item.key.size());
-            for (const FobjSection::Item& item : section.m_items)
-                writer.Key(item.key, item.value, {}, nameWidth, 0);
-            writer.EndSection();
-        }
-    });
+    error = SETTINGS::Save(path, [this](SETTINGS::Writer& writer) { Compose(writer); });
     return !error;
+}
+
+bool FileObject::Write(const FILES::ContentSink& sink) const {
+    SETTINGS::Writer writer(sink);
+    Compose(writer);
+    return writer.Finish();
+}
+
+void FileObject::Compose(SETTINGS::Writer& writer) const {
+    for (const FobjSection& section : m_sections) {
+        writer.BeginSection(section.m_name, {});
+        std::size_t nameWidth = 0;
+        for (const FobjSection::Item& item : section.m_items)
+            nameWidth = std::max(nameWidth, item.key.size());
+        for (const FobjSection::Item& item : section.m_items)
+            writer.Key(item.key, item.value, {}, nameWidth, 0);
+        writer.EndSection();
+    }
 }
 
 const FobjSection* FileObject::GetSection(const std::wstring& name) const {

@@ -1,14 +1,20 @@
 #pragma once
 
 #include "VelmBase/Export.h"
+#include "VelmBase/File.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <unordered_map>
 #include <vector>
+
+namespace SETTINGS {
+class Writer;
+}
 
 /// A section of a FileObject: key/value items in the order in which they came. Keys match without regard to
 /// letter case; each stands once.
@@ -54,6 +60,9 @@ public:
     /// The same; `badLine` gets the line of the bad header, from 1, or 0 when there is none.
     bool Open(const std::wstring& path, int flags, std::uint32_t& badLine);
 
+    /// The same for the content of a settings file.
+    bool ReadText(std::string_view content, std::uint32_t& badLine);
+
     /// Writes a settings file, whole or not at all, in a few kilobytes of memory. False when there is no
     /// section, when a text has a character above 255, when memory runs out, or when the file cannot be
     /// written; a file there stays as it was.
@@ -62,6 +71,10 @@ public:
     /// The same, and tells in `error` why it could not be done: errc::no_message when there is no section,
     /// otherwise as SETTINGS::Save.
     bool Save(const std::wstring& path, int flags, std::error_code& error) const;
+
+    /// Hands what Save() would write to a sink, piece by piece. False when a text has a character above 255,
+    /// or when the sink did not take a piece.
+    bool Write(const FILES::ContentSink& sink) const;
 
     int NumSections() const { return static_cast<int>(m_sections.size()); }
 
@@ -81,6 +94,9 @@ public:
     const std::wstring* GetItem(const std::wstring& section, const std::wstring& key) const;
 
 private:
+    struct Collector; // of what is read
+    void Clear();
+    void Compose(SETTINGS::Writer& writer) const;
     FobjSection& SectionOf(const std::wstring& name);
 
     std::deque<FobjSection> m_sections; // a text of one may be given to another that is added

@@ -386,34 +386,50 @@ bool ContourDefinitionList::Save(const wchar_t* path) const {
 bool ContourDefinitionList::Save(const wchar_t* path, std::error_code& error) const try {
     error = std::make_error_code(std::errc::no_message);
     if (m_contours.empty()) return false;
-    error = SETTINGS::Save(path ? path : L"", [this](SETTINGS::Writer& file) {
-        const auto write = [&](Key key, std::wstring_view value) {
-            file.Key(kKeys[key], value, {}, kKeyWidth, 0);
-        };
-        const auto integer = [](unsigned long long value) { return NumberText::FromInteger(value); };
-        for (std::size_t i = 0; i < m_contours.size(); ++i) {
-            const ContourDefInfo& info = m_contours[i];
-            const auto type = static_cast<std::size_t>(info.lineType);
-            file.BeginSection(SectionName(i), {});
-            write(LEVEL, NumberText::FromFixed(info.level));
-            write(COLOR, integer(static_cast<unsigned>(DXFColor(RGBColor(info.trueColor)).Index())));
-            write(TRUE_COLOR, integer(info.trueColor));
-            write(LINE_TYPE, LINESTYLES[type < std::size(LINESTYLES) ? type : 0]);
-            write(LINE_WIDTH, NumberText::FromFixed(static_cast<double>(info.lineWidth)));
-            write(ANNOTATE, integer(info.annotate));
-            file.EndSection();
-        }
-    });
+    error = SETTINGS::Save(path ? path : L"", [this](SETTINGS::Writer& file) { Compose(file); });
     return !error;
 } catch (const std::bad_alloc&) {
     error = std::make_error_code(std::errc::not_enough_memory);
     return false;
 }
 
+bool ContourDefinitionList::Write(const FILES::ContentSink& sink) const {
+    SETTINGS::Writer file(sink);
+    Compose(file);
+    return file.Finish();
+}
+
+void ContourDefinitionList::Compose(SETTINGS::Writer& file) const {
+    const auto write = [&](Key key, std::wstring_view value) {
+        file.Key(kKeys[key], value, {}, kKeyWidth, 0);
+    };
+    const auto integer = [](unsigned long long value) { return NumberText::FromInteger(value); };
+    for (std::size_t i = 0; i < m_contours.size(); ++i) {
+        const ContourDefInfo& info = m_contours[i];
+        const auto type = static_cast<std::size_t>(info.lineType);
+        file.BeginSection(SectionName(i), {});
+        write(LEVEL, NumberText::FromFixed(info.level));
+        write(COLOR, integer(static_cast<unsigned>(DXFColor(RGBColor(info.trueColor)).Index())));
+        write(TRUE_COLOR, integer(info.trueColor));
+        write(LINE_TYPE, LINESTYLES[type < std::size(LINESTYLES) ? type : 0]);
+        write(LINE_WIDTH, NumberText::FromFixed(static_cast<double>(info.lineWidth)));
+        write(ANNOTATE, integer(info.annotate));
+        file.EndSection();
+    }
+}
+
 bool ContourDefinitionList::Load(const wchar_t* path, std::vector<std::wstring>* remarks) try {
     if (!path || !*path) return false;
     ContourReader reader(LINESTYLES, remarks != nullptr);
     if (SETTINGS::Read(path, reader).status != SETTINGS::ReadStatus::COMPLETE) return false;
+    return reader.Finish(m_contours, remarks) && !m_contours.empty();
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+bool ContourDefinitionList::ReadText(std::string_view content, std::vector<std::wstring>* remarks) try {
+    ContourReader reader(LINESTYLES, remarks != nullptr);
+    if (SETTINGS::ReadText(content, reader).status != SETTINGS::ReadStatus::COMPLETE) return false;
     return reader.Finish(m_contours, remarks) && !m_contours.empty();
 } catch (const std::bad_alloc&) {
     return false;

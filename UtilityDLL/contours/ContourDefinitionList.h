@@ -2,12 +2,18 @@
 
 #include "UtilityDLL/Export.h"
 #include "VelmBase/ColorTable.h"
+#include "VelmBase/File.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
+
+namespace SETTINGS {
+class Writer;
+}
 
 /// The levels at which contour lines are drawn on a chart, and how each line looks.
 ///
@@ -80,6 +86,10 @@ public:
     /// otherwise as FILES::ReplaceContents.
     bool Save(const wchar_t* path, std::error_code& error) const;
 
+    /// Hands what Save() would write to a sink, piece by piece; nothing of an empty list. False when the sink
+    /// did not take a piece.
+    bool Write(const FILES::ContentSink& sink) const;
+
     /// Appends the contours of a file, from "Contour(0)" up to the first number that has no section or one
     /// without keys. A colour is that of the key "TrueColor", or the palette's of "Color" where there is
     /// none; an unknown line type is continuous. Returns whether the list has any record afterwards.
@@ -93,12 +103,16 @@ public:
     /// sections that are not read. A file without a contour has a remark; one that cannot be read has none.
     bool Load(const wchar_t* path, std::vector<std::wstring>* remarks = nullptr);
 
+    /// The same for the content of a file.
+    bool ReadText(std::string_view content, std::vector<std::wstring>* remarks = nullptr);
+
     /// Exact, level by level and field by field. A level that is NaN equals nothing.
     bool operator==(const ContourDefinitionList& other) const = default;
 
 private:
     static const wchar_t* const LINESTYLES[3];
 
+    void Compose(SETTINGS::Writer& file) const;
     std::size_t FirstNotBelow(double level) const;
 
     std::vector<ContourDefInfo> m_contours;

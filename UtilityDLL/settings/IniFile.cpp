@@ -57,33 +57,57 @@ ErrorString IniFile::Open(const std::wstring& path) {
     return Open(path, fault);
 }
 
+struct IniFile::Builder : SETTINGS::Handler {
+    Builder(NamedSequence<Section>& target, Fault& where) : sections(target), fault(where) {}
+    bool OnSection(SETTINGS::Bytes name) override {
+        std::wstring text = SETTINGS::Widened(name);
+        if (const std::size_t position = sections.Find(text); position < sections.Size()) {
+            fault.section = std::move(text);
+            fault.firstLine = headerLines[position];
+            return false;
+        }
+        headerLines.push_back(LineNumber());
+        section = &sections.Append(std::move(text));
+        return true;
+    }
+    void OnKey(SETTINGS::Bytes name, SETTINGS::Bytes value, SETTINGS::Bytes comment) override {
+        section->m_keys.Append(names.Get(name), SETTINGS::Widened(value), comments.Get(comment));
+    }
+
+    // What reading ended with, which goes to the fault as well.
+    ErrorString Finish(const SETTINGS::ReadResult& result, const std::wstring& path) {
+        switch (result.status) {
+        case SETTINGS::ReadStatus::COMPLETE:
+            break;
+        case SETTINGS::ReadStatus::NOT_OPENED:
+            fault.kind = Fault::NOT_READABLE;
+            fault.error = result.error;
+            return ErrorString(LoadText(TextId::INI_ERROR_OPENING))
+                   << path << LoadText(TextId::INI_FOR_READING);
+        case SETTINGS::ReadStatus::BAD_HEADER:
+            fault.kind = Fault::NAMELESS_SECTION;
+            fault.line = result.lineNumber;
+            return ErrorString(LoadText(TextId::INI_INVALID_SECTION)) << result.lineNumber;
+        case SETTINGS::ReadStatus::STOPPED:
+            fault.kind = Fault::DUPLICATE_SECTION;
+            fault.line = result.lineNumber;
+            return ErrorString(LoadText(TextId::INI_DUPLICATE_SECTION))
+                   << fault.section << LoadText(TextId::INI_FOUND);
+        }
+        return {};
+    }
+
+    NamedSequence<Section>& sections;
+    Fault& fault;
+    Section* section = nullptr;
+    std::vector<std::uint32_t> headerLines;
+    RecentTexts<HashedString<wchar_t>> names;
+    RecentTexts<SharedValue<std::wstring>> comments;
+};
+
 ErrorString IniFile::Open(const std::wstring& givenPath, Fault& fault) {
     // The value of a key goes with its section.
     const std::wstring path = givenPath; // NOLINT(performance-unnecessary-copy-initialization)
-    struct Builder : SETTINGS::Handler {
-        Builder(NamedSequence<Section>& target, Fault& where) : sections(target), fault(where) {}
-        bool OnSection(SETTINGS::Bytes name) override {
-            std::wstring text = SETTINGS::Widened(name);
-            if (const std::size_t position = sections.Find(text); position < sections.Size()) {
-                fault.section = std::move(text);
-                fault.firstLine = headerLines[position];
-                return false;
-            }
-            headerLines.push_back(LineNumber());
-            section = &sections.Append(std::move(text));
-            return true;
-        }
-        void OnKey(SETTINGS::Bytes name, SETTINGS::Bytes value, SETTINGS::Bytes comment) override {
-            section->m_keys.Append(names.Get(name), SETTINGS::Widened(value), comments.Get(comment));
-        }
-        NamedSequence<Section>& sections;
-        Fault& fault;
-        Section* section = nullptr;
-        std::vector<std::uint32_t> headerLines;
-        RecentTexts<HashedString<wchar_t>> names;
-        RecentTexts<SharedValue<std::wstring>> comments;
-    };
-
     Clear();
     fault = {};
     if (path.empty()) {
@@ -91,25 +115,14 @@ ErrorString IniFile::Open(const std::wstring& givenPath, Fault& fault) {
         return false;
     }
     Builder builder(m_sections, fault);
-    const SETTINGS::ReadResult result = SETTINGS::Read(path, builder);
-    switch (result.status) {
-    case SETTINGS::ReadStatus::COMPLETE:
-        break;
-    case SETTINGS::ReadStatus::NOT_OPENED:
-        fault.kind = Fault::NOT_READABLE;
-        fault.error = result.error;
-        return ErrorString(LoadText(TextId::INI_ERROR_OPENING)) << path << LoadText(TextId::INI_FOR_READING);
-    case SETTINGS::ReadStatus::BAD_HEADER:
-        fault.kind = Fault::NAMELESS_SECTION;
-        fault.line = result.lineNumber;
-        return ErrorString(LoadText(TextId::INI_INVALID_SECTION)) << result.lineNumber;
-    case SETTINGS::ReadStatus::STOPPED:
-        fault.kind = Fault::DUPLICATE_SECTION;
-        fault.line = result.lineNumber;
-        return ErrorString(LoadText(TextId::INI_DUPLICATE_SECTION))
-               << fault.section << LoadText(TextId::INI_FOUND);
-    }
-    return {};
+    return builder.Finish(SETTINGS::Read(path, builder), path);
+}
+
+ErrorString IniFile::ReadText(std::string_view content, Fault& fault) {
+    Clear();
+    fault = {};
+    Builder builder(m_sections, fault);
+    return builder.Finish(SETTINGS::ReadText(content, builder), {});
 }
 
 ErrorString IniFile::Save(const std::wstring& path) const {

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 /// A settings file: sections in file order, read from and written to a plain text file of bracketed headers
@@ -60,6 +61,9 @@ public:
 
     /// The same, and tells in `fault` what it was and where.
     ErrorString Open(const std::wstring& path, Fault& fault);
+
+    /// The same for the content of a file, which is never "not readable".
+    ErrorString ReadText(std::string_view content, Fault& fault);
 
     /// Writes the whole file, with aligned columns and CR LF line ends: the file on disk is the whole old one
     /// or the whole new one, and the result says which (see FILES::ReplaceContents for how, and for links and
@@ -123,6 +127,7 @@ public:
     static const Section m_ErrorSection;
 
 private:
+    struct Builder; // of what is read
     Section& SectionOf(std::wstring_view name);
     const Section& SectionOf(std::wstring_view name) const;
 

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "apps/chartutil/terminal/UserText.h"
+
+#include <string>
+#include <string_view>
+
+/// The kinds of file that commands write. A table and a text are told from pictures and settings, not from
+/// each other; a text may be all of these that people can read.
+enum class FileKind { SETTINGS, CONTOURS, COLOR_TABLE, TABLE, TEXT, SVG, PNG, PDF, DXF };
+
+/// What content is that is obviously of another kind: "a PNG picture, no settings file". Empty where it is of
+/// that kind or may be, as nothing at all may. It shows in the first 64 KB, so that these are enough.
+std::string MismatchOf(std::string_view content, FileKind kind);
+
+/// Ends the command (ExitCode::WRONG_USE) where the content of the file is of another kind, unless the user
+/// forces it: before something else is lost by a slip.
+void RequireKind(const UserText& path, std::string_view content, FileKind kind, bool isForced);
+
+/// The same for a file that is about to be replaced. One that is not there or cannot be read is left to
+/// whoever writes it. For "-" all that is printed from now on goes to standard error, since standard output
+/// gets the file.
+void RequireReplaceable(const UserText& path, FileKind kind, bool isForced);

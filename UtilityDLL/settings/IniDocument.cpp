@@ -14,6 +14,7 @@ namespace {
 
 using SETTINGS::Bytes;
 using SETTINGS::Line;
+using SETTINGS::Widened;
 
 // How many lines are asked for their spacing, so that an edit takes the same time in a file without keys.
 constexpr int kFarthestLine = 1000;
@@ -84,7 +85,7 @@ struct Lines {
 
     void Index(Rows::iterator row) {
         const Bytes name = SETTINGS::Parse(row->Text()).name;
-        if (!name.empty()) keys.Append(KeyEntry{HashedString<wchar_t>(SETTINGS::Widened(name)), row});
+        if (!name.empty()) keys.Append(KeyEntry{HashedString<wchar_t>(Widened(name)), row});
     }
 
     /// Null when there is none.
@@ -301,6 +302,10 @@ private:
     std::vector<IniDocument::Change> m_changes;
 };
 
+SectionKey KeyOf(const Line& line) {
+    return {HashedString<wchar_t>(Widened(line.name)), Widened(line.value), Widened(line.comment)};
+}
+
 ErrorString NoSection(const std::wstring& section) {
     return ErrorString(L"there is no section [") << section << L"]";
 }
@@ -354,7 +359,7 @@ bool IniDocument::Data::Parse(IniFile::Fault& fault) {
          position = header.end) {
         block->original = Bytes(content).substr(blockBegin, header.begin - blockBegin);
         blockBegin = header.begin;
-        std::wstring name = SETTINGS::Widened(header.line.name);
+        std::wstring name = Widened(header.line.name);
         const Bytes line = Bytes(content).substr(header.begin);
         if (header.line.kind == Line::BAD_HEADER) {
             fault.kind = IniFile::Fault::NAMELESS_SECTION;
@@ -525,13 +530,24 @@ Section IniDocument::Read(const std::wstring& name) const {
     if (!block) return {};
     Section section(block->GetName());
     VisitLines(*block, [&](Bytes text) {
-        using SETTINGS::Widened;
         const Line line = SETTINGS::Parse(text);
-        if (line.kind == Line::KEY)
-            section.AddKey(Widened(line.name), Widened(line.value), Widened(line.comment));
+        if (line.kind == Line::KEY) section.AddKey(KeyOf(line));
         return true;
     });
     return section;
+}
+
+std::vector<SectionKey> IniDocument::Read(const std::wstring& section, const std::wstring& key) const {
+    std::vector<SectionKey> found;
+    const Block* const block = m_data->Find(section);
+    if (!block) return found;
+    VisitLines(*block, [&](Bytes text) {
+        const Line line = SETTINGS::Parse(text);
+        if (line.kind == Line::KEY && line.name.size() == key.size() && icompareW(Widened(line.name), key))
+            found.push_back(KeyOf(line));
+        return true;
+    });
+    return found;
 }
 
 std::uint32_t IniDocument::LineOf(const std::wstring& section) const {
@@ -557,7 +573,7 @@ ErrorString IniDocument::Set(const std::wstring& section, const std::wstring& ke
     Block* const block = m_data->Find(section);
     KeyEntry* const entry = block ? block->Open().Find(key) : nullptr;
     const std::wstring comment =
-        entry ? SETTINGS::Widened(SETTINGS::Parse(entry->row->Text()).comment) : std::wstring();
+        entry ? Widened(SETTINGS::Parse(entry->row->Text()).comment) : std::wstring();
     if (const ErrorString error = SETTINGS::CheckKeyLine(key, value, comment); !error) return error;
     if (const ErrorString error = AddSection(section); !error) return error;
     const std::size_t position = m_data->sections.Find(section);
@@ -577,8 +593,7 @@ ErrorString IniDocument::SetComment(const std::wstring& section, const std::wstr
     Row& row = *entry->row;
     const Bytes text = row.Text();
     const Line line = SETTINGS::Parse(text);
-    if (const ErrorString error =
-            SETTINGS::CheckKeyLine(SETTINGS::Widened(line.name), SETTINGS::Widened(line.value), comment);
+    if (const ErrorString error = SETTINGS::CheckKeyLine(Widened(line.name), Widened(line.value), comment);
         !error)
         return error;
     const std::string bytes = Narrowed(comment);
@@ -641,8 +656,7 @@ ErrorString IniDocument::Rename(const std::wstring& section, const std::wstring&
     const Bytes text = entry->row->Text();
     const Line line = SETTINGS::Parse(text);
     if (newName.empty()) return L"the key name is empty";
-    if (const ErrorString error =
-            SETTINGS::CheckKeyLine(newName, SETTINGS::Widened(line.value), SETTINGS::Widened(line.comment));
+    if (const ErrorString error = SETTINGS::CheckKeyLine(newName, Widened(line.value), Widened(line.comment));
         !error)
         return error;
     if (lines.Find(newName))

@@ -16,11 +16,16 @@
 /// A settings file as the lines that stand in it, for programs that edit files which people edit as well.
 /// What a line says is what IniFile reads of it, and after an edit IniFile reads what it would hold after the
 /// same edit; but each edit changes the bytes that it means and no others: line ends, blanks, columns, "#"
-/// lines, blank lines, lines before the first section, comments and the end of the file stay.
+/// lines, blank lines, lines before the first section, comments and the end of the file stay. (A "#" line is
+/// a key to IniFile. Here it keeps its place where a new key goes before it, so that the two may differ in
+/// the order of such keys.)
 ///
 /// Names match whatever their letter case; of several keys with one name the first counts. Texts are those of
 /// IniFile: a byte is the character of the same code. Each edit takes time for what it changes, so that many
 /// edits of a file together cost little more than one.
+///
+/// One thread at a time may use a document, for questions too. One that was moved from can only be destroyed
+/// or get another.
 class UTILITYDLL_API IniDocument {
 public:
     IniDocument(); ///< an empty file
@@ -40,6 +45,10 @@ public:
 
     /// The section as IniFile reads it; nameless and empty when there is none.
     Section Read(const std::wstring& section) const;
+
+    /// Every key of that name in the section, in file order. A look through the section's lines: nothing is
+    /// kept of them.
+    std::vector<SectionKey> Read(const std::wstring& section, const std::wstring& key) const;
 
     /// The line of the section's header, or of the first key of that name in it, from 1 in the text that was
     /// parsed; 0 when it is not there or was added since.
@@ -61,7 +70,9 @@ public:
     ErrorString SetComment(const std::wstring& section, const std::wstring& key, const std::wstring& comment);
 
     /// Removes the section with all its lines, but for a comment that stands directly above the next header
-    /// and apart from the lines before it; or the line of the key. False when there is none.
+    /// and apart from the lines before it; that stands behind the section before from then on, unless it has
+    /// "#" lines, which would break that section's seal. Or removes the line of the key. False when there is
+    /// none; a line with a comment alone is no key.
     bool Remove(const std::wstring& section);
     bool Remove(const std::wstring& section, const std::wstring& key);
 

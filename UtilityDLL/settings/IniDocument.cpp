@@ -251,12 +251,12 @@ public:
     }
 
     void Put(const Row& row) {
-        const Bytes text = WithoutLineEnd(row.Text());
+        const Bytes text = row.Text();
         if (!row.original.empty()) {
-            if (text == WithoutLineEnd(row.original)) return Keep(row.original);
+            if (WithoutLineEnd(text) == WithoutLineEnd(row.original)) return Keep(row.original);
             RemoveUpTo(EndIn(m_content, row.original));
         }
-        m_after.emplace_back(text);
+        m_after.push_back(text);
     }
 
     std::vector<IniDocument::Change> Finish() {
@@ -268,7 +268,7 @@ public:
 private:
     void RemoveUpTo(std::size_t end) {
         Bytes rest = m_content.substr(m_position, end - m_position);
-        while (!rest.empty()) m_before.emplace_back(WithoutLineEnd(SETTINGS::TakeLine(rest)));
+        while (!rest.empty()) m_before.push_back(SETTINGS::TakeLine(rest));
         m_position = end;
     }
 
@@ -280,15 +280,18 @@ private:
         const auto first = numSame(m_before.begin(), m_before.end(), m_after.begin(), m_after.end());
         const auto last =
             numSame(m_before.rbegin(), m_before.rend() - first, m_after.rbegin(), m_after.rend() - first);
-        const auto numBefore = static_cast<std::uint32_t>(m_before.size());
-        const std::uint32_t line = m_line + static_cast<std::uint32_t>(first);
-        for (std::vector<std::string>* lines : {&m_before, &m_after}) {
-            lines->erase(lines->end() - last, lines->end());
-            lines->erase(lines->begin(), lines->begin() + first);
-        }
-        if (!m_before.empty() || !m_after.empty())
-            m_changes.push_back({line, std::exchange(m_before, {}), std::exchange(m_after, {})});
-        m_line += numBefore;
+        const auto changed = [&](const std::vector<Bytes>& lines) {
+            std::vector<std::string> texts;
+            for (auto line = lines.begin() + first; line != lines.end() - last; ++line)
+                texts.emplace_back(WithoutLineEnd(*line));
+            return texts;
+        };
+        IniDocument::Change change{m_line + static_cast<std::uint32_t>(first), changed(m_before),
+                                   changed(m_after)};
+        m_line += static_cast<std::uint32_t>(m_before.size());
+        m_before.clear();
+        m_after.clear();
+        if (!change.before.empty() || !change.after.empty()) m_changes.push_back(std::move(change));
     }
 
     void CountLines(Bytes lines) {
@@ -296,9 +299,9 @@ private:
     }
 
     Bytes m_content;
-    std::size_t m_position;   // up to where the content is accounted for
-    std::uint32_t m_line = 1; // of the first line behind the runs that are done
-    std::vector<std::string> m_before, m_after;
+    std::size_t m_position;               // up to where the content is accounted for
+    std::uint32_t m_line = 1;             // of the first line behind the runs that are done
+    std::vector<Bytes> m_before, m_after; // of the run under way
     std::vector<IniDocument::Change> m_changes;
 };
 

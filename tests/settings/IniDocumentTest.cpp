@@ -555,7 +555,7 @@ TEST(IniDocument, EditsOfRandomFilesSayWhatTheyShouldAndTouchNothingElse) {
         return file;
     };
     int numDone = 0;
-    for (int run = 0; run < 3000 && !::testing::Test::HasFailure(); ++run) {
+    for (int run = 0; run < 10000 && !::testing::Test::HasFailure(); ++run) {
         const std::string content = RandomFile(random);
         const std::size_t start = content.starts_with('\xEF') && random.OnceIn(2) ? 3 : 0;
         IniDocument document;
@@ -602,5 +602,5 @@ TEST(IniDocument, EditsOfRandomFilesSayWhatTheyShouldAndTouchNothingElse) {
             if (::testing::Test::HasFailure()) return;
         }
     }
-    EXPECT_GT(numDone, 5000);
+    EXPECT_GT(numDone, 10000);
 }

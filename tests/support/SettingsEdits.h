@@ -110,7 +110,7 @@ struct SettingsEdit {
 
 /// Whether a file that was read says what the model does. Remarks ("#" lines, which are keys to readers, and
 /// lines with a comment alone) count without their order, and only if `remarksCount`; a seal counts as intact
-/// or broken.
+/// or broken, where remarks are the same.
 inline bool SaysTheSame(const IniFile& file, const IniFile& model, bool remarksCount) {
     using Key = std::tuple<std::wstring, std::wstring, std::wstring>;
     const auto keysOf = [](const Section& section, bool remarks) {
@@ -130,9 +130,11 @@ inline bool SaysTheSame(const IniFile& file, const IniFile& model, bool remarksC
     for (int i = 0; i < file.NumSections(); ++i) {
         const Section& a = file[i];
         const Section& b = model[i];
-        if (a.GetName().String() != b.GetName().String() || a.IsModified() != b.IsModified()) return false;
+        if (a.GetName().String() != b.GetName().String()) return false;
         if (keysOf(a, false) != keysOf(b, false)) return false;
-        if (remarksCount && keysOf(a, true) != keysOf(b, true)) return false;
+        const bool hasSameRemarks = keysOf(a, true) == keysOf(b, true);
+        if (remarksCount && !hasSameRemarks) return false;
+        if (hasSameRemarks && a.IsModified() != b.IsModified()) return false;
     }
     return true;
 }

@@ -5,6 +5,7 @@
 
 #include "tests/support/IniFiles.h"
 #include "tests/support/Random.h"
+#include "tests/support/posix/NamelessFiles.h"
 
 #include <array>
 #include <csignal>
@@ -135,6 +136,10 @@ std::string SavedByCommand(const std::string& value = "new") {
     return target.Bytes();
 }
 
+std::vector<std::string> UpdateCommand(const SaveTarget& target) {
+    return {SaveLoopProgram(), "update", target.NativeName(), "more", "1"};
+}
+
 // Tracing
 
 struct SystemCall {
@@ -143,13 +148,13 @@ struct SystemCall {
     std::string line;
 };
 
-/// The system calls of a save, from the first that names the target's folder to the end of the process.
-/// Empty when nothing could be traced.
-std::vector<SystemCall> TracedSave(const SaveTarget& target) {
+/// The system calls of a command, from the first that names the target to the end of the process. Empty when
+/// nothing could be traced.
+std::vector<SystemCall> Traced(const std::vector<std::string>& traced) {
     const TemporaryFolder folder;
     const std::string trace = (folder.Path() / "trace").string();
     std::vector<std::string> command = {"strace", "-f", "-y", "-o", trace};
-    for (const std::string& word : SaveCommand(target)) command.push_back(word);
+    command.insert(command.end(), traced.begin(), traced.end());
     EXPECT_EQ(0, RunProgram(command));
     std::vector<SystemCall> calls;
     std::map<std::string, int> numbers;
@@ -176,17 +181,22 @@ bool WorksOnFiles(const std::string& name) {
     return name == "read";
 }
 
-class TracedSaves : public ::testing::Test {
+/// Each test runs twice: on a file system that has files without a name, and as if it had none.
+class TracedSaves : public ::testing::TestWithParam<bool> {
 protected:
     void SetUp() override {
+        if (!IsNameless()) setenv("WITHOUT_NAMELESS_FILES", "1", 1);
         ASSERT_EQ(0, RunProgram({"strace", "-o", "/dev/null", "true"}))
             << "strace is missing or may not trace here: nothing of this test can be shown";
     }
+    void TearDown() override { unsetenv("WITHOUT_NAMELESS_FILES"); }
 
-    /// Saves with a fault injected into `call`, and into so many of that name in a row; the exit code of the
-    /// save, -1 when it was killed.
-    static int SaveWithFault(const SaveTarget& target, const SystemCall& call, const std::string& fault,
-                             int times = 1) {
+    static bool IsNameless() { return GetParam(); }
+
+    /// Runs a command with a fault injected into `call`, and into so many of that name in a row; its exit
+    /// code, -1 when it was killed.
+    static int RunWithFault(const std::vector<std::string>& faulted, const SystemCall& call,
+                            const std::string& fault, int times = 1) {
         std::vector<std::string> command = {"strace",
                                             "-f",
                                             "-qq",
@@ -198,10 +208,15 @@ protected:
                                             "inject=" + call.name + ":" + fault +
                                                 ":when=" + std::to_string(call.number) + ".." +
                                                 std::to_string(call.number + times - 1)};
-        for (const std::string& word : SaveCommand(target)) command.push_back(word);
+        command.insert(command.end(), faulted.begin(), faulted.end());
         return RunProgram(command);
     }
 };
+
+std::string KindOfFile(const ::testing::TestParamInfo<bool>& isNameless) {
+    return isNameless.param ? "Nameless" : "Named";
+}
+INSTANTIATE_TEST_SUITE_P(NewFile, TracedSaves, ::testing::Bool(), KindOfFile);
 
 } // namespace
 
@@ -527,29 +542,38 @@ TEST(IniFile_SaveFault, AProcessKilledAtAnyMomentLeavesAWholeFile) {
     EXPECT_EQ(1u, target.Folder().NumFiles()) << "the next save clears the killed one's temporary file";
 }
 
-TEST_F(TracedSaves, KilledAtEverySystemCallTheFileIsWhole) {
-    const std::string saved = SavedByCommand();
-    for (const bool exists : {true, false}) {
-        const std::vector<SystemCall> calls = TracedSave(SaveTarget(exists));
-        ASSERT_GT(calls.size(), 5u);
-        std::set<std::string> outcomes;
-        for (const SystemCall& call : calls) {
-            const SaveTarget target(exists);
-            EXPECT_EQ(-1, SaveWithFault(target, call, "signal=KILL")) << call.line;
-            const std::string bytes = target.Exists() ? target.Bytes() : "<no file>";
-            outcomes.insert(bytes);
-            EXPECT_TRUE(bytes == saved || bytes == (exists ? kOld : "<no file>")) << call.line << '\n'
-                                                                                  << bytes;
-            EXPECT_LE(target.Folder().NumFiles(), 2u) << call.line;
-            EXPECT_TRUE(NewContent().Save(target.Path())) << call.line;
-            EXPECT_EQ(NewBytes(), target.Bytes());
-            EXPECT_EQ(1u, target.Folder().NumFiles()) << call.line;
+TEST_P(TracedSaves, KilledAtEverySystemCallTheFileIsWhole) {
+    for (const auto command : {+[](const SaveTarget& target) { return SaveCommand(target); }, +UpdateCommand})
+        for (const bool exists : {true, false}) {
+            const SaveTarget sample(exists);
+            const std::vector<SystemCall> calls = Traced(command(sample));
+            ASSERT_GT(calls.size(), 5u);
+            const std::string before = exists ? kOld : "<no file>";
+            std::set<std::string> outcomes, leaving;
+            for (const SystemCall& call : calls) {
+                const SaveTarget target(exists);
+                EXPECT_EQ(-1, RunWithFault(command(target), call, "signal=KILL")) << call.line;
+                const std::string bytes = target.Exists() ? target.Bytes() : "<no file>";
+                outcomes.insert(bytes);
+                EXPECT_TRUE(bytes == sample.Bytes() || bytes == before) << call.line << '\n' << bytes;
+                EXPECT_LE(target.Folder().NumFiles(), target.Exists() + 1u) << call.line;
+                if (target.Folder().NumFiles() > target.Exists()) leaving.insert(call.name);
+                EXPECT_TRUE(NewContent().Save(target.Path())) << call.line;
+                EXPECT_EQ(NewBytes(), target.Bytes());
+                EXPECT_EQ(1u, target.Folder().NumFiles()) << call.line;
+            }
+            EXPECT_EQ(2u, outcomes.size()); // both were met: the kills lay on both sides of the exchange
+            if (!IsNameless()) {
+                EXPECT_GT(leaving.size(), 3u); // the shortage was felt
+            } else if (exists) {
+                EXPECT_THAT(leaving, ::testing::ElementsAre("renameat"));
+            } else {
+                EXPECT_THAT(leaving, ::testing::IsEmpty());
+            }
         }
-        EXPECT_EQ(2u, outcomes.size()); // both were met: the kills lay on both sides of the exchange
-    }
 }
 
-TEST_F(TracedSaves, APrivateFileIsPrivateAtEveryMoment) {
+TEST_P(TracedSaves, APrivateFileIsPrivateAtEveryMoment) {
     for (const mode_t mode : {0600u, 0640u, 0604u}) {
         const auto prepare = [&](const SaveTarget& target) {
             if (IsRoot()) {
@@ -560,21 +584,22 @@ TEST_F(TracedSaves, APrivateFileIsPrivateAtEveryMoment) {
         const SaveTarget sample(true);
         prepare(sample);
         int seen = 0;
-        for (const SystemCall& call : TracedSave(sample)) {
+        for (const SystemCall& call : Traced(SaveCommand(sample))) {
             const SaveTarget target(true);
             prepare(target);
-            SaveWithFault(target, call, "signal=KILL");
+            RunWithFault(SaveCommand(target), call, "signal=KILL");
             struct stat left {};
             const fs::path temporary = target.Folder().Path() / ".a.ini.saving";
             if (stat(temporary.c_str(), &left) != 0) continue;
             ++seen;
             EXPECT_EQ(0u, left.st_mode & 07777 & ~mode) << call.line;
         }
-        EXPECT_GT(seen, 3) << "the temporary file was hardly seen: nothing is shown";
+        // Without a name nobody can come to it before the last moment.
+        EXPECT_GE(seen, IsNameless() ? 1 : 4) << "the temporary file was hardly seen: nothing is shown";
     }
 }
 
-TEST_F(TracedSaves, AnInterruptedSystemCallIsDoneAgain) {
+TEST_P(TracedSaves, AnInterruptedSystemCallIsDoneAgain) {
     const std::string saved = SavedByCommand();
     for (const bool inPlace : {false, true}) {
         const auto prepare = [&](const SaveTarget& target) {
@@ -584,11 +609,11 @@ TEST_F(TracedSaves, AnInterruptedSystemCallIsDoneAgain) {
         const SaveTarget sample(true);
         prepare(sample);
         int interrupted = 0;
-        for (const SystemCall& call : TracedSave(sample)) {
+        for (const SystemCall& call : Traced(SaveCommand(sample))) {
             if (!WorksOnFiles(call.name) || call.name == "close") continue;
             const SaveTarget target(true);
             prepare(target);
-            EXPECT_EQ(0, SaveWithFault(target, call, "error=EINTR", 3)) << call.line;
+            EXPECT_EQ(0, RunWithFault(SaveCommand(target), call, "error=EINTR", 3)) << call.line;
             EXPECT_EQ(saved, target.Bytes()) << call.line;
             ++interrupted;
         }
@@ -596,62 +621,76 @@ TEST_F(TracedSaves, AnInterruptedSystemCallIsDoneAgain) {
     }
 }
 
-TEST_F(TracedSaves, EverySystemCallMayFail) {
-    const std::string saved = SavedByCommand();
+TEST_P(TracedSaves, EverySystemCallMayFailAndTheReasonIsTold) {
+    const std::map<std::string, int> errors = {
+        {"EIO", EIO}, {"EINTR", EINTR}, {"ENOSPC", ENOSPC}, {"EDQUOT", EDQUOT}, {"EACCES", EACCES}};
     enum Target { NEW, OLD, LINK, HARD_LINK };
-    for (const Target kind : {NEW, OLD, LINK, HARD_LINK}) {
-        const auto prepare = [&](const SaveTarget& target) {
-            if (kind == LINK) {
-                fs::rename(NativePath(target.Path()), target.Folder().Path() / "real.ini");
-                fs::create_symlink("real.ini", NativePath(target.Path()));
-            }
-            if (kind == HARD_LINK)
-                fs::create_hard_link(NativePath(target.Path()), target.Folder().Path() / "other.ini");
-        };
-        const SaveTarget sample(kind != NEW);
-        prepare(sample);
-        const std::size_t files = kind == NEW || kind == OLD ? 1 : 2;
-        int failed = 0;
-        for (const SystemCall& call : TracedSave(sample)) {
-            if (!WorksOnFiles(call.name)) continue;
-            for (const std::string error : {"EIO", "EINTR", "ENOSPC", "EDQUOT", "EACCES"}) {
-                if ((kind == NEW || kind == LINK) && error != "EIO" && error != "EINTR") continue;
-                SCOPED_TRACE(call.line + " fails with " + error);
-                const SaveTarget target(kind != NEW);
-                prepare(target);
-                const int result = SaveWithFault(target, call, "error=" + error);
-                EXPECT_TRUE(result == 0 || result == 1) << result;
-                const std::string bytes = target.Exists() ? target.Bytes() : "<no file>";
-                EXPECT_EQ(result == 0 ? saved : kind == NEW ? "<no file>" : kOld, bytes);
-                failed += result == 1;
-                // A temporary file stays only where taking it away is what fails.
-                if (call.name.find("unlink") == std::string::npos) {
-                    EXPECT_EQ(bytes == "<no file>" ? 0 : files, target.Folder().NumFiles());
+    for (const auto command : {+[](const SaveTarget& target) { return SaveCommand(target); }, +UpdateCommand})
+        for (const Target kind : {NEW, OLD, LINK, HARD_LINK}) {
+            const auto prepare = [&](const SaveTarget& target) {
+                if (kind == LINK) {
+                    fs::rename(NativePath(target.Path()), target.Folder().Path() / "real.ini");
+                    fs::create_symlink("real.ini", NativePath(target.Path()));
                 }
-                EXPECT_TRUE(NewContent().Save(target.Path()));
-                EXPECT_EQ(NewBytes(), target.Bytes());
-                EXPECT_EQ(files, target.Folder().NumFiles());
+                if (kind == HARD_LINK)
+                    fs::create_hard_link(NativePath(target.Path()), target.Folder().Path() / "other.ini");
+            };
+            const bool isUpdate = command == +UpdateCommand;
+            const SaveTarget sample(kind != NEW);
+            prepare(sample);
+            const std::size_t files = kind == NEW || kind == OLD ? 1 : 2;
+            std::set<std::string> failing;
+            for (const SystemCall& call : Traced(command(sample))) {
+                if (!WorksOnFiles(call.name)) continue;
+                for (const auto& [error, number] : errors) {
+                    if ((kind == NEW || kind == LINK || isUpdate) && error != "EIO" && error != "EINTR")
+                        continue;
+                    SCOPED_TRACE(call.line + " fails with " + error);
+                    const SaveTarget target(kind != NEW);
+                    prepare(target);
+                    const int result = RunWithFault(command(target), call, "error=" + error);
+                    EXPECT_TRUE(result == 0 || result == number) << result;
+                    const std::string bytes = target.Exists() ? target.Bytes() : "<no file>";
+                    EXPECT_EQ(result == 0 ? sample.Bytes() : kind == NEW ? "<no file>" : kOld, bytes);
+                    if (result != 0) failing.insert(call.line);
+                    if (kind == LINK) {
+                        EXPECT_TRUE(fs::is_symlink(NativePath(target.Path())));
+                    }
+                    // A temporary file stays only where taking it away is what fails.
+                    if (call.name.find("unlink") == std::string::npos) {
+                        EXPECT_EQ(bytes == "<no file>" ? 0 : files, target.Folder().NumFiles());
+                    }
+                    EXPECT_TRUE(NewContent().Save(target.Path()));
+                    EXPECT_EQ(NewBytes(), target.Bytes());
+                    EXPECT_EQ(files, target.Folder().NumFiles());
+                }
             }
+            EXPECT_GT(failing.size(), 5u) << kind; // the faults were felt
         }
-        EXPECT_GT(failed, 5) << kind; // the faults were felt
-    }
 }
 
-TEST_F(TracedSaves, ContentAndNameReachTheDiskInOrder) {
+TEST_P(TracedSaves, ContentAndNameReachTheDiskInOrder) {
     for (const bool exists : {true, false}) {
+        const SaveTarget target(exists);
+        // The new file while it is written, as the trace names it.
+        const auto isNewFile = [](const std::string& line) {
+            return line.find(IsNameless() ? "(deleted)" : ".saving>") != std::string::npos;
+        };
         std::vector<std::string> order;
-        for (const SystemCall& call : TracedSave(SaveTarget(exists))) {
-            if (call.name.find("write") != std::string::npos &&
-                call.line.find(".saving>") != std::string::npos)
+        for (const SystemCall& call : Traced(SaveCommand(target))) {
+            if (call.name.find("write") != std::string::npos && isNewFile(call.line))
                 order.push_back("write");
             else if (call.name.find("sync") != std::string::npos)
-                order.push_back(call.line.find(".saving>") != std::string::npos ? "sync file"
-                                                                                : "sync folder");
-            else if (call.name.find("rename") != std::string::npos)
-                order.push_back("rename");
+                order.push_back(isNewFile(call.line) ? "sync file" : "sync folder");
+            else if (call.name.find("link") == 0 || call.name.find("rename") == 0)
+                order.push_back(call.name);
         }
         order.erase(std::unique(order.begin(), order.end()), order.end());
-        EXPECT_THAT(order, ::testing::ElementsAre("write", "sync file", "rename", "sync folder"));
+        std::vector<std::string> expected = {"write", "sync file"};
+        if (IsNameless()) expected.push_back("linkat");
+        if (exists || !IsNameless()) expected.push_back(exists ? "renameat" : "renameat2");
+        expected.push_back("sync folder");
+        EXPECT_EQ(expected, order);
     }
 }
 

@@ -72,6 +72,11 @@ public:
     void WaitUntilOutputIsFull() const { WaitUntilFull(m_output.writing); }
     void WaitUntilErrorIsFull() const { WaitUntilFull(m_error.writing); }
 
+    // Until it has begun the file that is to become `path`, which may have no name yet.
+    void WaitUntilItWrites(const fs::path& path) const {
+        while (!Writes(path)) sched_yield();
+    }
+
     // Until its handler has run for the first signal: a second one that comes before would be lost.
     void WaitUntilNoted() const {
         while (CatchesCtrlC()) sched_yield();
@@ -115,6 +120,15 @@ private:
     static void WaitUntilFull(int pipe) {
         pollfd room{pipe, POLLOUT, 0};
         while (poll(&room, 1, 0) != 0) sched_yield();
+    }
+
+    bool Writes(const fs::path& path) const {
+        std::error_code gone; // closed while it is looked at
+        for (const auto& entry : fs::directory_iterator("/proc/" + std::to_string(m_child) + "/fd", gone)) {
+            const fs::path file = fs::read_symlink(entry, gone);
+            if (!gone && file.parent_path() == path.parent_path() && file != path) return true;
+        }
+        return false;
     }
 
     bool CatchesCtrlC() const {
@@ -228,7 +242,7 @@ TEST(Interrupt, ATableInTheMakingGoesAndTheOldOneStays) {
         WriteBytes(output, "old");
         Running run({"transform", "-", "--translate", "1,1", "-o", output.string()});
         run.Feed("x,y\n1,2\n3,4\n");
-        while (!fs::exists(folder.Path() / ".out.csv.saving")) sched_yield();
+        run.WaitUntilItWrites(output);
         run.Signal(number); // while it waits for more, or is about to
         EXPECT_EQ(number, run.End());
         EXPECT_EQ("chartutil: interrupted; nothing was changed\n", run.Error());
@@ -292,7 +306,7 @@ TEST(Interrupt, ASignalThatTheProgramWasStartedToIgnoreStaysIgnored) {
     const fs::path output = folder.Path() / "out.csv";
     Running run({"transform", "-", "--translate", "1,1", "-o", output.string()}, true);
     run.Feed("x,y\n1,2\n");
-    while (!fs::exists(folder.Path() / ".out.csv.saving")) sched_yield();
+    run.WaitUntilItWrites(output);
     run.Signal(SIGINT);
     run.Feed("3,4\n");
     run.EndInput();

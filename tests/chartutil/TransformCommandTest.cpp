@@ -30,6 +30,40 @@ TEST(TransformCommand, TranslatesAndRotatesClockwise) {
     EXPECT_EQ("x,y\n10.0,19.0\n", Transformed({"--rotate", "90,10,20", "--decimals", "1"}, "x,y\n11,20\n"));
 }
 
+TEST(TransformCommand, KeepsTheDecimalsOfPointsAndSteps) {
+    struct Row {
+        std::vector<std::string> steps;
+        const char *point, *moved;
+    };
+    for (const Row& row :
+         {Row{{"--translate", "0.1,0"}, "0.20,3\n", "0.30,3\n"},
+          Row{{"--translate", "0.125,1"}, "1,1\n", "1.125,2\n"}, Row{{"--rotate", "90"}, "1,0\n", "0,-1\n"},
+          Row{{"--rotate", "-90"}, "1,0\n", "0,1\n"}, Row{{"--rotate", "180"}, "1.5,0\n", "-1.5,0.0\n"},
+          Row{{"--rotate", "360"}, "500123.45,3370000.1\n", "500123.45,3370000.10\n"},
+          Row{{"--rotate", "90,0.5,0"}, "1,0\n", "0.5,-0.5\n"},
+          Row{{"--rotate", "30"}, "1,2.5\n", "2.116,1.665\n"}, // a hundredth of the last decimal
+          Row{{"--rotate", "45", "--rotate", "45"}, "1,0\n", "0.00,-1.00\n"},
+          Row{{"--translate", "0.5,0", "--rotate", "90"}, "1,0\n", "0.0,-1.5\n"},
+          Row{{"--rotate", "90", "--translate", "0.5,0"}, "1,0\n", "0.5,-1\n"}}) {
+        std::vector<std::string> arguments = {"--no-header"};
+        arguments.insert(arguments.end(), row.steps.begin(), row.steps.end());
+        EXPECT_EQ(row.moved, Transformed(arguments, row.point)) << testing::PrintToString(row.steps);
+    }
+}
+
+TEST(TransformCommand, TurningBackGivesThePointsBack) {
+    std::string points;
+    for (int i = 0; i < 400; ++i)
+        points += std::to_string(497000 + i * 37) + ".2" + std::to_string(i % 10) + ',' +
+                  std::to_string(3380000 - i * 91) + ".75\n";
+    for (const char* angle : {"30", "123.456", "90", "0.001"}) {
+        const std::string turned = Transformed({"--no-header", "--rotate", angle}, points);
+        EXPECT_EQ(
+            points,
+            Transformed({"--no-header", "--rotate", std::string("-") + angle, "--decimals", "2"}, turned));
+    }
+}
+
 TEST(TransformCommand, DoesStepsInTheOrderGiven) {
     EXPECT_EQ("x,y\n0.0,-1.0\n",
               Transformed({"--translate", "1,0", "--rotate", "90", "--decimals", "1"}, "x,y\n1e-9,0\n"));
@@ -173,8 +207,8 @@ TEST(TransformCommand, TurnsTheSampleSoundings) {
         ASSERT_EQ(3, std::sscanf(line.c_str(), "%lf,%lf,%99s", &x, &y, rest));
         ASSERT_EQ(3, std::sscanf(turned.c_str(), "%lf,%lf,%99s", &toX, &toY, toRest));
         const double dx = x - 500000, dy = y - 3370000;
-        ASSERT_NEAR(500000 + 100 + dx * cosine + dy * sine, toX, 1e-6);
-        ASSERT_NEAR(3370000 - 50 + dy * cosine - dx * sine, toY, 1e-6);
+        ASSERT_NEAR(500000 + 100 + dx * cosine + dy * sine, toX, 0.51e-4);
+        ASSERT_NEAR(3370000 - 50 + dy * cosine - dx * sine, toY, 0.51e-4);
         ASSERT_STREQ(rest, toRest);
         ++points;
     }
@@ -209,7 +243,7 @@ TEST(TransformCommand, LeavesOtherFilesBesideItsOutputAlone) {
 TEST(TransformCommand, NumbersHaveAnExponentFromTenToTheSixteenthOn) {
     EXPECT_EQ("x,y\n9999999999999998,1e+16\n",
               Transformed({"--translate", "0,0"}, "x,y\n9999999999999998,1e16\n"));
-    EXPECT_EQ("x,y\n0.0000001,9.9e-08\n", Transformed({"--translate", "0,0"}, "x,y\n1e-7,9.9e-8\n"));
+    EXPECT_EQ("x,y\n0.0000001,0.000000099\n", Transformed({"--translate", "0,0"}, "x,y\n1e-7,9.9e-8\n"));
 }
 
 TEST(TransformCommand, RefusesOneColumnForXAndY) {

@@ -1,7 +1,9 @@
 #include "tests/support/Program.h"
+#include "tests/support/Random.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 using testing::HasSubstr;
 
@@ -19,10 +21,52 @@ TEST(UnitsCommand, ConvertsLengths) {
               result.output);
 }
 
-TEST(UnitsCommand, PrintsAllDigitsUnlessToldOtherwise) {
-    EXPECT_EQ("1 feet = 304.79999999999995 mm\n", Convert({"--from", "FEET", "--to", "MM", "1"}).output);
+TEST(UnitsCommand, PrintsDigitsThatAreNoNoise) {
+    struct Row {
+        const char *from, *to, *length, *line;
+    };
+    for (const Row& row : {Row{"FEET", "MM", "1", "1 feet = 304.8 mm\n"}, // the factor is a trace less
+                           Row{"feet", "m", "12", "12 feet = 3.6576 m\n"},
+                           Row{"m", "feet", "1", "1 m = 3.28083989501312 feet\n"},
+                           Row{"feet", "m", "3.28083989501312", "3.28083989501312 feet = 1 m\n"},
+                           Row{"m", "m", "123456.123456789", "123456.123456789 m = 123456.123456789 m\n"},
+                           Row{"m", "mm", "0.1", "0.1 m = 100 mm\n"}, Row{"mm", "m", "0", "0 mm = 0 m\n"}})
+        EXPECT_EQ(row.line, Convert({"--from", row.from, "--to", row.to, row.length}).output);
+}
+
+TEST(UnitsCommand, PrintsTheDecimalsThatAreAskedFor) {
     EXPECT_EQ("1 feet = 304.80 mm\n",
               Convert({"--from", "feet", "--to", "mm", "1", "--decimals", "2"}).output);
+}
+
+// Lengths with up to nine digits, as people write them.
+TEST(UnitsCommand, GivesALengthBackThatIsConvertedThereAndBack) {
+    Random random(7);
+    std::vector<std::string> lengths;
+    for (int i = 0; i < 500; ++i) {
+        std::string length = std::to_string(random.Integer(1, 9)) + random.Text("0123456789", 8);
+        if (random.OnceIn(2)) length.insert(random.Below(length.size()), ".");
+        lengths.push_back(length);
+    }
+    const auto convert = [](const char* from, const char* to, const std::vector<std::string>& values) {
+        std::vector<std::string> arguments = {"--from", from, "--to", to};
+        arguments.insert(arguments.end(), values.begin(), values.end());
+        std::istringstream lines(Convert(arguments).output);
+        std::vector<std::string> converted;
+        for (std::string length, unit, equals, number, toUnit;
+             lines >> length >> unit >> equals >> number >> toUnit;)
+            converted.push_back(number);
+        return converted;
+    };
+    const char* const units[] = {"mm", "cm", "m", "inches", "feet"};
+    for (const char* from : units)
+        for (const char* to : units) {
+            const std::vector<std::string> back = convert(to, from, convert(from, to, lengths));
+            ASSERT_EQ(lengths.size(), back.size());
+            for (std::size_t i = 0; i < lengths.size(); ++i)
+                ASSERT_EQ(std::stod(lengths[i]), std::stod(back[i]))
+                    << lengths[i] << ' ' << from << " by way of " << to;
+        }
 }
 
 TEST(UnitsCommand, PrintsJson) {
@@ -31,7 +75,7 @@ TEST(UnitsCommand, PrintsJson) {
     const auto document = nlohmann::json::parse(result.output);
     EXPECT_EQ("m", document["from"]);
     EXPECT_EQ("feet", document["to"]);
-    EXPECT_EQ(3.2808398950131235, document["conversions"][0]["converted"]);
+    EXPECT_EQ(3.28083989501312, document["conversions"][0]["converted"]);
     EXPECT_EQ(0.0, document["conversions"][1]["value"]);
 }
 
@@ -40,6 +84,38 @@ TEST(UnitsCommand, ConvertsAColumnOfATable) {
         Convert({"--from", "m", "--to", "cm", "--column", "depth"}, "x,depth,remark\n1,2.5,a\n3,-4,b\n");
     EXPECT_EQ(0, result.exitCode) << result.error;
     EXPECT_EQ("x,depth,remark\n1,250,a\n3,-400,b\n", result.output);
+}
+
+TEST(UnitsCommand, AColumnKeepsItsDecimalsAndThoseOfItsUnits) {
+    struct Row {
+        const char *from, *to, *column, *converted;
+    };
+    for (const Row& row :
+         {Row{"feet", "m", "12\n12.5\n-0.50\n", "3.6576\n3.81000\n-0.152400\n"}, // all of 0.3048
+          Row{"feet", "mm", "1\n", "304.8\n"}, Row{"feet", "inches", "1.5\n", "18.0\n"},
+          Row{"m", "feet", "12.34\n10\n", "40.4856\n32.81\n"}, // a hundredth of the last decimal
+          Row{"mm", "inches", "25.4\n", "1.00000\n"}, Row{"m", "mm", "12.3456\n12.3\n", "12345.6\n12300\n"},
+          Row{"mm", "m", "12.5\n", "0.0125\n"}, Row{"m", "m", "1.50\n", "1.50\n"},
+          Row{"m", "feet", "1e-3\n1.5e3\n1e30\n", "0.00328\n4921.26\n3.28083989501312e+30\n"},
+          Row{"m", "feet", "12.34000000000000\n", "40.4855643044619\n"}, // no more than 15 digits
+          Row{"m", "feet", "0.000\n1e-40\n", "0.00000\n3.28083989501312e-40\n"}}) {
+        const ProgramResult result =
+            Convert({"--from", row.from, "--to", row.to, "--column", "1", "--no-header"}, row.column);
+        EXPECT_EQ(row.converted, result.output) << row.from << " to " << row.to << result.error;
+    }
+}
+
+TEST(UnitsCommand, AColumnOfFeetIsTheSameAfterMetres) {
+    std::string feet;
+    for (int i = -3000; i < 3000; i += 7) feet += std::to_string(i / 100.0) + "\n";
+    const auto convert = [&](const char* from, const char* to, const std::string& column) {
+        return Convert({"--from", from, "--to", to, "--column", "1", "--no-header"}, column).output;
+    };
+    std::istringstream before(feet), after(convert("m", "feet", convert("feet", "m", feet)));
+    double number = 0, back = 0;
+    int count = 0;
+    for (; before >> number && after >> back; ++count) ASSERT_EQ(number, back);
+    EXPECT_EQ(858, count);
 }
 
 TEST(UnitsCommand, RefusesWrongUse) {

@@ -7,6 +7,7 @@
 #include "apps/chartutil/terminal/Numbers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,8 @@ struct Step {
     std::string text;
 };
 
+using Numbers = std::vector<DecimalNumber>;
+
 struct Options {
     std::vector<std::string> columns = {"1", "2"};
     std::vector<Step> steps; // as they were given
@@ -27,41 +30,70 @@ struct Options {
     bool IsLong() const { return IsMuchWork(table.input); }
 };
 
-std::vector<double> Numbers(const std::string& text, const char* form) {
-    std::vector<double> numbers;
+Numbers NumbersOf(const Step& step) {
+    const char* const form =
+        step.isRotation ? "DEGREES or DEGREES,X,Y for --rotate" : "DX,DY for --translate";
+    const std::string& text = step.text;
+    const auto throwNotOfForm = [&] {
+        throw CommandError(ExitCode::WRONG_USE, "'" + text + "' is not " + form);
+    };
+    Numbers numbers;
     for (std::size_t start = 0; start <= text.size();) {
         const std::size_t end = std::min(text.find(',', start), text.size());
         if (!ParseNumber(std::string_view(text).substr(start, end - start), numbers.emplace_back()))
-            throw CommandError(ExitCode::WRONG_USE, "'" + text + "' is not " + form);
+            throwNotOfForm();
         start = end + 1;
     }
+    if (numbers.size() != (step.isRotation ? 3 : 2) && !(step.isRotation && numbers.size() == 1))
+        throwNotOfForm();
     return numbers;
 }
 
-void AddStep(GTL::Transformation2D<Point>& transformation, const Step& step) {
-    const char* const form =
-        step.isRotation ? "DEGREES or DEGREES,X,Y for --rotate" : "DX,DY for --translate";
-    const std::vector<double> numbers = Numbers(step.text, form);
-    if (step.isRotation && (numbers.size() == 1 || numbers.size() == 3)) {
-        transformation.Rotate(numbers[0], numbers.size() == 3 ? Point(numbers[1], numbers[2]) : Point());
-    } else if (!step.isRotation && numbers.size() == 2) {
-        transformation.Translate(numbers[0], numbers[1]);
-    } else {
-        throw CommandError(ExitCode::WRONG_USE, "'" + step.text + "' is not " + form);
+// A point's way through the steps. Coordinates keep the digits after the point that they and the steps'
+// numbers have; a turn by other than quarters, whose sines never end, adds kEndlessDecimals.
+class Way {
+public:
+    explicit Way(const std::vector<Step>& steps) {
+        for (const Step& step : steps) step.isRotation ? Rotate(NumbersOf(step)) : Translate(NumbersOf(step));
     }
-}
+
+    void Move(DecimalNumber& x, DecimalNumber& y) const {
+        Point point(x.value, y.value);
+        point.Transform(m_transformation);
+        const int both = std::max(x.decimals, y.decimals);
+        x = {point.X(), std::max(m_isTurned ? both : x.decimals, m_xDecimals) + m_moreDecimals};
+        y = {point.Y(), std::max(m_isTurned ? both : y.decimals, m_yDecimals) + m_moreDecimals};
+    }
+
+private:
+    void Translate(const Numbers& by) {
+        m_transformation.Translate(by[0].value, by[1].value);
+        m_xDecimals = std::max(m_xDecimals, by[0].decimals);
+        m_yDecimals = std::max(m_yDecimals, by[1].decimals);
+    }
+
+    void Rotate(const Numbers& by) {
+        const bool hasCentre = by.size() == 3;
+        m_transformation.Rotate(by[0].value, hasCentre ? Point(by[1].value, by[2].value) : Point());
+        m_isTurned = true;
+        if (std::fmod(by[0].value, 90) != 0) m_moreDecimals = kEndlessDecimals;
+        const int ofCentre = hasCentre ? std::max(by[1].decimals, by[2].decimals) : 0;
+        m_xDecimals = m_yDecimals = std::max({m_xDecimals, m_yDecimals, ofCentre});
+    }
+
+    GTL::Transformation2D<Point> m_transformation;
+    bool m_isTurned = false;
+    int m_xDecimals = 0;
+    int m_yDecimals = 0;
+    int m_moreDecimals = 0;
+};
 
 void Run(const Options& options) {
     if (options.steps.empty())
         throw CommandError(ExitCode::WRONG_USE, "nothing to do; give --translate or --rotate");
-    GTL::Transformation2D<Point> transformation;
-    for (const Step& step : options.steps) AddStep(transformation, step);
-    ChangeColumns(options.table, options.columns, [&](std::span<double> numbers) {
-        Point point(numbers[0], numbers[1]);
-        point.Transform(transformation);
-        numbers[0] = point.X();
-        numbers[1] = point.Y();
-    });
+    const Way way(options.steps);
+    ChangeColumns(options.table, options.columns,
+                  [&](std::span<DecimalNumber> numbers) { way.Move(numbers[0], numbers[1]); });
 }
 
 // --- the command line ---

@@ -9,8 +9,10 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,21 +39,66 @@ struct Options {
     bool IsLong() const { return !column.empty() && IsMuchWork(table.input); }
 };
 
+// From one unit to another, in numbers that people can read and convert back.
+class Conversion {
+public:
+    Conversion(const UnitType& from, const UnitType& to)
+        : m_from(from), m_to(to), m_decimals(Decimals(from, to)) {
+        // A length with an end may come from one without, which was cut behind its 15th digit.
+        if (m_decimals && !Decimals(to, from)) m_digits = 13;
+    }
+
+    double Exact(double value) const { return m_from.Convert(m_to.GetType(), value); }
+
+    /// With the digits that are no noise.
+    double Rounded(double value) const { return RoundedToDigits(Exact(value), m_digits); }
+
+    /// All decimals of the result where it ends, else such that its last one but two is as fine as that of
+    /// `number`, or finer.
+    DecimalNumber OfColumn(const DecimalNumber& number) const {
+        const int more = m_decimals ? *m_decimals : EndlessDecimals();
+        return {Exact(number.value), std::max(0, number.decimals + more)};
+    }
+
+private:
+    // Those that the factor adds to a length; nothing for a factor that never ends.
+    static std::optional<int> Decimals(const UnitType& from, const UnitType& to) {
+        const double factor = from.Convert(to.GetType(), 1);
+        for (int decimals = -3; decimals <= 4; ++decimals) {
+            const double shifted = RoundedToDigits(factor * std::pow(10, decimals));
+            if (shifted == std::round(shifted)) return decimals;
+        }
+        return std::nullopt;
+    }
+
+    int EndlessDecimals() const {
+        return static_cast<int>(std::ceil(-std::log10(Exact(1)))) + kEndlessDecimals;
+    }
+
+    UnitType m_from, m_to;
+    std::optional<int> m_decimals;
+    int m_digits = 15;
+};
+
 void ConvertValues(const Options& options, const UnitType& from, const UnitType& to) {
+    const Conversion conversion(from, to);
+    const int decimals = options.table.decimals;
     Json conversions = Json::array();
     for (const std::string& text : options.values) {
         double value = 0;
         if (!ParseNumber(text, value)) throw CommandError(ExitCode::WRONG_USE, "'" + text + "' is no number");
-        const double converted = from.Convert(to.GetType(), value);
-        if (!std::isfinite(converted))
+        if (!std::isfinite(conversion.Exact(value)))
             throw CommandError(ExitCode::WRONG_USE,
                                "'" + text + "' is too large a length to convert to " + ToUtf8(to.AsString()));
+        const std::string converted = decimals < 0 ? DecimalText(conversion.Rounded(value))
+                                                   : DecimalText(conversion.Exact(value), decimals);
         if (options.json) {
-            conversions.push_back({{"value", value}, {"converted", converted}});
+            double tidy = 0;
+            ParseNumber(converted, tidy);
+            conversions.push_back({{"value", value}, {"converted", tidy}});
         } else {
-            std::cout << DecimalText(value) << ' ' << ToUtf8(from.AsString()) << " = "
-                      << DecimalText(converted, options.table.decimals) << ' ' << ToUtf8(to.AsString())
-                      << '\n';
+            std::cout << DecimalText(value) << ' ' << ToUtf8(from.AsString()) << " = " << converted << ' '
+                      << ToUtf8(to.AsString()) << '\n';
         }
     }
     if (options.json)
@@ -64,8 +111,9 @@ void Run(const Options& options) {
     const UnitType to = ParseUnit(options.to);
     if (options.column.empty() != options.values.empty()) {
         if (options.column.empty()) return ConvertValues(options, from, to);
-        return ChangeColumns(options.table, {&options.column, 1}, [&](std::span<double> numbers) {
-            numbers[0] = from.Convert(to.GetType(), numbers[0]);
+        const Conversion conversion(from, to);
+        return ChangeColumns(options.table, {&options.column, 1}, [&](std::span<DecimalNumber> numbers) {
+            numbers[0] = conversion.OfColumn(numbers[0]);
         });
     }
     throw CommandError(ExitCode::WRONG_USE,

@@ -74,13 +74,16 @@ char Separator(const std::string& text) {
     throw CommandError(ExitCode::WRONG_USE, "'" + text + "' is no separator; give one character, or 'tab'");
 }
 
+std::string NumberText(const DecimalNumber& number, const CsvTable& table) {
+    return table.decimals < 0 ? DecimalText(number) : DecimalText(number.value, table.decimals);
+}
+
 // Reads the table to its end and writes it to `output`.
 void ChangeColumns(TableLines& input, Output& output, const CsvTable& table,
-                   std::span<const std::string> columns,
-                   const std::function<void(std::span<double>)>& change) {
+                   std::span<const std::string> columns, const ChangeNumbers& change) {
     const char separator = Separator(table.separator);
     std::vector<std::size_t> indices;
-    std::vector<double> numbers(columns.size());
+    std::vector<DecimalNumber> numbers(columns.size());
 
     const auto findColumns = [&](const TableFields* header) {
         for (const std::string& column : columns) {
@@ -126,10 +129,10 @@ void ChangeColumns(TableLines& input, Output& output, const CsvTable& table,
         change(numbers);
         std::vector<std::string> texts(indices.size());
         for (std::size_t i = 0; i < indices.size(); ++i) {
-            if (!std::isfinite(numbers[i]))
+            if (!std::isfinite(numbers[i].value))
                 throw CommandError(ExitCode::IO_ERROR, input.Place() + ": the result in " +
                                                            ColumnName(indices[i]) + " is too large a number");
-            fields.items[indices[i]] = texts[i] = DecimalText(numbers[i], table.decimals);
+            fields.items[indices[i]] = texts[i] = NumberText(numbers[i], table);
         }
         for (std::size_t i = 0; i < fields.items.size(); ++i) {
             if (i > 0) output.Write({&separator, 1});
@@ -150,13 +153,12 @@ void AddCsvOptions(CLI::App& command, CsvTable& table) {
                      "The first line holds numbers, not the columns' names");
     command
         .add_option("--decimals", table.decimals,
-                    "Digits after the point of changed numbers; without it as many as read back\n"
-                    "as the same number")
+                    "Digits after the point of changed numbers; without it those of the number that\n"
+                    "was there, and as many more as the change needs")
         ->check(CLI::Range(0, 20));
 }
 
-void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
-                   const std::function<void(std::span<double>)>& change) {
+void ChangeColumns(const CsvTable& table, std::span<const std::string> columns, const ChangeNumbers& change) {
     const auto changeInto = [&](const std::string& name, const Sink& sink) {
         TableLines input(table.input, Separator(table.separator));
         Output output(name, sink);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/chartutil/terminal/Numbers.h"
 #include "apps/chartutil/terminal/UserText.h"
 
 #include <cstdint>
@@ -22,14 +23,17 @@ struct CsvTable {
     UserText output;
     std::string separator = ",";
     bool hasNoHeader = false;
-    int decimals = -1; ///< digits after the point; -1 for as many as read back as the same number
+    int decimals = -1; ///< digits after the point of changed numbers; -1 for as many as the change gives them
 };
 
 /// Adds the options of a table that all commands on tables share, without the input.
 void AddCsvOptions(CLI::App& command, CsvTable& table);
 
+/// Changes the numbers of a line, and how many digits after the point each has then; before, those that the
+/// table has.
+using ChangeNumbers = std::function<void(std::span<DecimalNumber>)>;
+
 /// Hands the numbers of these columns to `change`, line by line, and writes them back. A column is a name of
 /// the header line, or its number from 1. Blank lines stay as they are. Throws a CommandError with file and
 /// line when a number cannot be read or a result is not finite; an output file is then left as it was.
-void ChangeColumns(const CsvTable& table, std::span<const std::string> columns,
-                   const std::function<void(std::span<double>)>& change);
+void ChangeColumns(const CsvTable& table, std::span<const std::string> columns, const ChangeNumbers& change);

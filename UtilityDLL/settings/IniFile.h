@@ -56,7 +56,7 @@ public:
         std::uint32_t line = 0;      ///< of the header that is at fault, from 1; 0 when none is
         std::uint32_t firstLine = 0; ///< of a duplicate: the line of the header that was there before
         std::wstring section;        ///< of a duplicate: the name as the line at fault spells it
-        std::error_code error;       ///< of a file that is not readable: why, where there is a path
+        std::error_code error = {};  ///< of a file that is not readable: why, where there is a path
     };
 
     /// The same, and tells in `fault` what it was and where.

@@ -1,5 +1,8 @@
+#include "UtilityDLL/colors/DXFColor.h"
 #include "VelmBase/ColorTable.h"
 #include "VelmBase/FileObject.h"
+#include "apps/chartutil/drawing/LabColor.h"
+#include "apps/chartutil/terminal/HexText.h"
 #include "tests/support/Program.h"
 
 #include <filesystem>
@@ -74,6 +77,44 @@ TEST(ColorsNearest, Json) {
     EXPECT_EQ(10, document["index"]);
     EXPECT_EQ(255, document["color"]["reference"]);
     EXPECT_EQ("#FF0000", document["palette"]["hex"]);
+}
+
+TEST(ColorsNearest, TellsHowMuchItDiffersToTheEye) {
+    struct Row {
+        const char *color, *line;
+    };
+    for (const Row& row :
+         {Row{"#FF0000", "differs  by 0.0, not at all\n"},
+          Row{"#FF8000", "differs  by 0.3, less than is seen\n"},
+          Row{"#FFFFFF", "differs  by 100.0, another colour to the eye\n"}}) // white is 7, which is black
+        EXPECT_THAT(Colors({"nearest", row.color}).output, HasSubstr(row.line)) << row.color;
+    EXPECT_EQ(100, json::parse(Colors({"nearest", "#FFFFFF", "--json"}).output)["difference"]);
+}
+
+TEST(ColorsNearest, PerceptualIsNoFurtherThanAnyIndex) {
+    std::vector<LabColor> palette;
+    for (int index = 0; index < 256; ++index) palette.emplace_back(RGBColor(DXFColor(index)));
+    for (const RGBColor& color : {RGBColor(152, 179, 226), RGBColor(245, 253, 254), RGBColor(210, 180, 140),
+                                  RGBColor(255, 255, 255), RGBColor(1, 1, 1), RGBColor(17, 99, 201)}) {
+        const json document =
+            json::parse(Colors({"nearest", HexText(color), "--perceptual", "--json"}).output);
+        const double difference = document["difference"];
+        const auto nearest = palette[document["index"].get<std::size_t>()];
+        EXPECT_NEAR(difference, ColorDifference(LabColor(color), nearest), 1e-3) << HexText(color);
+        for (const LabColor& other : palette)
+            EXPECT_LE(difference, ColorDifference(LabColor(color), other) + 1e-3) << HexText(color);
+    }
+}
+
+TEST(ColorsNearest, PerceptualKeepsTheDrawingsIndexWhereThatLooksTheSame) {
+    struct Row {
+        const char* color;
+        int index;
+    };
+    for (const Row& row : {Row{"#FF0000", 10}, Row{"#000000", 0}, Row{"#FFFFFF", 255}, Row{"#A50800", 12}})
+        EXPECT_EQ(row.index,
+                  json::parse(Colors({"nearest", row.color, "--perceptual", "--json"}).output)["index"])
+            << row.color;
 }
 
 TEST(ColorsNearest, WhatIsNoColourIsWrongUse) {

@@ -4,6 +4,7 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/commands/colors/ColorTablePicture.h"
 #include "apps/chartutil/commands/colors/PalettePicture.h"
+#include "apps/chartutil/drawing/LabColor.h"
 #include "apps/chartutil/drawing/PictureFile.h"
 #include "apps/chartutil/files/ColorTableFile.h"
 #include "apps/chartutil/files/CptFile.h"
@@ -42,19 +43,45 @@ Json ColorJson(const RGBColor& color) {
 
 struct NearestOptions {
     std::string color;
+    bool isPerceptual = false;
     bool json = false;
 };
 
+double Difference(const RGBColor& a, const RGBColor& b) { return ColorDifference(LabColor(a), LabColor(b)); }
+
+// The index that looks most like the colour; of several the one that DXFColor takes, or else the lowest.
+DXFColor NearestToTheEye(const RGBColor& color) {
+    DXFColor nearest(color);
+    double least = Difference(color, nearest);
+    for (int index = 0; index < 256; ++index) {
+        const double difference = Difference(color, DXFColor(index));
+        if (difference >= least) continue;
+        nearest = DXFColor(index);
+        least = difference;
+    }
+    return nearest;
+}
+
+const char* InWords(double difference) {
+    if (difference < 0.05) return "not at all";
+    if (difference < 1) return "less than is seen";
+    if (difference < 3) return "seen side by side";
+    if (difference < 10) return "seen at a glance";
+    return "another colour to the eye";
+}
+
 void Run(const NearestOptions& options) {
     const RGBColor color = RequireColor(options.color);
-    const DXFColor nearest(color);
+    const DXFColor nearest = options.isPerceptual ? NearestToTheEye(color) : DXFColor(color);
     const RGBColor palette(nearest);
+    const double difference = Difference(color, palette);
     const HSVColor hsv(color);
     if (options.json) {
         PrintJson({{"color", ColorJson(color)},
                    {"hsv", {hsv.Hue(), hsv.Saturation(), hsv.Value()}},
                    {"index", nearest.Index()},
-                   {"palette", ColorJson(palette)}});
+                   {"palette", ColorJson(palette)},
+                   {"difference", RoundedToDigits(difference, 6)}});
         return;
     }
     char line[100];
@@ -65,7 +92,8 @@ void Run(const NearestOptions& options) {
     std::cout << "colour   " << OnColor(HexText(color), color) << "  " << Components(color) << "  reference "
               << static_cast<unsigned long>(color) << "\n         " << line << "\nindex    "
               << nearest.Index() << "\npalette  " << OnColor(HexText(palette), palette) << "  "
-              << Components(palette) << "  reference " << static_cast<unsigned long>(palette) << '\n';
+              << Components(palette) << "  reference " << static_cast<unsigned long>(palette)
+              << "\ndiffers  by " << DecimalText(difference, 1) << ", " << InWords(difference) << '\n';
 }
 
 // --- palette ---
@@ -188,11 +216,17 @@ void AddPicture(CLI::App& command, std::string& picture) {
 }
 
 void AddNearest(CLI::App& colors) {
-    const auto [command, options] =
-        AddCommand<NearestOptions>(colors, "nearest", "The DXF colour nearest to a colour", Run, R"(Examples:
+    const auto [command, options] = AddCommand<NearestOptions>(
+        colors, "nearest", "The DXF colour nearest to a colour", Run,
+        R"(Drawings rely on the index that is found by hue, brightness and saturation. How much its colour
+differs to the eye is told by CIEDE2000, in which 1 is just seen and 100 is black beside white.
+
+Examples:
   chartutil colors nearest '#FF8000'
+  chartutil colors nearest '#D2B48C' --perceptual
   chartutil colors nearest 255,128,0 --json)");
     command.add_option("COLOUR", options.color, "'#RRGGBB', or R,G,B with numbers from 0 to 255")->required();
+    command.add_flag("--perceptual", options.isPerceptual, "The index whose colour differs least to the eye");
     AddJson(command, options.json);
 }
 

@@ -1,3 +1,4 @@
+#include "apps/chartutil/drawing/LinePen.h"
 #include "apps/chartutil/sheet/layers/Layers.h"
 
 namespace {

@@ -1,3 +1,4 @@
+#include "apps/chartutil/drawing/LinePen.h"
 #include "apps/chartutil/sheet/layers/Layers.h"
 #include "apps/chartutil/work/LongWork.h"
 
@@ -139,13 +140,4 @@ std::vector<PlacedText> DrawContours(const Sheet& sheet, const DrawnContours& co
         DrawBroken(path, std::move(gaps), PenOf(line), surface);
     }
     return labels;
-}
-
-Surface::Pen PenOf(const LineInfo& line) {
-    constexpr double kThinnest = 0.05;
-    Surface::Pen pen{RGBColor(line.Color()), std::max(static_cast<double>(line.Width()), kThinnest)};
-    if (line.Style() == LineInfo::DASHED) pen.dashes = {3, 1.5};
-    if (line.Style() == LineInfo::DOT) pen.dashes = {0.3, 0.9};
-    if (line.Style() == LineInfo::DASH_DOT) pen.dashes = {3, 1, 0.3, 1};
-    return pen;
 }

@@ -74,6 +74,3 @@ struct PlacedPanel {
 /// wrong with them is reported in their contexts.
 std::vector<PlacedPanel> PlacePanels(const Sheet& sheet, Occupied& occupied);
 void DrawPanels(const std::vector<PlacedPanel>& panels, Surface& surface);
-
-/// How lines of a record are drawn.
-Surface::Pen PenOf(const LineInfo& line);

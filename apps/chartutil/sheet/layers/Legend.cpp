@@ -1,4 +1,5 @@
 #include "VelmBase/NumberText.h"
+#include "apps/chartutil/drawing/LinePen.h"
 #include "apps/chartutil/sheet/layers/PanelContent.h"
 
 #include <algorithm>

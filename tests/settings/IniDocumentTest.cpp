@@ -203,6 +203,8 @@ TEST(IniDocument_Set, GivesANewKeyTheSpacingOfItsNeighbours) {
         // from another section where its own has none
         {"[r]\na:=1\n[s]\n[t]\nb = 1\n", Set(L"s", L"k", L"2"), "[r]\na:=1\n[s]\nk=2\n[t]\nb = 1\n"},
         {"[s]\n[t]\n\tb=1\n", Set(L"s", L"k", L"2"), "[s]\n\tk=2\n[t]\n\tb=1\n"},
+        {"\ta= 1\n[s]\n", Set(L"s", L"k", L"2"), "\ta= 1\n[s]\n\tk= 2\n"},
+        {"[s]\na\t =1\nbbb=1\n", Set(L"s", L"k", L"2"), "[s]\na\t =1\nbbb=1\nk=2\n"}, // a tab is no column
         {"#x=1\n[s]\n#y=1\n;z=1\n", Set(L"s", L"k", L"2"), "#x=1\n[s]\n#y=1\n;z=1\nk = 2\n"},
     });
 }
@@ -214,6 +216,7 @@ TEST(IniDocument_Set, GivesANewLineTheLineEndBeforeIt) {
         {"[s]\na=1", Set(L"s", L"k", L"2"), "[s]\na=1\nk=2"}, // the last line still has none
         {"[s]\r\na=1", Set(L"s", L"k", L"2"), "[s]\r\na=1\r\nk=2"},
         {"\n[s]", Set(L"s", L"k", L"2"), "\n[s]\nk = 2"},
+        {"[r]\n[s]", Set(L"s", L"k", L"2"), "[r]\n[s]\nk = 2"},
         {"[s]", Set(L"s", L"k", L"2"), "[s]\r\nk = 2"},
         {"", Set(L"s", L"k", L"2"), "[s]\r\nk = 2\r\n"},
     });
@@ -291,6 +294,13 @@ TEST(IniDocument_Remove, LeavesTheCommentAboveTheNextSection) {
     });
 }
 
+TEST(IniDocument_Remove, LeavesACommentWhereReadersFindIt) {
+    IniDocument document = Parsed("[r]\n[s]\n\n#k = 1\n[t]\n");
+    Remove(L"s")(document);
+    Set(L"r", L"#K", L"2")(document);
+    EXPECT_EQ("[r]\n\n#k = 2\n[t]\n", document.Text());
+}
+
 TEST(IniDocument_Remove, BreaksNoSealByACommentThatIsAKeyToReaders) {
     IniDocument document = Parsed("[r]\na=1\n\n[s]\nb=1\n\n# t\n[t]\nc=1\n\n;u\n[u]\n");
     ASSERT_TRUE(document.Seal(L"r"));
@@ -317,6 +327,14 @@ TEST(IniDocument_Rename, ChangesTheBytesOfANameAlone) {
     rename(L"s", L"u")(document);
     Set(L"U", L"a", L"2")(document);
     EXPECT_EQ("[u]\na=2\n[t]\n", document.Text());
+}
+
+TEST(IniDocument_Rename, MakesARemarkAKeyThatNewOnesGoBehind) {
+    IniDocument document = Parsed("[s]\na=1\n#b=2\n");
+    Set(L"s", L"c", L"3")(document);
+    EXPECT_TRUE(document.Rename(L"s", L"#b", L"b"));
+    Set(L"s", L"d", L"4")(document);
+    EXPECT_EQ("[s]\na=1\nc=3\nb=2\nd=4\n", document.Text());
 }
 
 TEST(IniDocument, RefusesWhatALineCannotCarryAndChangesNothing) {

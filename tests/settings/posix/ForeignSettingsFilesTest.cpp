@@ -1,7 +1,9 @@
+#include "UtilityDLL/settings/IniDocument.h"
 #include "UtilityDLL/settings/IniFile.h"
 #include "tests/support/TestFiles.h"
 
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <set>
 #include <vector>
@@ -80,12 +82,11 @@ Blocks ContentOf(const IniFile& file) {
     return blocks;
 }
 
-std::vector<std::filesystem::path> FindFiles() {
+std::vector<std::filesystem::path> FilesIn(const std::vector<const char*>& roots,
+                                           const std::set<std::string>& endings) {
     using Iterator = std::filesystem::recursive_directory_iterator;
-    const std::set<std::string> endings = {".service", ".timer", ".socket", ".desktop", ".theme", ".ini"};
     std::set<std::filesystem::path> found; // by their real place: many are linked from several folders
-    for (const char* root : {"/usr/lib/systemd", "/lib/systemd", "/usr/share/applications",
-                             "/usr/share/icons", "/usr/lib/php", "/etc/php", "/usr/share/vim"}) {
+    for (const char* const root : roots) {
         std::error_code error;
         const auto options = std::filesystem::directory_options::skip_permission_denied;
         for (Iterator entry(root, options, error), end; !error && entry != end; entry.increment(error)) {
@@ -108,7 +109,10 @@ TEST(ForeignSettingsFiles, AreTheSameAfterOpeningSavingAndOpening) {
     const std::wstring copy = folder.File(L"copy.ini");
     std::size_t numKept = 0;
     std::size_t numFaulty = 0;
-    for (const std::filesystem::path& path : FindFiles()) {
+    for (const std::filesystem::path& path :
+         FilesIn({"/usr/lib/systemd", "/lib/systemd", "/usr/share/applications", "/usr/share/icons",
+                  "/usr/lib/php", "/etc/php", "/usr/share/vim"},
+                 {".service", ".timer", ".socket", ".desktop", ".theme", ".ini"})) {
         SCOPED_TRACE(path.string());
         std::wstring fault;
         Blocks expected = ReadPlainly(ReadBytes(path), fault);
@@ -142,4 +146,113 @@ TEST(ForeignSettingsFiles, AreTheSameAfterOpeningSavingAndOpening) {
     std::cout << numKept << " files kept, " << numFaulty << " refused by rule\n";
     EXPECT_GE(numKept, 10u)
         << "this machine has too few settings files of other programs; ./test installs some";
+}
+
+namespace {
+
+// Where two texts differ.
+struct Difference {
+    std::size_t begin = 0;
+    std::string before, after;
+};
+
+Difference Compare(const std::string& before, const std::string& after) {
+    const std::size_t shorter = std::min(before.size(), after.size());
+    std::size_t begin = 0;
+    while (begin < shorter && before[begin] == after[begin]) ++begin;
+    std::size_t end = 0;
+    while (end < shorter - begin && before[before.size() - 1 - end] == after[after.size() - 1 - end]) ++end;
+    return {begin, before.substr(begin, before.size() - begin - end),
+            after.substr(begin, after.size() - begin - end)};
+}
+
+// Makes one edit after the other in a copy of the document, and asks what became of the bytes.
+struct Editor {
+    const std::string& content;
+    IniDocument document = {};
+
+    Difference Try(const std::function<void()>& edit) {
+        IniFile::Fault fault;
+        EXPECT_TRUE(document.Parse(content, fault));
+        edit();
+        const std::string text = document.Text();
+        IniFile file;
+        EXPECT_EQ(L"", file.ReadText(text, fault).Text());
+        read = std::move(file);
+        return Compare(content, text);
+    }
+    IniFile read = {}; // of the edited text
+};
+
+std::size_t NumLines(const std::string& text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+void TryEditsOfKey(Editor& editor, const std::wstring& section, const SectionKey& key) {
+    SCOPED_TRACE(ToUtf8(key.GetName().String()));
+    const std::wstring& name = key.GetName();
+    const Difference changed =
+        editor.Try([&] { EXPECT_TRUE(editor.document.Set(section, name, L"<another value>")); });
+    EXPECT_LE(changed.before.size(), key.GetValue().size());
+    EXPECT_EQ(0u, NumLines(changed.before + changed.after));
+    EXPECT_EQ(L"<another value>", editor.read[section][name].GetValue());
+
+    const Difference removed = editor.Try([&] { EXPECT_TRUE(editor.document.Remove(section, name)); });
+    EXPECT_EQ("", removed.after);
+    EXPECT_GE(1u, NumLines(removed.before));
+}
+
+void TryEditsOfSection(Editor& editor, const std::wstring& section) {
+    SCOPED_TRACE(ToUtf8(section));
+    const Difference added =
+        editor.Try([&] { EXPECT_TRUE(editor.document.Set(section, L"New key", L"<a value>")); });
+    EXPECT_EQ("", added.before);
+    EXPECT_EQ(1u, NumLines(added.after));
+    EXPECT_EQ(L"<a value>", editor.read[section][L"New key"].GetValue());
+
+    const Difference removed = editor.Try([&] { EXPECT_TRUE(editor.document.Remove(section)); });
+    EXPECT_EQ("", removed.after);
+    EXPECT_FALSE(editor.read.HasSection(section));
+}
+
+} // namespace
+
+TEST(ForeignSettingsFiles, KeepEveryByteButTheEditedOnes) {
+    std::size_t numFiles = 0;
+    std::size_t numPlainFiles = 0; // without a section: they get one
+    std::size_t numKeys = 0;
+    for (const std::filesystem::path& path :
+         FilesIn({"/usr/share", "/usr/lib", "/etc"}, {".service", ".timer", ".socket", ".target", ".desktop",
+                                                      ".theme", ".ini", ".conf", ".cfg", ".pc"})) {
+        std::error_code error;
+        if (std::filesystem::file_size(path, error) > 1u << 20 || error) continue;
+        const std::string content = ReadBytes(path);
+        Editor editor{content};
+        IniFile::Fault fault;
+        if (content.empty() || !editor.document.Parse(content, fault)) continue; // /etc has files of secrets
+        SCOPED_TRACE(path.string());
+        const std::vector<std::wstring> sections = editor.document.SectionNames();
+        ++(sections.empty() ? numPlainFiles : numFiles);
+        IniFile file;
+        EXPECT_EQ(L"", file.ReadText(content, fault).Text());
+        for (const std::size_t i : std::set<std::size_t>{0, sections.size() / 2, sections.size() - 1}) {
+            if (i >= sections.size()) continue;
+            TryEditsOfSection(editor, sections[i]);
+            const Section& section = file[sections[i]];
+            for (const int k : std::set<int>{0, section.NumKeys() / 2, section.NumKeys() - 1}) {
+                if (k < 0 || k >= section.NumKeys() || !section[k].IsValid()) continue;
+                TryEditsOfKey(editor, sections[i], section[section[k].GetName()]);
+                ++numKeys;
+            }
+        }
+        const Difference added =
+            editor.Try([&] { EXPECT_TRUE(editor.document.Set(L"New section", L"New key", L"<a value>")); });
+        EXPECT_EQ("", added.before);
+        EXPECT_GE(3u, NumLines(added.after));
+        EXPECT_EQ(L"<a value>", editor.read[L"New section"][L"New key"].GetValue());
+        if (::testing::Test::HasFailure()) return; // one file shows enough
+    }
+    std::cout << numFiles << " files with sections, " << numPlainFiles << " without, " << numKeys
+              << " keys edited\n";
+    if (numFiles < 300) GTEST_SKIP() << "this machine has too few settings files of other programs";
 }

@@ -1,7 +1,8 @@
 // Settings files beside their peers: opening and saving a 20 MB file of 20,000 sections with 20 keys,
-// look-ups in a small and in a large section, removing keys and renaming sections one by one, what the opened
-// file holds in memory, and how the work grows.
+// look-ups in a small and in a large section, removing keys and renaming sections one by one, editing the
+// lines of a file, what the opened file holds in memory, and how the work grows.
 
+#include "UtilityDLL/settings/IniDocument.h"
 #include "UtilityDLL/settings/IniFile.h"
 #include "VelmBase/SettingsText.h"
 
@@ -18,7 +19,9 @@
 #include <deque>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <malloc.h>
+#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -357,5 +360,90 @@ BENCHMARK(WriteKeysByName)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK(OpenOneSection)->Name("Growth/Open")->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(SaveOneSection)->Name("Growth/Save")->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
+
+// Editing the text of a file: from the bytes to the bytes with other values in `count` of its keys, which
+// stand all over it.
+const std::string& TextOf(const Input& input) {
+    static std::map<std::string, std::string> texts;
+    std::string& text = texts[input.path];
+    if (text.empty()) {
+        std::ifstream file(input.path, std::ios::binary);
+        text.assign(std::istreambuf_iterator<char>(file), {});
+    }
+    return text;
+}
+
+void ParseDocument(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::string text = TextOf(ManySections());
+        auto document = std::make_unique<IniDocument>();
+        IniFile::Fault fault;
+        state.ResumeTiming();
+        if (!document->Parse(std::move(text), fault)) std::abort();
+        benchmark::DoNotOptimize(document->Read(L"Section 19999", L"LineColor0"));
+        state.PauseTiming();
+        document.reset();
+        state.ResumeTiming();
+    }
+}
+void EditDocument(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::string text = TextOf(ManySections());
+        state.ResumeTiming();
+        IniDocument document;
+        IniFile::Fault fault;
+        if (!document.Parse(std::move(text), fault)) std::abort();
+        for (std::int64_t i = 0; i < state.range(0); ++i)
+            if (!document.Set(L"Section " + std::to_wstring(19999 - i * 19), L"LineColor0", L"7"))
+                std::abort();
+        benchmark::DoNotOptimize(document.Text());
+    }
+}
+void EditGKeyFile(benchmark::State& state) {
+    static const Input input = [] {
+        OpenGKeyFile(); // writes its copy of the file
+        return Input{kFolder + "/many.gkey", 0};
+    }();
+    const std::string& text = TextOf(input);
+    for (auto _ : state) {
+        const std::unique_ptr<GKeyFile, void (*)(GKeyFile*)> file(g_key_file_new(), g_key_file_free);
+        if (!g_key_file_load_from_data(file.get(), text.data(), text.size(), G_KEY_FILE_KEEP_COMMENTS,
+                                       nullptr))
+            std::abort();
+        for (std::int64_t i = 0; i < state.range(0); ++i)
+            g_key_file_set_value(file.get(), ("Section " + std::to_string(19999 - i * 19)).c_str(),
+                                 "LineColor0", "7");
+        const std::unique_ptr<char, void (*)(void*)> edited(g_key_file_to_data(file.get(), nullptr, nullptr),
+                                                            g_free);
+        benchmark::DoNotOptimize(edited.get());
+    }
+}
+BENCHMARK(ParseDocument)->Name("FindKeyIn20MB/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(EditDocument)->Name("Edit20MB/ours")->Arg(1)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(EditGKeyFile)->Name("Edit20MB/GKeyFile")->Arg(1)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+// Growth of edits in one section of so many keys: another value for each, as many new keys, no keys.
+void EditOneSection(benchmark::State& state) {
+    const Input input = WriteFile("one.ini", 1, static_cast<int>(state.range(0)));
+    std::ifstream file(input.path, std::ios::binary);
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    for (auto _ : state) {
+        IniDocument document;
+        IniFile::Fault fault;
+        if (!document.Parse(text, fault)) std::abort();
+        const std::wstring section = L"Section 0";
+        for (int i = 0; i < state.range(0); ++i) {
+            const std::wstring key = Wide(KeyName(i));
+            if (!document.Set(section, key, L"7") || !document.Set(section, L"New" + key, L"8")) std::abort();
+        }
+        for (int i = 0; i < state.range(0); ++i)
+            if (!document.Remove(section, Wide(KeyName(i)))) std::abort();
+        benchmark::DoNotOptimize(document.Changes());
+        benchmark::DoNotOptimize(document.Text());
+    }
+}
+BENCHMARK(EditOneSection)->Name("Growth/Edit")->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
 
 } // namespace

@@ -1,11 +1,11 @@
 #include "UtilityDLL/settings/IniDocument.h"
 
 #include "UtilityDLL/settings/detail/NamedSequence.h"
+#include "UtilityDLL/settings/private/RecentTexts.h"
 #include "VelmBase/File.h"
 #include "VelmBase/SettingsText.h"
 
 #include <algorithm>
-#include <array>
 #include <list>
 #include <optional>
 #include <utility>
@@ -78,14 +78,16 @@ struct KeyEntry {
     const HashedString<wchar_t>& GetName() const { return m_name.Get(); }
 };
 
+using Names = RecentTexts<HashedString<wchar_t>>;
+
 struct Lines {
     Rows rows;
     NamedSequence<KeyEntry> keys;
     std::optional<Rows::iterator> lastKey; // behind which new keys go, once that is known
 
-    void Index(Rows::iterator row) {
+    void Index(Rows::iterator row, Names& names) {
         const Bytes name = SETTINGS::Parse(row->Text()).name;
-        if (!name.empty()) keys.Append(KeyEntry{HashedString<wchar_t>(Widened(name)), row});
+        if (!name.empty()) keys.Append(KeyEntry{names.Get(name), row});
     }
 
     /// Null when there is none.
@@ -102,17 +104,6 @@ struct Block {
     std::unique_ptr<Lines> lines; // made when one of them is wanted
 
     const HashedString<wchar_t>& GetName() const { return m_name.Get(); }
-
-    Lines& Open() {
-        if (lines) return *lines;
-        lines = std::make_unique<Lines>();
-        for (Bytes rest = original; !rest.empty();) {
-            lines->rows.push_back({SETTINGS::TakeLine(rest), nullptr});
-            if (GetName().String().empty() || lines->rows.size() == 1) continue;
-            lines->Index(std::prev(lines->rows.end()));
-        }
-        return *lines;
-    }
 };
 
 // Each hands one line after the other over until `visit` wants no more.
@@ -322,10 +313,23 @@ ErrorString NoKey(const std::wstring& section, const std::wstring& key) {
 struct IniDocument::Data {
     std::string content; // as it was parsed; the blocks point into it
     std::size_t start = 0;
+    Names names;
     Block front; // before the first section
     NamedSequence<Block> sections;
     std::size_t countedBytes = 0; // up to the begin of line number `countedLine`
     std::uint32_t countedLine = 1;
+
+    Lines& Open(Block& block) {
+        if (block.lines) return *block.lines;
+        block.lines = std::make_unique<Lines>();
+        Rows& rows = block.lines->rows;
+        for (Bytes rest = block.original; !rest.empty();) {
+            rows.push_back({SETTINGS::TakeLine(rest), nullptr});
+            const bool isOfKey = &block != &front && rows.size() > 1;
+            if (isOfKey) block.lines->Index(std::prev(rows.end()), names);
+        }
+        return *block.lines;
+    }
 
     Block* Find(const std::wstring& section) {
         const std::size_t position = sections.Find(section);
@@ -411,7 +415,7 @@ Spacing IniDocument::Data::SpacingAt(std::size_t section, Rows::const_iterator r
 }
 
 void IniDocument::Data::AddSection(const std::wstring& name) {
-    Rows& rows = (sections.Size() > 0 ? sections[sections.Size() - 1] : front).Open().rows;
+    Rows& rows = Open(sections.Size() > 0 ? sections[sections.Size() - 1] : front).rows;
     std::string end(UsualLineEnd());
     bool endsFile = true; // with a line end
     if (!rows.empty()) {
@@ -427,7 +431,7 @@ void IniDocument::Data::AddSection(const std::wstring& name) {
 }
 
 void IniDocument::Data::AddKey(std::size_t section, const std::wstring& key, Bytes value) {
-    Lines& lines = sections[section].Open();
+    Lines& lines = Open(sections[section]);
     if (!lines.lastKey) {
         const auto lastNamed = std::find_if(lines.rows.rbegin(), lines.rows.rend(), [](const Row& row) {
             return IsNamedKey(SETTINGS::Parse(row.Text()));
@@ -466,7 +470,7 @@ void IniDocument::Data::SetValue(std::size_t section, Rows::iterator row, Bytes 
 // Hands the comment that is meant for the section behind this one over to the one before.
 void IniDocument::Data::KeepBanner(std::size_t section) {
     if (section + 1 == sections.Size()) return;
-    Rows& rows = sections[section].Open().rows;
+    Rows& rows = Open(sections[section]).rows;
     const auto is = [](bool (&kind)(const Line&), const Row& row) {
         return kind(SETTINGS::Parse(row.Text()));
     };
@@ -476,7 +480,7 @@ void IniDocument::Data::KeepBanner(std::size_t section) {
     while (is(IsBlank, *std::prev(blanks))) --blanks;
     if (banner == rows.end() || blanks == banner) return;
 
-    Lines& before = section > 0 ? sections[section - 1].Open() : front.Open();
+    Lines& before = Open(section > 0 ? sections[section - 1] : front);
     const bool isSetOff = before.rows.empty() || is(IsBlank, before.rows.back());
     const auto isKeyToReaders = [](const Row& row) { return !SETTINGS::Parse(row.Text()).name.empty(); };
     const bool wouldBreakSeal = section > 0 && before.Find(Section::m_ChecksumName) &&
@@ -485,7 +489,7 @@ void IniDocument::Data::KeepBanner(std::size_t section) {
     const auto first = isSetOff ? banner : blanks;
     before.rows.splice(before.rows.end(), rows, first, rows.end());
     if (section == 0) return; // nothing is found there
-    for (auto row = first; row != before.rows.end(); ++row) before.Index(row);
+    for (auto row = first; row != before.rows.end(); ++row) before.Index(row, names);
 }
 
 IniDocument::IniDocument() : m_data(std::make_unique<Data>()) {}
@@ -560,7 +564,7 @@ std::uint32_t IniDocument::LineOf(const std::wstring& section) const {
 
 std::uint32_t IniDocument::LineOf(const std::wstring& section, const std::wstring& key) const {
     Block* const block = m_data->Find(section);
-    const KeyEntry* const entry = block ? block->Open().Find(key) : nullptr;
+    const KeyEntry* const entry = block ? m_data->Open(*block).Find(key) : nullptr;
     return entry ? m_data->LineAt(entry->row->original) : 0;
 }
 
@@ -574,7 +578,7 @@ ErrorString IniDocument::AddSection(const std::wstring& section) {
 ErrorString IniDocument::Set(const std::wstring& section, const std::wstring& key,
                              const std::wstring& value) {
     Block* const block = m_data->Find(section);
-    KeyEntry* const entry = block ? block->Open().Find(key) : nullptr;
+    KeyEntry* const entry = block ? m_data->Open(*block).Find(key) : nullptr;
     const std::wstring comment =
         entry ? Widened(SETTINGS::Parse(entry->row->Text()).comment) : std::wstring();
     if (const ErrorString error = SETTINGS::CheckKeyLine(key, value, comment); !error) return error;
@@ -591,7 +595,7 @@ ErrorString IniDocument::SetComment(const std::wstring& section, const std::wstr
                                     const std::wstring& comment) {
     Block* const block = m_data->Find(section);
     if (!block) return NoSection(section);
-    const KeyEntry* const entry = block->Open().Find(key);
+    const KeyEntry* const entry = m_data->Open(*block).Find(key);
     if (!entry) return NoKey(section, key);
     Row& row = *entry->row;
     const Bytes text = row.Text();
@@ -626,7 +630,7 @@ bool IniDocument::Remove(const std::wstring& section) {
 bool IniDocument::Remove(const std::wstring& section, const std::wstring& key) {
     Block* const block = m_data->Find(section);
     if (!block) return false;
-    Lines& lines = block->Open();
+    Lines& lines = m_data->Open(*block);
     const std::size_t position = lines.keys.Find(key);
     if (position == lines.keys.Size()) return false;
     const Rows::iterator row = lines.keys[position].row;
@@ -641,7 +645,7 @@ ErrorString IniDocument::Rename(const std::wstring& section, const std::wstring&
     if (!block) return NoSection(section);
     if (const ErrorString error = SETTINGS::CheckSectionName(newName); !error) return error;
     if (HasSection(newName)) return ErrorString(L"there is a section [") << newName << L"] already";
-    Row& header = block->Open().rows.front();
+    Row& header = m_data->Open(*block).rows.front();
     const Bytes text = header.Text();
     const Bytes name = SETTINGS::Parse(text).name;
     header.Replace(OffsetIn(text, name), name.size(), Narrowed(newName));
@@ -653,7 +657,7 @@ ErrorString IniDocument::Rename(const std::wstring& section, const std::wstring&
                                 const std::wstring& newName) {
     Block* const block = m_data->Find(section);
     if (!block) return NoSection(section);
-    Lines& lines = block->Open();
+    Lines& lines = m_data->Open(*block);
     KeyEntry* const entry = lines.Find(key);
     if (!entry) return NoKey(section, key);
     const Bytes text = entry->row->Text();

@@ -2,6 +2,7 @@
 
 #include "VelmBase/WideString.h"
 #include "VelmBase/posix/private/Descriptor.h"
+#include "VelmBase/private/Compose.h"
 
 #include <climits>
 #include <cstdio>
@@ -19,9 +20,8 @@
 //
 //   1. Links are followed to the file that they mean: renaming over a link would replace the link.
 //   2. The file itself is locked, before anybody thinks about its new content, until the new file has its
-//   name.
-//      The system takes the lock from a process that ends. Between opening a file and locking it the name may
-//      have come to mean another one: so after each lock the name is looked at again.
+//      name. The system takes the lock from a process that ends. Between opening a file and locking it the
+//      name may have come to mean another one: so after each lock the name is looked at again.
 //   3. The new content gets a file in the same folder, since only within one file system a name changes its
 //      file in one step. That file has no name, so the system takes it away too when the process ends.
 //   4. It begins with the owner's permissions at most, takes the owner, then the access list, then the mode:
@@ -29,14 +29,15 @@
 //      others for a moment, and a file that is open stays open.
 //   5. The content is written and synchronised before the file has a name. A system may write a name to the
 //      disk before the bytes that it names, and a power loss in between would leave an empty file.
-//   6. A file that was not there before gets its name if that is still free; if not, somebody has made it
-//      meanwhile, and whoever changes it has to begin again with what that one wrote. To replace a file the
-//      new one needs a name for a moment: it becomes ".<name>.saving" and is renamed. Only a process that is
-//      killed between these two calls leaves something, of which the next one knows by its missing lock that
-//      it is nobody's any more, and removes it.
-//   7. The rename is the one moment in which the new file becomes the file. Before it every failure leaves
+//   6. Whoever changes what he has read looks once more whether a program that knows no lock, an editor, has
+//      written the file since, and begins again with what that wrote.
+//   7. A file that was not there before gets its name if that is still free; if not, somebody has made it
+//      meanwhile. To replace a file the new one needs a name for a moment: it becomes ".<name>.saving" and is
+//      renamed. Only a process that is killed between these two calls leaves something, of which the next one
+//      knows by its missing lock that it is nobody's any more, and removes it.
+//   8. The rename is the one moment in which the new file becomes the file. Before it every failure leaves
 //      the old one; after it there is nothing left that could fail.
-//   8. The folder is synchronised, so that the new name has reached the disk when the caller is told so.
+//   9. The folder is synchronised, so that the new name has reached the disk when the caller is told so.
 //
 // Where the system knows no files without a name, the new one is ".<name>.saving" from step 3 on, and a
 // killed process may leave it at any of the later steps. It is made with O_EXCL, so that nothing that
@@ -53,8 +54,8 @@ namespace {
 constexpr mode_t kModeBits = 07777;
 constexpr mode_t kSpecialBits = S_ISUID | S_ISGID | S_ISVTX;
 
-// Somebody has made the file that there was none of.
-constexpr auto kMadeMeanwhile = std::errc::resource_unavailable_try_again;
+// Somebody has made the file that there was none of, or written the one that was read.
+constexpr auto kChangedMeanwhile = std::errc::resource_unavailable_try_again;
 
 // How long somebody else may hold one and the same file: ten seconds.
 constexpr timespec kPause{0, 2'000'000};
@@ -87,17 +88,6 @@ std::error_code ReadAll(int fd, std::size_t size, std::string& content) {
     }
     content.resize(done);
     return {};
-}
-
-// Has the content written. A composer is not asked to know why it could not hand over everything.
-template <typename Write> std::error_code Compose(const ContentComposer& compose, Write write) {
-    std::error_code error;
-    const bool composed = compose([&](std::string_view piece) {
-        if (!error) error = write(piece);
-        return !error;
-    });
-    if (error || composed) return error;
-    return std::make_error_code(std::errc::operation_canceled);
 }
 
 // Makes of `path` the file that a chain of symbolic links ends at, existing or not.
@@ -195,6 +185,15 @@ std::error_code Open(const std::string& path, Place& place) {
     if (!place.folder.IsOpen()) return LastError();
     if (place.name.empty()) return std::make_error_code(std::errc::is_a_directory);
     return OpenFile(place);
+}
+
+// Whether the file is still what it was when it was locked. Any write, and any change of its rights, gives it
+// a new time.
+bool IsUnchanged(const Place& place) {
+    struct stat now {};
+    return !Status(place.file.Get(), now) && IsNamed(place.folder.Get(), place.name, place.file.Get()) &&
+           now.st_size == place.old.st_size && now.st_ctim.tv_sec == place.old.st_ctim.tv_sec &&
+           now.st_ctim.tv_nsec == place.old.st_ctim.tv_nsec;
 }
 
 // Finds the file and has it for itself. Each file that others have in between begins a new time of waiting.
@@ -345,7 +344,7 @@ public:
     std::error_code BecomeFirst() {
         const std::error_code error =
             m_hasTemporaryName ? Rename(RENAME_NOREPLACE) : Link(m_place.name.c_str());
-        return error == std::errc::file_exists ? std::make_error_code(kMadeMeanwhile) : error;
+        return error == std::errc::file_exists ? std::make_error_code(kChangedMeanwhile) : error;
     }
 
     std::error_code BecomeNext() {
@@ -375,7 +374,7 @@ private:
         m_hasTemporaryName = true;
         struct stat ignored {};
         const bool isMade = !m_place.Exists() && !Look(m_place, ignored);
-        return isMade ? std::make_error_code(kMadeMeanwhile) : std::error_code();
+        return isMade ? std::make_error_code(kChangedMeanwhile) : std::error_code();
     }
 
     std::error_code Link(const char* name) {
@@ -415,13 +414,15 @@ std::error_code TakeOverFromMade(const Place& place, Place& made, NewFile& file)
     return file.SetMode(made.old.st_mode & kModeBits);
 }
 
-enum class IfMade { REPLACE, TELL };
+enum class IfChanged { REPLACE, TELL };
 
 // Writes the file that is locked, or makes it where there was none.
-std::error_code Write(Place& place, const ContentComposer& compose, InPlace inPlace, IfMade ifMade) {
+std::error_code Write(Place& place, const ContentComposer& compose, InPlace inPlace, IfChanged ifChanged) {
     const bool exists = place.Exists();
+    const auto isOutdated = [&] { return exists && ifChanged == IfChanged::TELL && !IsUnchanged(place); };
     const auto inPlaceOr = [&](const std::error_code& reason) {
-        return exists && inPlace == InPlace::ALLOWED ? WriteInPlace(place, compose) : reason;
+        if (!exists || inPlace == InPlace::REFUSED) return reason;
+        return isOutdated() ? std::make_error_code(kChangedMeanwhile) : WriteInPlace(place, compose);
     };
     if (exists && place.old.st_nlink > 1) return inPlaceOr(std::make_error_code(std::errc::too_many_links));
 
@@ -438,11 +439,12 @@ std::error_code Write(Place& place, const ContentComposer& compose, InPlace inPl
     if (!error && isSpecial) error = file.SetMode(place.old.st_mode & kModeBits);
     if (!error) error = file.Synchronise();
     if (error) return error;
+    if (isOutdated()) return std::make_error_code(kChangedMeanwhile);
 
     Place made;
     error = exists ? file.BecomeNext() : file.BecomeFirst();
     if (exists && IsRefusal(error)) return inPlaceOr(error);
-    if (error == kMadeMeanwhile && ifMade == IfMade::REPLACE) {
+    if (error == kChangedMeanwhile && ifChanged == IfChanged::REPLACE) {
         error = TakeOverFromMade(place, made, file);
         if (!error) error = file.BecomeNext();
     }
@@ -463,8 +465,8 @@ std::error_code ReplaceContents(const std::wstring& path, const ContentComposer&
     for (;;) {
         Place place;
         if (const std::error_code error = Lock(ToUtf8(path), place)) return error;
-        const std::error_code error = Write(place, compose, inPlace, IfMade::REPLACE);
-        if (error != kMadeMeanwhile) return error; // otherwise nothing is composed yet
+        const std::error_code error = Write(place, compose, inPlace, IfChanged::REPLACE);
+        if (error != kChangedMeanwhile) return error; // otherwise nothing is composed yet
     }
 }
 
@@ -477,8 +479,8 @@ std::error_code UpdateContents(const std::wstring& path, const ContentChange& ch
             if (const std::error_code error = Read(place, content)) return error;
         if (!change(content, place.Exists())) return {};
         const auto compose = [&](const ContentSink& sink) { return sink(content); };
-        const std::error_code error = Write(place, compose, InPlace::ALLOWED, IfMade::TELL);
-        if (error != kMadeMeanwhile) return error;
+        const std::error_code error = Write(place, compose, InPlace::ALLOWED, IfChanged::TELL);
+        if (error != kChangedMeanwhile) return error;
     }
 }
 

@@ -97,6 +97,31 @@ TEST_F(UpdateContents, RefusesWhatIsNoFileBeforeTheChangeIsAskedFor) {
     EXPECT_EQ(0u, m_folder.NumFiles());
 }
 
+TEST_F(UpdateContents, BeginsAgainWithWhatAProgramWithoutALockHasWritten) {
+    const auto rewrite = [&] { WriteBytes(Path(), "edited"); };
+    const auto replace = [&] {
+        WriteBytes(m_folder.File(L"editor's"), "edited");
+        std::filesystem::rename(NativePath(m_folder.File(L"editor's")), NativePath(Path()));
+    };
+    const auto remove = [&] { std::filesystem::remove(NativePath(Path())); };
+    const std::vector<std::pair<std::function<void()>, std::string>> editors = {
+        {rewrite, "edited"}, {replace, "edited"}, {remove, ""}};
+    for (const auto& [edit, edited] : editors) {
+        WriteBytes(Path(), "old");
+        std::vector<std::string> seen;
+        EXPECT_EQ(std::error_code(), FILES::UpdateContents(Path(), [&](std::string& content, bool exists) {
+                      EXPECT_EQ(!content.empty(), exists);
+                      seen.push_back(content);
+                      content += "+more";
+                      if (seen.size() == 1) edit();
+                      return true;
+                  }));
+        EXPECT_EQ((std::vector<std::string>{"old", edited}), seen);
+        EXPECT_EQ(edited + "+more", ReadBytes(Path()));
+        EXPECT_EQ(1u, m_folder.NumFiles());
+    }
+}
+
 TEST_F(UpdateContents, ManyThreadsLoseNothingOfEachOther) {
     constexpr int kThreads = 10;
     constexpr int kUpdates = 10;

@@ -636,6 +636,7 @@ TEST_P(TracedSaves, EverySystemCallMayFailAndTheReasonIsTold) {
                     fs::create_hard_link(NativePath(target.Path()), target.Folder().Path() / "other.ini");
             };
             const bool isUpdate = command == +UpdateCommand;
+            if (isUpdate && (kind == LINK || kind == HARD_LINK)) continue; // written as a save writes them
             const SaveTarget sample(kind != NEW);
             prepare(sample);
             const std::size_t files = kind == NEW || kind == OLD ? 1 : 2;

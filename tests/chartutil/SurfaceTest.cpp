@@ -109,10 +109,12 @@ TEST(Surface, SizeAndCoordinatesStayWithinBounds) {
 }
 
 TEST(PictureFile, EndingDecidesAndOthersAreRefused) {
-    for (const char* name : {"a.svg", "A.SVG", "folder.png/a.svg"}) EXPECT_NO_THROW(RequirePictureName(name));
+    for (const char* name : {"a.svg", "A.SVG", "folder.png/a.svg"})
+        EXPECT_NO_THROW(RequirePicture({name, ""}, false));
+    EXPECT_NO_THROW(RequirePicture({"a.jpg", "svg"}, false)); // what was said counts more
     for (const char* name : {"a.jpg", "svg", "a.svg/b", ""}) {
         try {
-            RequirePictureName(name);
+            RequirePicture({name, ""}, false);
             ADD_FAILURE() << name;
         } catch (const CommandError& error) {
             EXPECT_EQ(ExitCode::WRONG_USE, error.Code());

@@ -148,7 +148,7 @@ TEST(TextMeasure, InputThatIsTooLargeForATextIsNotReadToItsEnd) {
     const ProgramResult large = Text({"measure", "-"}, std::string(kMost + 1, 'x'));
     EXPECT_EQ(2, large.exitCode);
     EXPECT_EQ("", large.output);
-    EXPECT_EQ("chartutil: standard input is too large for a text; give one of up to 16 MB\n", large.error);
+    EXPECT_EQ("chartutil: standard input: is too large; give one of up to 16 MB\n", large.error);
     EXPECT_EQ(0, Text({"measure", "-"}, std::string(kMost, 'x')).exitCode);
 }
 

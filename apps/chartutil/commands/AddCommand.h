@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/UserText.h"
 #include "apps/chartutil/work/LongWork.h"
 
@@ -32,6 +33,7 @@ NewCommand<Options> AddCommand(CLI::App& parent, const char* name, const char* w
     const auto options = std::make_shared<Options>();
     app.footer(footer);
     app.callback([options, run] {
+        const StandardStreams streams;
         const auto work = [&] { run(*options); };
         IsLong(*options) ? DoLongWork(work) : DoShortWork(work);
     });

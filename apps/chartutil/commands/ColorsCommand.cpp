@@ -2,10 +2,9 @@
 #include "VelmBase/Math.h"
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/commands/OutputOptions.h"
 #include "apps/chartutil/commands/colors/ColorTablePicture.h"
 #include "apps/chartutil/commands/colors/PalettePicture.h"
-#include "apps/chartutil/drawing/LabColor.h"
-#include "apps/chartutil/drawing/PictureFile.h"
 #include "apps/chartutil/files/ColorTableFile.h"
 #include "apps/chartutil/files/CptFile.h"
 #include "apps/chartutil/files/Files.h"
@@ -99,14 +98,18 @@ void Run(const NearestOptions& options) {
 // --- palette ---
 
 struct PaletteOptions {
-    std::string picture;
+    PictureTarget picture;
+    bool isForced = false;
     bool json = false;
 
-    bool IsLong() const { return !picture.empty(); }
+    bool IsLong() const { return picture.IsAsked(); }
 };
 
 void Run(const PaletteOptions& options) {
-    if (!options.picture.empty()) SavePicture(PalettePicture(), options.picture);
+    if (options.picture.IsAsked()) {
+        RequirePicture(options.picture, options.isForced);
+        SavePicture(PalettePicture(), options.picture);
+    }
     if (options.json) {
         Json colors = Json::array();
         for (int index = 0; index < 256; ++index) {
@@ -128,11 +131,12 @@ void Run(const PaletteOptions& options) {
 
 struct TableOptions {
     UserText file;
-    std::string picture;
+    PictureTarget picture;
+    bool isForced = false;
     bool dxf = false;
     bool json = false;
 
-    bool IsLong() const { return !picture.empty() || IsMuchWork(file); }
+    bool IsLong() const { return picture.IsAsked() || IsMuchWork(file); }
 };
 
 void PrintTable(const DXFColorTable& table, bool dxf) {
@@ -171,13 +175,14 @@ Json TableJson(const DXFColorTable& table, const TableOptions& options, bool com
 }
 
 void Run(const TableOptions& options) {
-    if (!options.picture.empty()) RequirePictureName(options.picture);
+    if (options.picture.IsAsked()) RequirePicture(options.picture, options.isForced);
     bool complete = true;
     DXFColorTable table = OpenColorTable(options.file, complete);
     // Merging makes no sense of the entries as the file has them, so it is left to --dxf.
     if (options.dxf) table.Unique();
-    if (!options.picture.empty())
-        SavePicture(ColorTablePicture(table, FileNameOf(options.file), options.dxf), options.picture);
+    if (options.picture.IsAsked())
+        SavePicture(ColorTablePicture(table, FileNameOf(InputName(options.file)), options.dxf),
+                    options.picture);
     if (options.json)
         PrintJson(TableJson(table, options, complete));
     else
@@ -189,6 +194,7 @@ void Run(const TableOptions& options) {
 
 struct ImportOptions {
     UserText from, to;
+    bool isForced = false;
     int step = 16;
 
     bool IsLong() const { return IsMuchWork(from); }
@@ -200,10 +206,11 @@ void Run(const ImportOptions& options) {
         throw CommandError(ExitCode::WRONG_USE,
                            options.to.Utf8() +
                                ": is the file to be read; name another one for the colour table");
+    RequireReplaceable(options.to, FileKind::COLOR_TABLE, options.isForced);
     const CptTable table = ReadCptFile(options.from, options.step);
-    for (const std::string& remark : table.remarks) PrintNote(options.from.Utf8() + ": " + remark);
+    for (const std::string& remark : table.remarks) PrintNote(InputName(options.from) + ": " + remark);
     SaveColorTable(table.colors, options.to);
-    std::cout << Printable(options.to.Utf8()) << ": " << table.colors.NumEntries() << " bands from "
+    std::cout << Printable(OutputName(options.to)) << ": " << table.colors.NumEntries() << " bands from "
               << ValueText(table.colors.EntryValue(0)) << " on\n";
 }
 
@@ -211,8 +218,9 @@ void Run(const ImportOptions& options) {
 
 void AddJson(CLI::App& command, bool& json) { command.add_flag("--json", json, "Print a JSON document"); }
 
-void AddPicture(CLI::App& command, std::string& picture) {
-    command.add_option("--picture", picture, "Also draw it into this .svg, .png, .pdf or .dxf file");
+void AddPicture(CLI::App& command, PictureTarget& picture, bool& isForced) {
+    AddPicture(command, "--picture", picture, "Also draw it into this file");
+    AddForce(command, isForced);
 }
 
 void AddNearest(CLI::App& colors) {
@@ -235,7 +243,7 @@ void AddPalette(CLI::App& colors) {
         AddCommand<PaletteOptions>(colors, "palette", "The 256 colours of the DXF palette", Run, R"(Examples:
   chartutil colors palette
   chartutil colors palette --picture palette.svg)");
-    AddPicture(command, options.picture);
+    AddPicture(command, options.picture, options.isForced);
     AddJson(command, options.json);
 }
 
@@ -248,10 +256,11 @@ read.
 Examples:
   chartutil colors table depths.col
   chartutil colors table depths.col --dxf --picture depths.png)");
-    command.add_option("FILE", options.file, "The colour table, a .col file")->required();
+    command.add_option("FILE", options.file, "The colour table, a .col file; '-' is standard input")
+        ->required();
     command.add_flag("--dxf", options.dxf,
                      "With the DXF index of each band; equal neighbours become one band");
-    AddPicture(command, options.picture);
+    AddPicture(command, options.picture, options.isForced);
     AddJson(command, options.json);
 }
 
@@ -265,8 +274,11 @@ to 1 or -1 to 1 that names a RANGE is stretched to it.
 Examples:
   chartutil colors import bathy.cpt bathy.col
   chartutil colors import --step 4 bathy.cpt fine.col)");
-    command.add_option("FROM", options.from, "The .cpt file, regular or by category")->required();
-    command.add_option("TO", options.to, "The colour table to write, a .col file")->required();
+    command.add_option("FROM", options.from, "The .cpt file, regular or by category; '-' is standard input")
+        ->required();
+    command.add_option("TO", options.to, "The colour table to write, a .col file; '-' is standard output")
+        ->required();
+    AddForce(command, options.isForced);
     command
         .add_option("--step", options.step,
                     "Where colours change gradually: the most by which neighbouring bands differ in red,\n"

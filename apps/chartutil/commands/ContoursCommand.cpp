@@ -2,13 +2,13 @@
 #include "VelmBase/NumberText.h"
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/commands/OutputOptions.h"
 #include "apps/chartutil/commands/contours/ContourFile.h"
 #include "apps/chartutil/commands/contours/ContourLegend.h"
 #include "apps/chartutil/commands/contours/LineTypes.h"
-#include "apps/chartutil/drawing/PictureFile.h"
 #include "apps/chartutil/files/ColorTableFile.h"
 #include "apps/chartutil/files/Files.h"
-#include "apps/chartutil/files/SettingsFile.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
@@ -30,10 +30,11 @@ using Info = ContourDefinitionList::ContourDefInfo;
 // The options of all commands on contour files.
 struct Options {
     UserText file;
-    std::string picture;
+    PictureTarget picture;
+    bool isForced = false;
     bool json = false;
 
-    bool IsLong() const { return !picture.empty() || IsMuchWork(file); }
+    bool IsLong() const { return picture.IsAsked() || IsMuchWork(file); }
 };
 
 // --- the table, the document and the legend ---
@@ -67,8 +68,13 @@ Json ToJson(const Info& info) {
             {"annotate", info.annotate}};
 }
 
+void SaveLegend(const ContourDefinitionList& list, const Options& options) {
+    if (options.picture.IsAsked())
+        SavePicture(ContourLegend(list, FileNameOf(InputName(options.file))), options.picture);
+}
+
 void Show(const ContourDefinitionList& list, const Options& options) {
-    if (!options.picture.empty()) SavePicture(ContourLegend(list, FileNameOf(options.file)), options.picture);
+    SaveLegend(list, options);
     if (!options.json) return PrintTable(list);
     Json levels = Json::array();
     for (int i = 0; i < list.NumContours(); ++i) levels.push_back(ToJson(list[i]));
@@ -77,14 +83,16 @@ void Show(const ContourDefinitionList& list, const Options& options) {
 
 // Before the work is done.
 void CheckPicture(const Options& options) {
-    if (!options.picture.empty()) RequirePictureName(options.picture);
+    if (options.picture.IsAsked()) RequirePicture(options.picture, options.isForced);
+}
+
+void CheckTargets(const Options& options) {
+    RequireReplaceable(options.file, FileKind::CONTOURS, options.isForced);
+    CheckPicture(options);
 }
 
 void SaveAndShow(const ContourDefinitionList& list, const Options& options) {
-    StopIfInterrupted();
-    std::error_code error;
-    if (!list.Save(options.file.Wide().c_str(), error)) ThrowNotWritten(options.file.Utf8(), error);
-    NoteChanged(options.file.Utf8());
+    WriteFile(options.file, [&](const FILES::ContentSink& sink) { return list.Write(sink); });
     Show(list, options);
 }
 
@@ -124,7 +132,7 @@ ContourDefinitionList LevelsOf(const RangeOptions& options) {
 }
 
 void Run(const RangeOptions& options) {
-    CheckPicture(options);
+    CheckTargets(options);
     const RGBColor color = RequireColor(options.color);
     const auto type = std::find(kLineTypes.begin(), kLineTypes.end(), options.lineType) - kLineTypes.begin();
     if (!(options.width <= 1e6f)) throw CommandError(ExitCode::WRONG_USE, "--width has to be 0 to 1000000");
@@ -149,7 +157,7 @@ struct FromTableOptions : Options {
 };
 
 void Run(const FromTableOptions& options) {
-    CheckPicture(options);
+    CheckTargets(options);
     bool complete = true;
     const DXFColorTable table = OpenColorTable(options.table, complete);
     RequireComplete(complete, options.table);
@@ -166,17 +174,15 @@ struct CheckOptions : Options {};
 
 void Run(const CheckOptions& options) {
     CheckPicture(options);
-    ContourDefinitionList list;
     std::vector<std::wstring> remarks;
-    // The store says what is wrong with a file that the list cannot read.
-    if (!list.Load(options.file.Wide().c_str(), &remarks)) OpenSettings(options.file);
-    if (!options.picture.empty()) SavePicture(ContourLegend(list, FileNameOf(options.file)), options.picture);
+    const ContourDefinitionList list = ReadContours(options.file, &remarks);
+    SaveLegend(list, options);
     std::vector<std::string> findings;
     findings.reserve(remarks.size());
     for (const std::wstring& remark : remarks) findings.push_back(ToUtf8(remark));
-    const std::string& path = options.file.Utf8();
+    const std::string path = InputName(options.file);
     if (options.json) {
-        PrintJson({{"file", path}, {"contours", list.NumContours()}, {"findings", findings}});
+        PrintJson({{"file", options.file.Utf8()}, {"contours", list.NumContours()}, {"findings", findings}});
     } else {
         for (const std::string& finding : findings)
             std::cout << Printable(path) << ": " << Printable(finding) << '\n';
@@ -193,15 +199,16 @@ NewCommand<CommandOptions> Add(CLI::App& contours, const char* name, const char*
                                const char* footer) {
     const auto added = AddCommand<CommandOptions>(contours, name, what, Run, footer);
     added.app.add_option("FILE", added.options.file, fileText)->required();
-    added.app.add_option("--picture", added.options.picture,
-                         "Also draw a legend into this .svg, .png, .pdf or .dxf file");
+    AddPicture(added.app, "--picture", added.options.picture, "Also draw a legend into this file");
+    AddForce(added.app, added.options.isForced);
     added.app.add_flag("--json", added.options.json, "Print a JSON document");
     return added;
 }
 
 void AddRange(CLI::App& contours) {
     const auto [command, options] = Add<RangeOptions>(
-        contours, "range", "Make a file with the multiples of a step", "The contour definition file to write",
+        contours, "range", "Make a file with the multiples of a step",
+        "The contour definition file to write; '-' is standard output",
         R"(Each level is the one before plus the step, so rounding decides whether the highest is reached:
 0 to 0.3 by 0.1 ends at 0.2.
 
@@ -228,10 +235,10 @@ Examples:
 void AddFromTable(CLI::App& contours) {
     const auto [command, options] = Add<FromTableOptions>(
         contours, "from-table", "Make a file with a contour for each entry of a colour table",
-        "The contour definition file to write", R"(Examples:
+        "The contour definition file to write; '-' is standard output", R"(Examples:
   chartutil contours from-table depths.cdf depths.col
   chartutil contours from-table depths.cdf depths.col --picture legend.svg)");
-    command.add_option("TABLE", options.table, "The colour table (.col)")->required();
+    command.add_option("TABLE", options.table, "The colour table (.col); '-' is standard input")->required();
     command.add_flag("--invert", options.invert,
                      "255 minus the colour reference; only pure reds become their complement");
 }
@@ -242,7 +249,8 @@ void AddContoursCommand(CLI::App& program) {
     CLI::App& contours =
         *program.add_subcommand("contours", "Contour definition files: levels and their lines");
     contours.require_subcommand(1);
-    Add<ListOptions>(contours, "list", "The contours of a file", "The contour definition file (.cdf)",
+    Add<ListOptions>(contours, "list", "The contours of a file",
+                     "The contour definition file (.cdf); '-' is standard input",
                      R"(Examples:
   chartutil contours list pensacola-bay.cdf
   chartutil contours list pensacola-bay.cdf --picture legend.png)");
@@ -250,7 +258,7 @@ void AddContoursCommand(CLI::App& program) {
     AddFromTable(contours);
     Add<CheckOptions>(
         contours, "check", "Whether a file says what its reader will understand",
-        "The contour definition file (.cdf)",
+        "The contour definition file (.cdf); '-' is standard input",
         R"(It reports gaps in the numbers, levels out of order or equal, keys and line types that are not
 known, values that are not numbers, and colours that do not fit each other. The exit code is 1
 when it found any.

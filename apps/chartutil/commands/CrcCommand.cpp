@@ -5,6 +5,8 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/commands/ForEachFile.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/InputFile.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
@@ -13,10 +15,12 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <span>
 
 namespace {
 
@@ -31,17 +35,20 @@ struct FileSums {
     bool IsSealed() const { return stored == computed; }
 };
 
+// Gets all bytes of a file, one block after the other.
+using BlockHandler = std::function<void(std::span<const unsigned char> block)>;
+
 // One pass over the file: how long it is shows only at its end, so the last four bytes are always held back.
-FileSums SumsOf(const UserText& path) {
-    FILES::Reader file(path.Wide());
-    if (!file.IsOpen()) ThrowNotReadable(path);
-    const Progress progress(path.Utf8(), file.Size());
+FileSums SumsOf(const UserText& path, const BlockHandler& takeBlock = {}) {
+    InputFile file(path);
+    const Progress progress(InputName(path), file.Size());
     constexpr std::size_t kBlock = 1024 * 1024;
     std::vector<unsigned char> buffer(kTrailerSize + kBlock);
     std::size_t held = 0;
     FileSums sums;
     CRCChecksum checksum;
     while (const std::size_t got = file.Read(buffer.data() + held, kBlock)) {
+        if (takeBlock) takeBlock({buffer.data() + held, got});
         const std::size_t available = held + got;
         held = std::min(available, kTrailerSize);
         checksum.Update(buffer.data(), available - held);
@@ -49,7 +56,6 @@ FileSums SumsOf(const UserText& path) {
         sums.size += got;
         progress.Show(sums.size);
     }
-    if (file.Failed()) ThrowNotReadable(path);
     if (held == kTrailerSize) {
         sums.computed = checksum.Value();
         sums.stored = CRC_TRAILER::Value(buffer.data());
@@ -93,10 +99,33 @@ struct Report {
     Json json;
 };
 
+Report Sealed(std::uint32_t checksum) {
+    return {true, "sealed, " + Hex(checksum), {{"sealed", true}, {"checksum", Hex(checksum)}}};
+}
+
+Report SealedAlready(std::uint32_t checksum) {
+    return {true, "sealed already, left alone", {{"sealed", false}, {"checksum", Hex(checksum)}}};
+}
+
+// Standard input goes to standard output, with the trailer behind it.
+Report SealStream(const UserText& path) {
+    if (OutputIsTerminal())
+        throw CommandError(ExitCode::WRONG_USE, "standard output is a terminal, which shows no sealed file; "
+                                                "send it to a file or a program");
+    StandardStreams::TakeOutput();
+    const auto write = [](std::span<const unsigned char> bytes) {
+        StandardStreams::Write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    };
+    const FileSums sums = SumsOf(path, write);
+    if (sums.IsSealed()) return SealedAlready(sums.computed);
+    write(CRC_TRAILER::Of(sums.whole));
+    return Sealed(sums.whole);
+}
+
 Report SealFile(const UserText& path) {
+    if (IsStandardStream(path)) return SealStream(path);
     const FileSums before = SumsOf(path);
-    if (before.IsSealed())
-        return {true, "sealed already, left alone", {{"sealed", false}, {"checksum", Hex(before.computed)}}};
+    if (before.IsSealed()) return SealedAlready(before.computed);
     StopIfInterrupted();
     AppendTrailer(path, before);
     const FileSums after = SumsOf(path);
@@ -105,7 +134,7 @@ Report SealFile(const UserText& path) {
             ExitCode::IO_ERROR,
             path.Utf8() + ": was changed by another program while it was sealed; its checksum is wrong, seal "
                           "it again from a good copy");
-    return {true, "sealed, " + Hex(after.computed), {{"sealed", true}, {"checksum", Hex(after.computed)}}};
+    return Sealed(after.computed);
 }
 
 Report CheckFile(const UserText& path) {
@@ -146,7 +175,7 @@ void Run(const Options& options) {
     const ExitCode worst = ForEachFile(options.files, reports, [&](const UserText& path, Json& entry) {
         const Report report = options.doOne(path);
         if (!options.json)
-            std::cout << Printable(path.Utf8() + ": ")
+            std::cout << Printable(InputName(path) + ": ")
                       << Colored(report.text, report.good ? TextColor::GREEN : TextColor::RED) << '\n';
         entry.update(report.json);
         return report.good ? ExitCode::SUCCESS : ExitCode::CHECK_FAILED;
@@ -164,7 +193,7 @@ Exit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.)"
 void Add(CLI::App& crc, const char* name, const char* what, Report (*doOne)(const UserText&),
          const std::string& footer) {
     const auto [command, options] = AddCommand<Options>(crc, name, what, Run, footer + kExitCodes);
-    command.add_option("FILE", options.files, "The files")->required();
+    command.add_option("FILE", options.files, "The files; '-' is standard input")->required();
     command.add_flag("--json", options.json, "Print JSON, for programs");
     options.doOne = doOne;
 }
@@ -180,10 +209,11 @@ Example:
   chartutil crc check soundings.bin)");
     Add(crc, "seal", "Add the checksum to files", SealFile,
         R"(The checksum is added behind the file's bytes, which are not touched. A file that is sealed already is
-left alone.
+left alone. Standard input goes to standard output with the checksum behind it.
 
-Example:
-  chartutil crc seal soundings.bin tracks.bin)");
+Examples:
+  chartutil crc seal soundings.bin tracks.bin
+  chartutil crc seal - < soundings.bin > sealed.bin)");
     Add(crc, "check", "Tell whether files are as they were sealed", CheckFile, R"(Examples:
   chartutil crc check soundings.bin
   chartutil crc check --json *.bin)");

@@ -4,9 +4,11 @@
 #include "VelmConfigure/DataSearch.h"
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/files/FileKind.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/files/LayoutFile.h"
 #include "apps/chartutil/files/SettingsFile.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
@@ -132,7 +134,7 @@ void Run(const ListOptions& options) {
     } else if (keywords.GetSize() > 0) {
         PrintTable(keywords, found);
     } else {
-        std::cout << Printable(options.layout.Utf8()) << ": no keywords\n";
+        std::cout << Printable(InputName(options.layout)) << ": no keywords\n";
     }
     if (found.hasWrapped)
         PrintNote(
@@ -144,6 +146,7 @@ void Run(const ListOptions& options) {
 
 struct FillOptions : Options {
     UserText project, output;
+    bool isForced = false;
     UserText section = "Keywords";
     std::vector<UserText> values; // as NAME=VALUE
 };
@@ -192,7 +195,7 @@ Values CollectValues(const FillOptions& options) {
 void CheckValues(const FillOptions& options, const CKeywords& layout, const Values& values) {
     for (const UserText& given : options.values) {
         const std::wstring name = NameIn(given);
-        const std::string note = options.layout.Utf8() + ": note: ";
+        const std::string note = InputName(options.layout) + ": note: ";
         if (!layout.GetKeywordConst(name))
             PrintNote(note + "there is no keyword " + Quoted(name) + " to be filled");
         const CListKeyword* const choices = CListKeywords::Get().GetListKeyword(name);
@@ -239,6 +242,7 @@ std::wstring Filled(const Layout& layout, const std::string& path, const Values&
 
 void Run(const FillOptions& options) {
     UseData(options);
+    if (!options.output.Empty()) RequireReplaceable(options.output, FileKind::TEXT, options.isForced);
     const Layout layout = ReadLayout(options.layout, options.isLatin1);
     const Values values = CollectValues(options);
     CKeywords keywords;
@@ -246,7 +250,7 @@ void Run(const FillOptions& options) {
     CheckValues(options, keywords, values);
 
     int numLeft = 0;
-    const std::wstring filled = Filled(layout, options.layout.Utf8(), values, numLeft);
+    const std::wstring filled = Filled(layout, InputName(options.layout), values, numLeft);
     if (!options.output.Empty())
         WriteFile(options.output, Encoded(filled, layout.isLatin1));
     else if (OutputIsTerminal())
@@ -259,7 +263,9 @@ void Run(const FillOptions& options) {
 // --- the command line ---
 
 void AddLayout(CLI::App& command, Options& options) {
-    command.add_option("LAYOUT", options.layout, "A text or layout file with names between percent signs")
+    command
+        .add_option("LAYOUT", options.layout,
+                    "A text or layout file with names between percent signs; '-' is standard input")
         ->required();
     command.add_flag("--latin-1", options.isLatin1,
                      "The layout is one byte a character, as settings files are; so is any that is no UTF-8");
@@ -293,10 +299,12 @@ Examples:
     command.add_option("--value", options.values, "A keyword's value; can be given again for others")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
-    command.add_option("--project", options.project, "A settings file whose section 'Keywords' has values");
+    command.add_option("--project", options.project,
+                       "A settings file whose section 'Keywords' has values;\n'-' is standard input");
     command.add_option("--section", options.section, "Another section of the project file")
         ->capture_default_str();
     command.add_option("-o,--output", options.output, "Write the filled text into this file");
+    AddForce(command, options.isForced);
 }
 
 } // namespace

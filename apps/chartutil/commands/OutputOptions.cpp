@@ -2,6 +2,15 @@
 
 #include <CLI/CLI.hpp>
 
-void AddForce(CLI::App& command, bool& isForced) {
-    command.add_flag("--force", isForced, "Replace a file of another kind too");
+#include <string>
+
+CLI::Option* AddPicture(CLI::App& command, const char* name, PictureTarget& picture, const char* what) {
+    command
+        .add_option(
+            "--format", picture.format,
+            "The picture's format: svg, png, pdf or dxf. Without this its name says it by its ending;\n"
+            "standard output gets svg")
+        ->check(CLI::IsMember({"svg", "png", "pdf", "dxf"}));
+    return command.add_option(name, picture.path,
+                              std::string(what) + ", .svg, .png, .pdf or .dxf; '-' is standard output");
 }

@@ -1,8 +1,9 @@
 #pragma once
 
-namespace CLI {
-class App;
-}
+#include "apps/chartutil/drawing/PictureFile.h"
+#include "apps/chartutil/files/FileKind.h"
 
-/// Adds "--force" to a command that writes files: it then replaces those of another kind as well.
-void AddForce(CLI::App& command, bool& isForced);
+// Options of commands that write files; AddForce() is one of them.
+
+/// Adds the options of a picture: `name` for its file and "--format".
+CLI::Option* AddPicture(CLI::App& command, const char* name, PictureTarget& picture, const char* what);

@@ -1,7 +1,8 @@
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/commands/OutputOptions.h"
 #include "apps/chartutil/commands/PlotErrors.h"
-#include "apps/chartutil/drawing/PictureFile.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/sheet/Sheet.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
@@ -12,7 +13,8 @@ namespace {
 
 struct SheetOptions {
     UserText project;
-    std::string output;
+    PictureTarget output;
+    bool isForced = false;
     bool hasDxfColors = false;
     bool isWatched = false;
 
@@ -29,7 +31,7 @@ void Draw(const SheetOptions& options) {
 void DrawAgain(const SheetOptions& options) {
     try {
         Draw(options);
-        std::cout << "drawn: " << Printable(options.output) << std::endl;
+        std::cout << "drawn: " << Printable(options.output.path.Utf8()) << std::endl;
     } catch (const CommandError& error) {
         PrintError(error);
     }
@@ -37,8 +39,11 @@ void DrawAgain(const SheetOptions& options) {
 }
 
 void Run(const SheetOptions& options) {
-    RequirePictureName(options.output);
-    RequireOtherFile(options.project, options.output);
+    if (options.isWatched && IsStandardStream(options.output.path))
+        throw CommandError(ExitCode::WRONG_USE,
+                           "standard output takes one chart; name a file that --watch draws again");
+    RequireOtherFile(options.project, options.output.path);
+    RequirePicture(options.output, options.isForced);
     if (options.isWatched) WatchProject(options.project, [&] { DrawAgain(options); });
     Draw(options);
     ReportPlotErrors();
@@ -57,7 +62,8 @@ Examples:
   chartutil sheet data/pensacola -o pensacola.svg
   chartutil sheet data/pensacola -o pensacola.pdf --watch)");
     command.add_option("PROJECT", options.project, "The project's folder")->required();
-    command.add_option("-o,--output", options.output, "The picture: .svg, .png, .pdf or .dxf")->required();
+    AddPicture(command, "-o,--output", options.output, "The picture")->required();
+    AddForce(command, options.isForced);
     command.add_flag("--dxf-colors", options.hasDxfColors, "Fill the depth areas in the nearest DXF colours");
     command.add_flag("--watch", options.isWatched,
                      "Draw again each time that one of the project's files was saved; Ctrl-C ends it");

@@ -2,6 +2,7 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/commands/style/Records.h"
 #include "apps/chartutil/files/SettingsFile.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
@@ -85,7 +86,7 @@ void Run(const ShowOptions& options) {
         for (const Record& record : records) Print(record);
     }
     if (records.empty())
-        throw CommandError(ExitCode::CHECK_FAILED, options.file.Utf8() + ": the section [" +
+        throw CommandError(ExitCode::CHECK_FAILED, InputName(options.file) + ": the section [" +
                                                        options.section.Utf8() +
                                                        "] has at least half of the keys of no record");
 }
@@ -119,7 +120,7 @@ code is 1 when there is none.
 Examples:
   chartutil style show layout.ini Title
   chartutil style show layout.ini "Depth lines" --json)");
-    command.add_option("FILE", options.file, "The settings file")->required();
+    command.add_option("FILE", options.file, "The settings file; '-' is standard input")->required();
     command.add_option("SECTION", options.section, "The section's name, in any letter case")->required();
     AddJson(command, options.json);
 }

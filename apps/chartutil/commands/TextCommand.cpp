@@ -1,5 +1,6 @@
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/commands/OutputOptions.h"
 #include "apps/chartutil/commands/style/Names.h"
 #include "apps/chartutil/commands/text/Texts.h"
 
@@ -38,9 +39,9 @@ void AddPlacing(CLI::App& command, StyleOptions& options) {
         ->check(IsFilled());
 }
 
-void AddOutput(CLI::App& command, std::string& picture, bool& json) {
-    command.add_option("--picture", picture, "Draw it into this file, .svg, .png, .pdf or .dxf")
-        ->check(IsFilled());
+void AddOutput(CLI::App& command, PictureTarget& picture, bool& isForced, bool& json) {
+    AddPicture(command, "--picture", picture, "Draw it into this file")->check(IsFilled());
+    AddForce(command, isForced);
     command.add_flag("--json", json, "Print a JSON document");
 }
 
@@ -63,7 +64,7 @@ Examples:
     command.add_flag("--multi-line", options.isMultiLine, "Break the text into lines");
     command.add_option("--width", options.width, "Wrap multi-line text into this width; 0 does not wrap")
         ->check(IsFilled());
-    AddOutput(command, options.picture, options.json);
+    AddOutput(command, options.picture, options.isForced, options.json);
 }
 
 void AddSounding(CLI::App& text) {
@@ -94,7 +95,7 @@ Examples:
     command.add_flag("--each", options.isEach, "Every presentation with every placement")
         ->excludes(presentation)
         ->excludes(placement);
-    AddOutput(command, options.picture, options.json);
+    AddOutput(command, options.picture, options.isForced, options.json);
 }
 
 void AddJustifications(CLI::App& text) {
@@ -105,9 +106,8 @@ void AddJustifications(CLI::App& text) {
   chartutil text justifications --picture sheet.png --rotations 0,45,90 \
       --sample 'Liberation Serif=Depth' --sample 'DejaVu Sans=)"
         "\u0412\u0430\u0439'");
-    command.add_option("--picture", options.picture, "The file to draw into, .svg, .png, .pdf or .dxf")
-        ->required()
-        ->check(IsFilled());
+    AddPicture(command, "--picture", options.picture, "The file to draw into")->required()->check(IsFilled());
+    AddForce(command, options.isForced);
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0");
     command.add_option("--sample", options.samples, "A face and a text in it; can be given again for others")
         ->type_name("FACE=TEXT")

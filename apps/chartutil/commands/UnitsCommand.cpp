@@ -143,7 +143,7 @@ void AddConvert(CLI::App& units) {
         ->capture_default_str();
     AddCsvOptions(command, options.table);
     json->excludes(column);
-    for (const char* name : {"--input", "--output", "--separator", "--no-header"})
+    for (const char* name : {"--input", "--output", "--force", "--separator", "--no-header"})
         values->excludes(command.get_option(name));
 }
 

@@ -1,9 +1,11 @@
 #include "apps/chartutil/drawing/PictureFile.h"
 
-#include "VelmBase/File.h"
-#include "VelmBase/WideString.h"
 #include "apps/chartutil/drawing/PictureModule.h"
 #include "apps/chartutil/drawing/SvgFile.h"
+#include "apps/chartutil/files/FileKind.h"
+#include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/StandardStreams.h"
+#include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/work/LongWork.h"
 
@@ -23,58 +25,68 @@ std::string Ending(const std::string& path) {
 }
 
 // How pictures of an ending are made.
-struct Kind {
+struct Format {
     const char* ending;
     const char* name;
-    std::optional<PictureFormat> format; // none for SVG, which needs no module
+    FileKind kind;
+    bool isText;
+    std::optional<PictureFormat> module; // none for SVG, which needs no module
 };
-constexpr Kind kKinds[] = {
-    {"svg", "SVG", std::nullopt},
-    {"png", "PNG", PictureFormat::PNG},
-    {"pdf", "PDF", PictureFormat::PDF},
-    {"dxf", "DXF", PictureFormat::DXF},
+constexpr Format kFormats[] = {
+    {"svg", "SVG", FileKind::SVG, true, std::nullopt},
+    {"png", "PNG", FileKind::PNG, false, PictureFormat::PNG},
+    {"pdf", "PDF", FileKind::PDF, false, PictureFormat::PDF},
+    {"dxf", "DXF", FileKind::DXF, true, PictureFormat::DXF},
 };
 
-const Kind& RequireKind(const std::string& path) {
-    const Kind* const kind = std::ranges::find(kKinds, Ending(path), &Kind::ending);
-    if (kind == std::end(kKinds))
-        throw CommandError(ExitCode::WRONG_USE,
-                           path + ": a picture's name has to end in .svg, .png, .pdf or .dxf");
-    return *kind;
+std::string EndingOf(const PictureTarget& target) {
+    if (!target.format.empty()) return target.format;
+    return IsStandardStream(target.path) ? "svg" : Ending(target.path.Utf8());
 }
 
-RenderPictureFunction& RequireRenderer(const Kind& kind, const std::string& path) {
+const Format& RequireFormat(const PictureTarget& target) {
+    const Format* const format = std::ranges::find(kFormats, EndingOf(target), &Format::ending);
+    if (format == std::end(kFormats))
+        throw CommandError(ExitCode::WRONG_USE,
+                           target.path.Utf8() + ": a picture's name has to end in .svg, .png, .pdf or .dxf");
+    return *format;
+}
+
+RenderPictureFunction& RequireRenderer(const Format& format, const PictureTarget& target) {
     std::string whyNot;
-    RenderPictureFunction* const render = LoadPictureModule(*kind.format, whyNot);
+    RenderPictureFunction* const render = LoadPictureModule(*format.module, whyNot);
     if (!render)
-        throw CommandError(ExitCode::WRONG_USE, path + ": this program " + whyNot + " and makes no " +
-                                                    kind.name + "; name the picture .svg");
+        throw CommandError(ExitCode::WRONG_USE, OutputName(target.path) + ": this program " + whyNot +
+                                                    " and makes no " + format.name +
+                                                    "; name the picture .svg");
     return *render;
 }
 
-std::string FileContent(const Surface& surface, const std::string& path) {
-    const Kind& kind = RequireKind(path);
-    if (!kind.format) return SvgFile(surface);
-    RenderPictureFunction& render = RequireRenderer(kind, path);
+std::string FileContent(const Surface& surface, const PictureTarget& target) {
+    const Format& format = RequireFormat(target);
+    if (!format.module) return SvgFile(surface);
+    RenderPictureFunction& render = RequireRenderer(format, target);
     std::string content;
     const Progress progress("the picture", surface.Shapes().size());
     if (!render(
-            surface, *kind.format, [&](std::size_t done) { progress.Show(done); }, content))
-        throw CommandError(ExitCode::IO_ERROR, path + ": the picture cannot be drawn");
+            surface, *format.module, [&](std::size_t done) { progress.Show(done); }, content))
+        throw CommandError(ExitCode::IO_ERROR, OutputName(target.path) + ": the picture cannot be drawn");
     return content;
 }
 
 } // namespace
 
-void RequirePictureName(const std::string& path) {
-    const Kind& kind = RequireKind(path);
-    if (kind.format) (void)RequireRenderer(kind, path);
+void RequirePicture(const PictureTarget& target, bool isForced) {
+    const Format& format = RequireFormat(target);
+    if (format.module) (void)RequireRenderer(format, target);
+    if (!format.isText && IsStandardStream(target.path) && OutputIsTerminal())
+        throw CommandError(ExitCode::WRONG_USE,
+                           std::string("standard output is a terminal, which shows no ") + format.name +
+                               "; send it to a file or a program");
+    RequireReplaceable(target.path, format.kind, isForced);
 }
 
-void SavePicture(const Surface& surface, const std::string& path) {
-    const std::string content = FileContent(surface, path);
-    StopIfInterrupted();
-    if (const std::error_code error = FILES::ReplaceContents(FromUtf8(path), content))
-        ThrowNotWritten(path, error);
-    NoteChanged(path);
+void SavePicture(const Surface& surface, const PictureTarget& target) {
+    const std::string content = FileContent(surface, target);
+    WriteFile(target.path, content);
 }

@@ -1,6 +1,8 @@
 #include "apps/chartutil/files/ColorTableFile.h"
 
+#include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/files/SettingsFile.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/work/LongWork.h"
@@ -14,9 +16,9 @@ DXFColorTable OpenColorTable(const UserText& path, bool& complete) {
     complete = table.FileOpen(file, &remarks);
     if (!complete && !file.GetSection(L"ColorTable"))
         throw CommandError(ExitCode::CHECK_FAILED,
-                           path.Utf8() + ": no colour table: " + ToUtf8(remarks.at(0)) +
+                           InputName(path) + ": no colour table: " + ToUtf8(remarks.at(0)) +
                                "; 'chartutil colors import' makes a table from a .cpt file");
-    const std::string place = path.Utf8() + ": ";
+    const std::string place = InputName(path) + ": ";
     for (const std::wstring& remark : remarks) PrintNote(place + ToUtf8(remark));
     if (remarks.size() == ColorTable::MAX_REMARKS) PrintNote(place + "and perhaps more");
     return table;
@@ -25,14 +27,13 @@ DXFColorTable OpenColorTable(const UserText& path, bool& complete) {
 void RequireComplete(bool complete, const UserText& path) {
     if (!complete)
         throw CommandError(ExitCode::CHECK_FAILED,
-                           path.Utf8() + ": not all of the table could be read; mend what is named above");
+                           InputName(path) +
+                               ": not all of the table could be read; mend what is named above");
 }
 
 void SaveColorTable(const ColorTable& table, const UserText& path) {
     FileObject file;
     table.FileSave(file);
     const Progress progress(path.Utf8());
-    std::error_code error;
-    if (!file.Save(path.Wide(), 0, error)) ThrowNotWritten(path.Utf8(), error);
-    NoteChanged(path.Utf8());
+    WriteFile(path, [&](const FILES::ContentSink& sink) { return file.Write(sink); });
 }

@@ -1,9 +1,9 @@
 #include "apps/chartutil/files/CptFile.h"
 
 #include "UtilityDLL/colors/HSVColor.h"
-#include "VelmBase/File.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
@@ -129,10 +129,11 @@ struct Slice {
 
 class Reader {
 public:
-    Reader(UserText path, int step) : m_path(std::move(path)), m_step(step) {}
+    Reader(const UserText& path, int step) : m_path(path), m_name(InputName(path)), m_step(step) {}
 
     CptTable Read() {
-        const std::string content = Content();
+        constexpr std::size_t kMost = 16 << 20;
+        const std::string content = ReadFile(m_path, kMost);
         std::string_view rest = content;
         while (!rest.empty()) {
             const std::size_t end = std::min(rest.find('\n'), rest.size());
@@ -143,7 +144,7 @@ public:
         }
         if (m_slices.empty())
             throw CommandError(ExitCode::CHECK_FAILED,
-                               m_path.Utf8() +
+                               m_name +
                                    ": has no colours; a .cpt file has lines such as '-10 0/0/255 0 white'");
         Stretch();
         return Table();
@@ -151,21 +152,7 @@ public:
 
 private:
     [[noreturn]] void Fail(const std::string& what) const {
-        throw CommandError(ExitCode::CHECK_FAILED,
-                           m_path.Utf8() + ": line " + std::to_string(m_line) + ": " + what);
-    }
-
-    std::string Content() const {
-        constexpr std::uint64_t kMost = 16 << 20;
-        FILES::Reader file(m_path.Wide());
-        if (!file.IsOpen()) ThrowNotReadable(m_path);
-        if (file.Size() > kMost)
-            throw CommandError(ExitCode::CHECK_FAILED,
-                               m_path.Utf8() + ": is too large for a colour palette table");
-        std::string content(static_cast<std::size_t>(file.Size()), '\0');
-        content.resize(file.Read(content.data(), content.size()));
-        if (file.Failed()) ThrowNotReadable(m_path);
-        return content;
+        throw CommandError(ExitCode::CHECK_FAILED, m_name + ": line " + std::to_string(m_line) + ": " + what);
     }
 
     void ReadLine(std::string_view line) {
@@ -311,7 +298,7 @@ private:
         const double change = std::max(static_cast<double>(difference), turn * 255);
         const int bands = std::max(1, static_cast<int>(std::ceil(change / m_step)));
         if (table.NumEntries() + bands > kMostBands)
-            throw CommandError(ExitCode::CHECK_FAILED, m_path.Utf8() + ": gives more than " +
+            throw CommandError(ExitCode::CHECK_FAILED, m_name + ": gives more than " +
                                                            std::to_string(kMostBands) +
                                                            " bands; take a larger --step or a shorter table");
         for (int band = 0; band < bands; ++band) {
@@ -339,6 +326,7 @@ private:
     }
 
     UserText m_path;
+    std::string m_name;
     int m_step;
     int m_line = 0;
     bool m_isHsv = false;

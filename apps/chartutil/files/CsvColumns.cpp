@@ -1,7 +1,9 @@
 #include "apps/chartutil/files/CsvColumns.h"
 
 #include "VelmBase/File.h"
+#include "apps/chartutil/files/FileKind.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/files/TableLines.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
@@ -147,6 +149,7 @@ void ChangeColumns(TableLines& input, Output& output, const CsvTable& table,
 
 void AddCsvOptions(CLI::App& command, CsvTable& table) {
     command.add_option("-o,--output", table.output, "The table to write; standard output without it");
+    AddForce(command, table.isForced);
     command.add_option("--separator", table.separator, "The character between columns, or 'tab'")
         ->capture_default_str();
     command.add_flag("--no-header", table.hasNoHeader,
@@ -166,10 +169,11 @@ void ChangeColumns(const CsvTable& table, std::span<const std::string> columns, 
         return true;
     };
     const auto print = [](std::string_view text) { return static_cast<bool>(std::cout << Printable(text)); };
-    if (table.output.Empty()) {
+    if (table.output.Empty() || IsStandardStream(table.output)) {
         changeInto("standard output", print);
         return;
     }
+    RequireReplaceable(table.output, FileKind::TABLE, table.isForced);
     std::error_code ignored;
     const std::filesystem::path target = NativePath(table.output);
     if (std::filesystem::exists(target, ignored) && !std::filesystem::is_regular_file(target, ignored))

@@ -19,8 +19,10 @@ class App;
 /// two quotes in it stand for one. A quote anywhere else is a character like any other.
 struct CsvTable {
     UserText input = "-"; ///< a file, or "-" for standard input
-    /// A file, which is replaced when all is done (see FILES::ReplaceContents); empty for standard output.
+    /// A file, which is replaced when all is done (see FILES::ReplaceContents); empty or "-" for standard
+    /// output.
     UserText output;
+    bool isForced = false; ///< whether the output may be a file of another kind
     std::string separator = ",";
     bool hasNoHeader = false;
     int decimals = -1; ///< digits after the point of changed numbers; -1 for as many as the change gives them

@@ -5,6 +5,8 @@
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Errors.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -204,4 +206,8 @@ void RequireReplaceable(const UserText& path, FileKind kind, bool isForced) {
         StandardStreams::TakeOutput();
     else if (!isForced)
         RequireKind(path, BeginningOf(path), kind, isForced);
+}
+
+void AddForce(CLI::App& command, bool& isForced) {
+    command.add_flag("--force", isForced, "Write also over a file of another kind");
 }

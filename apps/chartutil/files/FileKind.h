@@ -5,6 +5,10 @@
 #include <string>
 #include <string_view>
 
+namespace CLI {
+class App;
+}
+
 /// The kinds of file that commands write. A table and a text are told from pictures and settings, not from
 /// each other; a text may be all of these that people can read.
 enum class FileKind { SETTINGS, CONTOURS, COLOR_TABLE, TABLE, TEXT, SVG, PNG, PDF, DXF };
@@ -21,3 +25,6 @@ void RequireKind(const UserText& path, std::string_view content, FileKind kind, 
 /// whoever writes it. For "-" all that is printed from now on goes to standard error, since standard output
 /// gets the file.
 void RequireReplaceable(const UserText& path, FileKind kind, bool isForced);
+
+/// Adds the option "--force" of commands that write files.
+void AddForce(CLI::App& command, bool& isForced);

@@ -1,6 +1,7 @@
 #include "apps/chartutil/files/Files.h"
 
-#include "VelmBase/File.h"
+#include "apps/chartutil/files/InputFile.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/work/LongWork.h"
 
@@ -33,28 +34,40 @@ bool AreMuchWork(std::span<const UserText> paths) {
     for (const UserText& path : paths) {
         std::error_code failed;
         const std::uintmax_t size = std::filesystem::file_size(NativePath(path), failed);
-        if (path.Utf8() == "-" || (!failed && (total += size) >= kLarge)) return true;
+        if (IsStandardStream(path) || (!failed && (total += size) >= kLarge)) return true;
     }
     return false;
 }
 
 bool IsMuchWork(const UserText& path) { return AreMuchWork({&path, 1}); }
 
-std::string ReadFile(const UserText& path) {
-    FILES::Reader file(path.Wide());
+std::string ReadFile(const UserText& path, std::size_t most) {
+    InputFile file(path);
     std::string bytes;
     char block[65536];
-    while (const std::size_t got = file.IsOpen() ? file.Read(block, sizeof block) : 0) {
+    while (const std::size_t got = file.Read(block, sizeof block)) {
+        if (bytes.size() + got > most)
+            throw CommandError(ExitCode::WRONG_USE, InputName(path) + ": is too large; give one of up to " +
+                                                        std::to_string(most >> 20U) + " MB");
         bytes.append(block, got);
-        StopIfInterrupted();
     }
-    if (!file.IsOpen() || file.Failed()) ThrowNotReadable(path);
     return bytes;
 }
 
 void WriteFile(const UserText& path, std::string_view bytes) {
+    WriteFile(path, [bytes](const FILES::ContentSink& sink) { return sink(bytes); });
+}
+
+void WriteFile(const UserText& path, const FILES::ContentComposer& compose) {
     StopIfInterrupted();
-    if (const std::error_code error = FILES::ReplaceContents(path.Wide(), bytes))
+    if (IsStandardStream(path)) {
+        compose([](std::string_view piece) {
+            StandardStreams::Write(piece);
+            return true;
+        });
+        return;
+    }
+    if (const std::error_code error = FILES::ReplaceContents(path.Wide(), compose, FILES::InPlace::ALLOWED))
         ThrowNotWritten(path.Utf8(), error);
     NoteChanged(path.Utf8());
 }

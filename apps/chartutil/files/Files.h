@@ -1,9 +1,11 @@
 #pragma once
 
+#include "VelmBase/File.h"
 #include "apps/chartutil/terminal/UserText.h"
 
 #include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <span>
 #include <string>
 #include <string_view>
@@ -22,11 +24,16 @@ bool PathExists(const UserText& path);
 bool AreMuchWork(std::span<const UserText> paths);
 bool IsMuchWork(const UserText& path);
 
-/// The bytes of a file. Ends the command when it cannot be read.
-std::string ReadFile(const UserText& path);
+/// The bytes of a file, or of standard input. Ends the command when it cannot be read, and when there are
+/// more than `most`.
+std::string ReadFile(const UserText& path, std::size_t most = std::numeric_limits<std::size_t>::max());
 
-/// Gives the file these bytes, whole or not at all. Ends the command when it cannot be written.
+/// Gives the file these bytes, whole or not at all, or writes them to standard output. Ends the command when
+/// it cannot be written. RequireReplaceable() comes first, where the file may be another one than is meant.
 void WriteFile(const UserText& path, std::string_view bytes);
+
+/// The same for what `compose` hands over, which may happen twice and has to be the same each time.
+void WriteFile(const UserText& path, const FILES::ContentComposer& compose);
 
 /// Ends the command: the file cannot be read. Says why, as far as that is known.
 [[noreturn]] void ThrowNotReadable(const UserText& path);

@@ -2,6 +2,7 @@
 
 #include "VelmBase/SettingsText.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Errors.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@ Layout ReadLayout(const UserText& path, bool isLatin1) {
     const std::string bytes = ReadFile(path);
     if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
         throw CommandError(ExitCode::IO_ERROR,
-                           path.Utf8() + ": is UTF-16, which is not read; save it as UTF-8");
+                           InputName(path) + ": is UTF-16, which is not read; save it as UTF-8");
     Layout layout{FromUtf8(bytes), isLatin1};
     const auto isStrayByte = [](wchar_t c) { return c >= 0xDC80 && c <= 0xDCFF; };
     layout.isLatin1 = isLatin1 || std::any_of(layout.text.begin(), layout.text.end(), isStrayByte);

@@ -2,6 +2,7 @@
 
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/work/LongWork.h"
@@ -11,7 +12,7 @@
 namespace {
 
 [[noreturn]] void ThrowAtLine(const UserText& path, std::uint32_t line, const std::string& what) {
-    throw CommandError(ExitCode::IO_ERROR, path.Utf8() + ":" + std::to_string(line) + ": " + what);
+    throw CommandError(ExitCode::IO_ERROR, InputName(path) + ":" + std::to_string(line) + ": " + what);
 }
 
 constexpr const char* kNamelessSection = "a section has no name; write one between \"[\" and \"]\"";
@@ -19,25 +20,26 @@ constexpr const char* kNamelessSection = "a section has no name; write one betwe
 } // namespace
 
 IniFile OpenSettings(const UserText& path) {
-    const Progress progress(path.Utf8());
+    const Progress progress(InputName(path));
+    return SettingsOf(ReadFile(path), path);
+}
+
+IniFile SettingsOf(std::string_view content, const UserText& path) {
     IniFile file;
     IniFile::Fault fault;
-    if (file.Open(path.Wide(), fault)) return file;
+    if (file.ReadText(content, fault)) return file;
     if (fault.kind == IniFile::Fault::NAMELESS_SECTION) ThrowAtLine(path, fault.line, kNamelessSection);
-    if (fault.kind == IniFile::Fault::DUPLICATE_SECTION)
-        ThrowAtLine(path, fault.line,
-                    "the section " + InBrackets(fault.section) +
-                        " is there already (letter case does not count); rename or remove one of the two");
-    ThrowNotReadable(path);
+    ThrowAtLine(path, fault.line,
+                "the section " + InBrackets(fault.section) +
+                    " is there already (letter case does not count); rename or remove one of the two");
 }
 
 FileObject OpenFileObject(const UserText& path) {
-    const Progress progress(path.Utf8());
+    const Progress progress(InputName(path));
     FileObject file;
     std::uint32_t line = 0;
-    if (file.Open(path.Wide(), 0, line)) return file;
-    if (line > 0) ThrowAtLine(path, line, kNamelessSection);
-    ThrowNotReadable(path);
+    if (!file.ReadText(ReadFile(path), line)) ThrowAtLine(path, line, kNamelessSection);
+    return file;
 }
 
 void SaveSettings(const IniFile& file, const UserText& path) {
@@ -51,7 +53,7 @@ void SaveSettings(const IniFile& file, const UserText& path) {
 
 Section& RequireSection(IniFile& file, const UserText& path, const UserText& name) {
     if (!file.HasSection(name.Wide()))
-        throw CommandError(ExitCode::CHECK_FAILED, path.Utf8() + ": there is no section [" + name.Utf8() +
+        throw CommandError(ExitCode::CHECK_FAILED, InputName(path) + ": there is no section [" + name.Utf8() +
                                                        "]; 'chartutil settings show' lists them");
     return file[name.Wide()];
 }

@@ -4,12 +4,17 @@
 #include "apps/chartutil/terminal/UserText.h"
 
 #include <string>
+#include <string_view>
 
 // Settings files as commands use them. Each function ends the command when it cannot do its work, with the
 // same words for the same fault.
 
-/// Opens a settings file. The error has the line at which reading it stopped (ExitCode::IO_ERROR).
+/// Opens a settings file, or "-" for standard input. The error has the line at which reading it stopped
+/// (ExitCode::IO_ERROR).
 IniFile OpenSettings(const UserText& path);
+
+/// The settings of a file's content; `path` is for the error.
+IniFile SettingsOf(std::string_view content, const UserText& path);
 
 /// The same for a reader that joins sections of one name.
 FileObject OpenFileObject(const UserText& path);

@@ -1,8 +1,7 @@
 #include "apps/chartutil/files/TableLines.h"
 
-#include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Errors.h"
-#include "apps/chartutil/work/Interrupt.h"
 
 #include <algorithm>
 #include <cstring>
@@ -50,11 +49,8 @@ private:
 } // namespace
 
 TableLines::TableLines(const UserText& path, char separator)
-    : m_name(path.Utf8() == "-" ? "standard input" : path.Utf8()), m_separator(separator), m_buffer(kBlock) {
-    if (path.Utf8() == "-") return;
-    m_file = std::make_unique<FILES::Reader>(path.Wide());
-    if (!m_file->IsOpen()) ThrowNotReadable(path);
-    m_progress.emplace(path.Utf8(), m_file->Size());
+    : m_name(InputName(path)), m_separator(separator), m_file(path), m_buffer(kBlock) {
+    if (!IsStandardStream(path)) m_progress.emplace(m_name, m_file.Size());
 }
 
 std::string_view TableLines::Next() {
@@ -97,24 +93,11 @@ bool TableLines::Fill(std::size_t held) {
     m_begin = 0;
     m_end = held;
     m_buffer.resize(std::max(m_buffer.size(), held + kBlock));
-    const std::size_t count = Read(m_buffer.data() + held, kBlock);
+    const std::size_t count = m_file.Read(m_buffer.data() + held, kBlock);
     m_end += count;
     m_done += count;
     if (m_progress) m_progress->Show(m_done);
     return count > 0;
-}
-
-std::size_t TableLines::Read(char* buffer, std::size_t size) {
-    std::size_t count = 0;
-    const bool read = m_file ? ReadFile(buffer, size, count) : ReadStandardInput(buffer, size, count);
-    StopIfInterrupted(); // before the end of the input is taken for the end of the table
-    if (!read) throw CommandError(ExitCode::IO_ERROR, Place() + ": reading failed");
-    return count;
-}
-
-bool TableLines::ReadFile(char* buffer, std::size_t size, std::size_t& count) {
-    count = m_file->Read(buffer, size);
-    return count > 0 || !m_file->Failed();
 }
 
 void TableFields::Cut(std::string_view line, char separator) {

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "VelmBase/File.h"
+#include "apps/chartutil/files/InputFile.h"
 #include "apps/chartutil/terminal/UserText.h"
 #include "apps/chartutil/work/LongWork.h"
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,18 +34,16 @@ public:
     std::uint64_t LineNumber() const { return m_line; } ///< from 1
 
     /// The file's bytes; 0 for standard input.
-    std::uint64_t Size() const { return m_file ? m_file->Size() : 0; }
+    std::uint64_t Size() const { return m_file.Size(); }
     /// Those up to the end of the line that was read last.
     std::uint64_t Position() const { return m_done - (m_end - m_begin); }
 
 private:
     bool Fill(std::size_t held);
-    std::size_t Read(char* buffer, std::size_t size);
-    bool ReadFile(char* buffer, std::size_t size, std::size_t& count);
 
     std::string m_name;
     char m_separator;
-    std::unique_ptr<FILES::Reader> m_file;
+    InputFile m_file;
     std::optional<Progress> m_progress;
     std::vector<char> m_buffer;
     std::size_t m_begin = 0;

@@ -4,9 +4,9 @@
 #include "apps/chartutil/commands/text/TextSheet.h"
 #include "apps/chartutil/commands/text/Texts.h"
 #include "apps/chartutil/drawing/PictureFile.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
-#include "apps/chartutil/work/Interrupt.h"
 #include "apps/chartutil/work/LongWork.h"
 
 #include <chrono>
@@ -21,26 +21,15 @@ namespace {
 // Standard input without the line end that every text file has at its end.
 std::wstring ReadInput() {
     constexpr std::size_t kMost = 16 << 20;
-    std::string bytes;
-    char block[65536];
-    std::size_t got = 0;
     const Progress progress("standard input");
-    do {
-        if (!ReadStandardInput(block, sizeof block, got))
-            throw CommandError(ExitCode::IO_ERROR, "standard input cannot be read");
-        bytes.append(block, got);
-        if (bytes.size() > kMost)
-            throw CommandError(ExitCode::WRONG_USE,
-                               "standard input is too large for a text; give one of up to 16 MB");
-        progress.Show(bytes.size());
-    } while (got > 0);
+    std::string bytes = ReadFile("-", kMost);
     if (bytes.ends_with('\n')) bytes.pop_back();
     if (bytes.ends_with('\r')) bytes.pop_back();
     return FromUtf8(bytes);
 }
 
 std::wstring TextOf(const MeasureText& options, const TextInfo& style) {
-    std::wstring text = options.text.Utf8() == "-" ? ReadInput() : options.text.Wide();
+    std::wstring text = IsStandardStream(options.text) ? ReadInput() : options.text.Wide();
     if (text.find(L'\0') != std::wstring::npos)
         throw CommandError(ExitCode::WRONG_USE, "the text has a zero character, at which every text ends");
     if (!style.MultiLine() && text.find(L'\n') != std::wstring::npos)
@@ -114,15 +103,15 @@ Surface Picture(const TextInfo& style, const FontInUse& font, const TextRectComp
 
 void Run(const MeasureText& options) {
     const TextInfo style = StyleOf(options);
-    if (!options.picture.empty()) RequirePictureName(options.picture);
+    if (options.picture.IsAsked()) RequirePicture(options.picture, options.isForced);
     const std::wstring text = TextOf(options, style);
-    if (!options.picture.empty()) RequireDrawable(text, options.picture);
+    if (options.picture.IsAsked()) RequireDrawable(text, OutputName(options.picture.path));
     const FontInUse font = FindFont(style);
     const float factor = TextHeightFactComp::Get()(style);
     const auto [box, textHeight, lines] = MeasureUntilInterrupted(style, text);
     StopIfInterrupted();
     const bool isMeasured = !lines.empty() || text.empty() || style.Size() == 0;
-    if (isMeasured && !options.picture.empty())
+    if (isMeasured && options.picture.IsAsked())
         SavePicture(Picture(style, font, box, lines), options.picture);
 
     if (options.json) {

@@ -143,7 +143,7 @@ Surface Picture(const std::vector<Sounding>& soundings, const FontInUse& font, b
 } // namespace
 
 void Run(const MeasureSounding& options) {
-    if (!options.picture.empty()) RequirePictureName(options.picture);
+    if (options.picture.IsAsked()) RequirePicture(options.picture, options.isForced);
     std::vector<Sounding> soundings;
     const std::vector<DepthLabelInfo> styles = StylesOf(options);
     for (const double value : ValuesOf(options))
@@ -155,7 +155,7 @@ void Run(const MeasureSounding& options) {
     const FontInUse font = FindFont(style);
     const float factor = TextHeightFactComp::Get()(style);
     const bool isMeasured = soundings.front().whole.first.Height() != 0 || style.Size() == 0;
-    if (isMeasured && !options.picture.empty())
+    if (isMeasured && options.picture.IsAsked())
         SavePicture(Picture(soundings, font, options.isEach), options.picture);
 
     if (options.json) {

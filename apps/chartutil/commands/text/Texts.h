@@ -1,6 +1,7 @@
 #pragma once
 
 #include "UtilityDLL/presentation/DepthLabelInfo.h"
+#include "apps/chartutil/drawing/PictureFile.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/UserText.h"
 
@@ -23,10 +24,11 @@ struct MeasureText : StyleOptions {
     UserText text; // "-" for standard input
     std::string width;
     bool isMultiLine = false;
-    std::string picture;
+    PictureTarget picture;
+    bool isForced = false;
     bool json = false;
 
-    bool IsLong() const { return !picture.empty() || text.Utf8() == "-" || text.Utf8().size() > 100'000; }
+    bool IsLong() const { return picture.IsAsked() || text.Utf8() == "-" || text.Utf8().size() > 100'000; }
 };
 void Run(const MeasureText& options);
 
@@ -36,15 +38,17 @@ struct MeasureSounding : StyleOptions {
     std::string presentation, placement;
     bool hasNoDecimalZeros = false, isSignInverted = false, isDryingUnderlined = false;
     bool isEach = false; // every presentation and placement
-    std::string picture;
+    PictureTarget picture;
+    bool isForced = false;
     bool json = false;
 
-    bool IsLong() const { return !picture.empty(); }
+    bool IsLong() const { return picture.IsAsked(); }
 };
 void Run(const MeasureSounding& options);
 
 struct DrawJustifications : StyleOptions {
-    std::string picture;
+    PictureTarget picture;
+    bool isForced = false;
     std::vector<UserText> samples; // as FACE=TEXT
     std::string rotations = "0,30,90,200";
 

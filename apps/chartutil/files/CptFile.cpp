@@ -2,7 +2,7 @@
 
 #include "UtilityDLL/colors/HSVColor.h"
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/InputFile.h"
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Errors.h"

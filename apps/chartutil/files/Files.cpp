@@ -1,6 +1,5 @@
 #include "apps/chartutil/files/Files.h"
 
-#include "apps/chartutil/files/InputFile.h"
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/work/LongWork.h"
@@ -40,19 +39,6 @@ bool AreMuchWork(std::span<const UserText> paths) {
 }
 
 bool IsMuchWork(const UserText& path) { return AreMuchWork({&path, 1}); }
-
-std::string ReadFile(const UserText& path, std::size_t most) {
-    InputFile file(path);
-    std::string bytes;
-    char block[65536];
-    while (const std::size_t got = file.Read(block, sizeof block)) {
-        if (bytes.size() + got > most)
-            throw CommandError(ExitCode::WRONG_USE, InputName(path) + ": is too large; give one of up to " +
-                                                        std::to_string(most >> 20U) + " MB");
-        bytes.append(block, got);
-    }
-    return bytes;
-}
 
 void WriteFile(const UserText& path, std::string_view bytes) {
     WriteFile(path, [bytes](const FILES::ContentSink& sink) { return sink(bytes); });

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <limits>
 #include <span>
 #include <string>
 #include <string_view>
@@ -23,10 +22,6 @@ bool PathExists(const UserText& path);
 /// some are large, or one is "-", of which nobody knows.
 bool AreMuchWork(std::span<const UserText> paths);
 bool IsMuchWork(const UserText& path);
-
-/// The bytes of a file, or of standard input. Ends the command when it cannot be read, and when there are
-/// more than `most`.
-std::string ReadFile(const UserText& path, std::size_t most = std::numeric_limits<std::size_t>::max());
 
 /// Gives the file these bytes, whole or not at all, or writes them to standard output. Ends the command when
 /// it cannot be written. RequireReplaceable() comes first, where the file may be another one than is meant.

@@ -25,3 +25,16 @@ std::size_t InputFile::Read(void* buffer, std::size_t count) {
     StopIfInterrupted(); // before the end of the input is taken for the end of the file
     return got;
 }
+
+std::string ReadFile(const UserText& path, std::size_t most) {
+    InputFile file(path);
+    std::string bytes;
+    char block[65536];
+    while (const std::size_t got = file.Read(block, sizeof block)) {
+        if (bytes.size() + got > most)
+            throw CommandError(ExitCode::WRONG_USE, InputName(path) + ": is too large; give one of up to " +
+                                                        std::to_string(most >> 20U) + " MB");
+        bytes.append(block, got);
+    }
+    return bytes;
+}

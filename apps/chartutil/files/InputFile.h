@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
+#include <string>
 
 /// A file, or "-" for standard input, that is read block by block from its beginning to its end. Ends the
 /// command when it cannot be read.
@@ -23,3 +25,7 @@ private:
     UserText m_path;
     std::unique_ptr<FILES::Reader> m_file; // null for standard input
 };
+
+/// The bytes of a file, or of standard input. Ends the command when it cannot be read, and when there are
+/// more than `most`.
+std::string ReadFile(const UserText& path, std::size_t most = std::numeric_limits<std::size_t>::max());

@@ -1,7 +1,7 @@
 #include "apps/chartutil/files/LayoutFile.h"
 
 #include "VelmBase/SettingsText.h"
-#include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/InputFile.h"
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Errors.h"
 

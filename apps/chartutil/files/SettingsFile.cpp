@@ -1,7 +1,7 @@
 #include "apps/chartutil/files/SettingsFile.h"
 
 #include "VelmBase/WideString.h"
-#include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/InputFile.h"
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"

@@ -1,6 +1,6 @@
 #include "apps/chartutil/commands/contours/ContourFile.h"
 
-#include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/InputFile.h"
 #include "apps/chartutil/files/SettingsFile.h"
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Errors.h"

@@ -4,6 +4,7 @@
 #include "apps/chartutil/commands/text/TextSheet.h"
 #include "apps/chartutil/commands/text/Texts.h"
 #include "apps/chartutil/drawing/PictureFile.h"
+#include "apps/chartutil/files/InputFile.h"
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"

@@ -103,13 +103,13 @@ bool IsUtf16(std::string_view content) {
 
 // Zero bytes, or more control codes than a text has of them.
 bool IsBinary(std::string_view content) {
-    constexpr std::size_t kMost = 16; // one in so many
+    constexpr std::size_t kMost = 16; // one in so many, and one more
     const auto isControl = [](char c) {
         return static_cast<unsigned char>(c) < 0x20 &&
                std::string_view("\t\n\v\f\r").find(c) == std::string_view::npos;
     };
     return content.find('\0') != std::string_view::npos ||
-           static_cast<std::size_t>(std::ranges::count_if(content, isControl)) * kMost > content.size();
+           static_cast<std::size_t>(std::ranges::count_if(content, isControl)) > content.size() / kMost + 1;
 }
 
 // The text's next line, which it loses.

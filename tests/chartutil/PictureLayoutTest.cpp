@@ -3,6 +3,8 @@
 #include "apps/chartutil/commands/colors/ColorTablePicture.h"
 #include "apps/chartutil/commands/colors/PalettePicture.h"
 #include "apps/chartutil/commands/contours/ContourLegend.h"
+#include "apps/chartutil/commands/style/LineSample.h"
+#include "apps/chartutil/drawing/Layout.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -90,4 +92,42 @@ TEST(PictureLayout, ContourLegendSaysHowManyAreLeftOut) {
     const Surface legend = ContourLegend(list, "many.cdf");
     EXPECT_EQ("and 101 more", TextBoxes(legend).back().text);
     ExpectTextsHaveRoom(legend);
+}
+
+TEST(PictureLayout, APaleContourIsSeenInTheLegend) {
+    ContourDefinitionList list;
+    ContourDefinitionList::ContourDefInfo info;
+    info.level = 5;
+    info.trueColor = 0xFDFDFE;
+    info.annotate = true;
+    list.Add(info);
+    const Surface legend = ContourLegend(list, "pale.cdf");
+    int outlines = 0;
+    for (const Surface::Shape& shape : legend.Shapes()) {
+        const auto* stroke = std::get_if<Surface::Stroke>(&shape);
+        if (stroke && stroke->pen.color == RGBColor(150, 150, 150)) ++outlines;
+        const auto* label = std::get_if<Surface::Label>(&shape);
+        EXPECT_FALSE(label && IsPale(label->color));
+    }
+    EXPECT_EQ(2, outlines); // on both sides of its number
+}
+
+TEST(PictureLayout, LineSampleOfAnyStyle) {
+    for (const float width : {0.0f, 0.35f, 5.0f, 1e30f, std::numeric_limits<float>::infinity(),
+                              std::numeric_limits<float>::quiet_NaN()})
+        for (const unsigned long color : {0x000000UL, 0x00FFFFUL, 0xFFFFFFUL})
+            for (const int style : {0, 1, 2, 3}) {
+                SCOPED_TRACE(std::to_string(width) + ", " + std::to_string(color));
+                LineInfo line;
+                line.SetWidth(width);
+                line.SetColor(color);
+                line.SetStyle(static_cast<LineInfo::LINESTYLE>(style));
+                line.SetEnable(style != 0);
+                ExpectTextsHaveRoom(LineSample(line));
+                DXFInfo dxf;
+                dxf.SetWidth(width);
+                dxf.SetColor(color);
+                dxf.SetColorMode(style == 3 ? -2147483647 : style);
+                ExpectTextsHaveRoom(LineSample(dxf));
+            }
 }

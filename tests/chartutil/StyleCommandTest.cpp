@@ -140,6 +140,39 @@ TEST(StyleLine, TellsWhatEachItemBecomes) {
               result.output);
 }
 
+TEST(StyleLine, PictureNamesWhatTheLineIsMadeOf) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder.File(L"line.svg");
+    struct Row {
+        const char* line;
+        std::vector<const char*> texts;
+    };
+    for (const Row& row :
+         {Row{"0.5,5,Dashed,16711680,1", {"Dashed", "0.5 mm", "#0000FF", "170, #0000FF, differs by 0.0"}},
+          Row{"0.18,5,dash DOT,255,0", {"Dash dot", "0.18 mm", "#FF0000", "0: on a chart it is not drawn"}},
+          Row{"20,1,1", {"20 mm, drawn 5 mm", "#FF0000", "1: all lines of a drawing"}},
+          Row{"0,5,7", {"0: each line of a drawing keeps its own", "7: each line"}}}) {
+        const ProgramResult result = Style({"line", row.line, "--picture", ToUtf8(path)});
+        EXPECT_EQ(0, result.exitCode) << result.error;
+        EXPECT_THAT(result.output, HasSubstr("in one line: "));
+        const std::string svg = ReadBytes(path);
+        for (const char* text : row.texts) EXPECT_THAT(svg, HasSubstr(std::string(">") + text)) << row.line;
+    }
+    EXPECT_THAT(ReadBytes(path), Not(HasSubstr("stroke-dasharray")));
+    Style({"line", "0.5,1,Dash dot,0", "--picture", ToUtf8(path)});
+    EXPECT_THAT(ReadBytes(path), HasSubstr("stroke-dasharray=\"3 1 0.3 1\""));
+}
+
+TEST(StyleLine, TextsHaveTheirPicturesElsewhere) {
+    const TemporaryFolder folder;
+    for (const char* line : {"Arial,2.5,0,0,0,0,0,0,0,0", "a,1,0,0,5,0,0,0,0,3,1,2,0,0"}) {
+        const ProgramResult result = Style({"line", line, "--picture", ToUtf8(folder.File(L"text.svg"))});
+        EXPECT_EQ(2, result.exitCode);
+        EXPECT_THAT(result.error, HasSubstr("chartutil text "));
+    }
+    EXPECT_EQ(0u, folder.NumFiles());
+}
+
 TEST(StyleLine, OldDepthLabelsHaveNoTrueColour) {
     const json document = json::parse(Style({"line", "a,1,0,0,5,0,0,0,0,3,1,2,0,0", "--json"}).output);
     const json& fields = document["fields"];

@@ -1,6 +1,8 @@
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/commands/style/LineSample.h"
 #include "apps/chartutil/commands/style/Records.h"
+#include "apps/chartutil/drawing/PictureFile.h"
 #include "apps/chartutil/files/SettingsFile.h"
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/ColorText.h"
@@ -96,11 +98,29 @@ void Run(const ShowOptions& options) {
 struct LineOptions {
     UserText line;
     std::string as;
+    std::string picture;
     bool json = false;
+
+    bool IsLong() const { return !picture.empty(); }
 };
+
+template <typename Style> Surface SampleOf(const UserText& line) {
+    Style style;
+    style.FromString(line.Wide());
+    return LineSample(style);
+}
+
+Surface SampleOf(const Record& record, const UserText& line) {
+    if (record.type == "LineInfo") return SampleOf<LineInfo>(line);
+    if (record.type == "DXFInfo") return SampleOf<DXFInfo>(line);
+    const std::string command = record.type == "TextInfo" ? "text measure TEXT" : "text sounding DEPTH";
+    throw CommandError(ExitCode::WRONG_USE, "this is the style of a text; 'chartutil " + command +
+                                                " --style LINE --picture FILE' draws one in it");
+}
 
 void Run(const LineOptions& options) {
     const Record record = RecordOfLine(options.line.Wide(), options.as);
+    if (!options.picture.empty()) SavePicture(SampleOf(record, options.line), options.picture);
     if (options.json)
         PrintJson(ToJson(record));
     else
@@ -132,12 +152,14 @@ void AddLine(CLI::App& style) {
 
 Examples:
   chartutil style line 'Arial,2.5,1,8,10,0,0,0,0,255'
-  chartutil style line '0.5,1,Dashed'
+  chartutil style line '0.5,5,Dashed,16711680,1' --picture dashed.svg
   chartutil style line --as dxf '2,1,3')");
     command.add_option("LINE", options.line, "The line; put it in quotes")->required();
     command
         .add_option("--as", options.as, "What it is: text, depth, line or dxf. Without this it is guessed")
         ->check(CLI::IsMember({"text", "depth", "line", "dxf"}));
+    command.add_option("--picture", options.picture,
+                       "Also draw lines in the style into this .svg, .png, .pdf or .dxf file");
     AddJson(command, options.json);
 }
 

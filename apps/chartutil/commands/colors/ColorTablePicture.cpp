@@ -16,7 +16,8 @@ constexpr double kTop = 16.5; // of the uppermost band
 constexpr double kBarWidth = 22.5;
 constexpr double kBarGap = 2;
 constexpr double kDefaultHeight = 6.5;
-constexpr double kLinePitch = 3.75; // of the smaller texts
+constexpr double kLinePitch = 3.75;     // of the smaller texts
+constexpr double kLowestOutlined = 1.5; // of lower bands there would be little else to see
 const Font kTitle{3.75, true};
 const Font kHeading{2.75};
 const Font kIndex{2.75};
@@ -53,7 +54,10 @@ Surface ColorTablePicture(const DXFColorTable& table, const std::string& title, 
         for (int i = 0; i < count; ++i) {
             StopIfInterrupted();
             const double y = bottom - bandHeight * (i + 1);
-            surface.Rectangle(x, y, kBarWidth, bandHeight, colorOf(i));
+            if (bandHeight >= kLowestOutlined)
+                DrawSwatch(surface, x, y, kBarWidth, bandHeight, colorOf(i));
+            else
+                surface.Rectangle(x, y, kBarWidth, bandHeight, colorOf(i));
             const std::string text = textOf(i);
             if (bandHeight >= kLinePitch && !text.empty())
                 surface.Text(x + kBarWidth / 2, BaselineAround(y + bandHeight / 2, kIndex), text, kIndex,

@@ -21,7 +21,7 @@ Surface PalettePicture() {
     Surface surface(2 * kMargin + kGroups * kCellWidth, kGreys + kCellHeight + kMargin);
     const auto cell = [&](int index, double x, double y) {
         const RGBColor color{DXFColor(index)};
-        surface.Rectangle(x, y, kCellWidth, kCellHeight, color);
+        DrawSwatch(surface, x, y, kCellWidth, kCellHeight, color);
         surface.Text(x + kCellWidth / 2, BaselineAround(y + kCellHeight / 2, kNumber), std::to_string(index),
                      kNumber, ReadableOn(color), Surface::Anchor::MIDDLE);
     };

@@ -44,15 +44,15 @@ void DrawLine(Surface& surface, double y, const Info& info) {
     constexpr double kRight = kMargin + kLineLength;
     const Surface::Pen pen = PenOf(info);
     if (!info.annotate) {
-        surface.Line(kMargin, y, kRight, y, pen);
+        DrawSample(surface, {{kMargin, y}, {kRight, y}}, pen);
         return;
     }
     constexpr double kMiddle = kMargin + kLineLength / 2;
     const double toLine = kLevel.Width(LevelText(info)) / 2 + 1.25;
-    surface.Line(kMargin, y, kMiddle - toLine, y, pen);
-    surface.Line(kMiddle + toLine, y, kRight, y, pen);
-    surface.Text(kMiddle, BaselineAround(y, kLevel), LevelText(info), kLevel, pen.color,
-                 Surface::Anchor::MIDDLE);
+    DrawSample(surface, {{kMargin, y}, {kMiddle - toLine, y}}, pen);
+    DrawSample(surface, {{kMiddle + toLine, y}, {kRight, y}}, pen);
+    surface.Text(kMiddle, BaselineAround(y, kLevel), LevelText(info), kLevel,
+                 IsPale(pen.color) ? kGrey : pen.color, Surface::Anchor::MIDDLE);
 }
 
 } // namespace

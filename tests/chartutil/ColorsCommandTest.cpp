@@ -204,6 +204,18 @@ TEST(ColorsTable, DxfShowsIndicesAndMergesEqualNeighbours) {
     EXPECT_THAT(Colors({"table", input.Path(), "--dxf"}).output, HasSubstr("DXF 170\n"));
 }
 
+TEST(ColorsTable, TheSampleTablesColoursAreNearlyThoseOfThePalette) {
+    const json document =
+        json::parse(Colors({"table", PROJECT_DATA_FOLDER "/sea-floor.col", "--dxf", "--json"}).output);
+    std::vector<json> bands = document["bands"];
+    EXPECT_EQ(5u, bands.size());
+    bands.push_back(document["below"]);
+    for (const json& band : bands) {
+        const RGBColor color(band["reference"].get<unsigned long>()), dxf(DXFColor(band["dxf"].get<int>()));
+        EXPECT_LT(ColorDifference(LabColor(color), LabColor(dxf)), 3) << band;
+    }
+}
+
 TEST(ColorsTable, PictureHasABandForEachEntry) {
     const InputFile input(L"dep & ths.col", kTable);
     const std::wstring picture = input.Beside(L"t.svg");

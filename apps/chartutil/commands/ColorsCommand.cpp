@@ -32,6 +32,9 @@ std::string ValueText(double value) { return GeneralText(value, std::max(15, Get
 // JSON has no number for what is not finite.
 Json ValueJson(double value) { return std::isfinite(value) ? Json(value) : Json(ValueText(value)); }
 
+// A double would show digits that the float does not have.
+Json FloatJson(float value) { return RoundedToDigits(static_cast<double>(value), 7); }
+
 Json ColorJson(const RGBColor& color) {
     return {{"hex", HexText(color)},
             {"rgb", {color.Red(), color.Green(), color.Blue()}},
@@ -46,14 +49,12 @@ struct NearestOptions {
     bool json = false;
 };
 
-double Difference(const RGBColor& a, const RGBColor& b) { return ColorDifference(LabColor(a), LabColor(b)); }
-
 // The index that looks most like the colour; of several the one that DXFColor takes, or else the lowest.
 DXFColor NearestToTheEye(const RGBColor& color) {
     DXFColor nearest(color);
-    double least = Difference(color, nearest);
+    double least = ColorDifference(color, nearest);
     for (int index = 0; index < 256; ++index) {
-        const double difference = Difference(color, DXFColor(index));
+        const double difference = ColorDifference(color, DXFColor(index));
         if (difference >= least) continue;
         nearest = DXFColor(index);
         least = difference;
@@ -73,11 +74,11 @@ void Run(const NearestOptions& options) {
     const RGBColor color = RequireColor(options.color);
     const DXFColor nearest = options.isPerceptual ? NearestToTheEye(color) : DXFColor(color);
     const RGBColor palette(nearest);
-    const double difference = Difference(color, palette);
+    const double difference = ColorDifference(color, palette);
     const HSVColor hsv(color);
     if (options.json) {
         PrintJson({{"color", ColorJson(color)},
-                   {"hsv", {hsv.Hue(), hsv.Saturation(), hsv.Value()}},
+                   {"hsv", {FloatJson(hsv.Hue()), FloatJson(hsv.Saturation()), FloatJson(hsv.Value())}},
                    {"index", nearest.Index()},
                    {"palette", ColorJson(palette)},
                    {"difference", RoundedToDigits(difference, 6)}});

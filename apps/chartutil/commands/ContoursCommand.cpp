@@ -64,7 +64,7 @@ Json ToJson(const Info& info) {
             {"trueColor", info.trueColor},
             {"dxf", DXFColor(color).Index()},
             {"lineType", LineTypeName(info.lineType)},
-            {"lineWidth", std::stod(GeneralText(static_cast<double>(info.lineWidth), 7))},
+            {"lineWidth", RoundedToDigits(static_cast<double>(info.lineWidth), 7)},
             {"annotate", info.annotate}};
 }
 

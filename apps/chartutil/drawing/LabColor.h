@@ -21,3 +21,8 @@ struct LabColor {
 /// "The CIEDE2000 Color-Difference Formula: Implementation Notes, Supplementary Test Data, and Mathematical
 /// Observations", Color Research and Application 30 (2005).
 double ColorDifference(const LabColor& a, const LabColor& b);
+
+/// The same for two colours of a screen.
+inline double ColorDifference(const RGBColor& a, const RGBColor& b) {
+    return ColorDifference(LabColor(a), LabColor(b));
+}

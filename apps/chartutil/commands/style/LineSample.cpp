@@ -52,9 +52,8 @@ std::string WidthText(double width) {
 }
 
 std::string DxfText(const RGBColor& color, const DXFColor& index) {
-    const double difference = ColorDifference(LabColor(color), LabColor(RGBColor(index)));
     return std::to_string(index.Index()) + ", " + HexText(RGBColor(index)) + ", differs by " +
-           DecimalText(difference, 1);
+           DecimalText(ColorDifference(color, index), 1);
 }
 
 std::vector<Property> ColorProperties(const RGBColor& color) {

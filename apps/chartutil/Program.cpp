@@ -6,6 +6,7 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Suggestion.h"
 #include "apps/chartutil/work/LongWork.h"
 
 #include <CLI/CLI.hpp>
@@ -31,15 +32,57 @@ constexpr Command kCommands[] = {
     {"init", AddInitCommand},         {"check", AddCheckCommand},
 };
 
-// The command that the first argument names is made alone, since making all takes longer than most of them
-// do.
+bool IsOption(const std::string& argument) { return argument.starts_with('-'); }
+
+// The command that the arguments name is made alone, since making all takes longer than most of them do.
 void AddCommands(CLI::App& program, const std::vector<std::string>& arguments) {
+    const auto first = std::ranges::find_if_not(arguments, IsOption);
     const auto isNamed = [&](const Command& command) {
-        return !arguments.empty() && command.name == arguments.front();
+        return first != arguments.end() && command.name == *first;
     };
     const bool isAnyNamed = std::any_of(std::begin(kCommands), std::end(kCommands), isNamed);
     for (const Command& command : kCommands)
         if (!isAnyNamed || isNamed(command)) command.add(program);
+}
+
+// Options of the program itself, which may stand anywhere among those of its commands.
+void AddRestraint(CLI::App& program) {
+    const auto add = [&](const char* name, bool Restraint::*field, bool value, const char* what) {
+        const auto set = [field, value] {
+            Restraint restraint = CurrentRestraint();
+            restraint.*field = value;
+            SetRestraint(restraint);
+        };
+        program.add_flag_callback(name, set, what);
+    };
+    add("--quiet", &Restraint::isQuiet, true, "Print errors and results, and nothing else");
+    add("--no-color", &Restraint::hasColors, false, "Print no colours, as with NO_COLOR or TERM=dumb");
+    program.fallthrough();
+}
+
+// What to say of a word that stands where a command of `program` is to be named; empty where none does.
+std::string UnknownCommand(const CLI::App& program) {
+    const CLI::App* group = &program;
+    while (!group->get_subcommands().empty()) group = group->get_subcommands().front();
+    std::vector<std::string> names;
+    for (const CLI::App* const command : group->get_subcommands({})) names.push_back(command->get_name());
+    const std::vector<std::string> left = program.remaining(true);
+    const auto word = std::ranges::find_if_not(left, IsOption);
+    if (names.empty() || word == left.end()) return {};
+    const std::string place = group == &program ? "" : " in '" + group->get_display_name() + "'";
+    return "There is no command \"" + *word + '"' + place + DidYouMean(*word, names, '"', '"') +
+           "\nRun with --help for more information.";
+}
+
+// Prints what is wrong with the arguments, or the help if they ask for it.
+ExitCode ExplainUse(const CLI::App& program, const CLI::ParseError& error) {
+    std::ostringstream message; // with arguments, which a script may have taken from anywhere
+    const bool isHelp = program.exit(error, std::cout, message) == 0;
+    if (isHelp) return ExitCode::SUCCESS;
+    const std::string unknown = UnknownCommand(program);
+    const std::string text = unknown.empty() ? message.str() : unknown;
+    PrintError(std::string_view(text).substr(0, text.find_last_not_of('\n') + 1));
+    return ExitCode::WRONG_USE;
 }
 
 // A caller that reads the output must learn that it is not all there.
@@ -55,17 +98,20 @@ ExitCode Finished(ExitCode code) {
 ExitCode RunProgram(std::vector<std::string> arguments) {
     if (const ErrorString started = UtilityDLLStartUp(); !started) {
         if (arguments == std::vector<std::string>{"--version"}) std::cout << VersionLines() << '\n';
-        PrintNote("chartutil: " + ToUtf8(started.Text()));
+        PrintError("chartutil: " + ToUtf8(started.Text()));
         return ExitCode::IO_ERROR;
     }
     CLI::App program("Settings, colours and geometry of the charting suite from the command line",
                      "chartutil");
     program.footer("Exit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.\n"
                    "Ctrl-C stops a command with no file half written; a second one ends it at once.\n"
+                   "--quiet and --no-color may stand anywhere on the line.\n"
                    "'chartutil COMMAND --help' explains a command and shows examples.");
     program.set_version_flag("--version", VersionLines, "Show the versions of the program and its libraries");
     program.require_subcommand(1);
     program.allow_windows_style_options(false); // "/data/a.ini" is a path on every platform
+    SetRestraint({});
+    AddRestraint(program);
     AddCommands(program, arguments);
 
     try {
@@ -73,14 +119,9 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
         program.parse(std::move(arguments));
         return Finished(ExitCode::SUCCESS);
     } catch (const CLI::ParseError& error) {
-        std::ostringstream message; // with arguments, which a script may have taken from anywhere
-        const bool isHelp = program.exit(error, std::cout, message) == 0;
-        if (isHelp) return Finished(ExitCode::SUCCESS);
-        const std::string text = message.str();
-        PrintNote(std::string_view(text).substr(0, text.find_last_not_of('\n') + 1));
-        return ExitCode::WRONG_USE;
+        return Finished(ExplainUse(program, error));
     } catch (const Interrupted& interrupted) {
-        PrintNote("chartutil: " + interrupted.text);
+        PrintError("chartutil: " + interrupted.text);
         return Finished(ExitCode::IO_ERROR);
     } catch (const CommandExit& exit) {
         return Finished(exit.code);
@@ -91,7 +132,7 @@ ExitCode RunProgram(std::vector<std::string> arguments) {
         std::cerr << "chartutil: not enough memory for this input\n";
         return ExitCode::IO_ERROR;
     } catch (const std::exception& error) {
-        PrintNote(std::string("chartutil: ") + error.what());
+        PrintError(std::string("chartutil: ") + error.what());
         return ExitCode::IO_ERROR;
     }
 }

@@ -6,10 +6,6 @@
 
 namespace {
 
-void Require(const ErrorString& rule) {
-    if (!rule) throw CommandError(ExitCode::WRONG_USE, ToUtf8(rule.Text()));
-}
-
 // A lone carriage return comes back from a file, but not from one that an editor has saved.
 void RequireOneLine(const std::string& what, const std::wstring& text) {
     if (text.find_first_of(L"\r\n") != std::wstring::npos)
@@ -19,9 +15,13 @@ void RequireOneLine(const std::string& what, const std::wstring& text) {
 
 } // namespace
 
+void RequireStored(const ErrorString& result) {
+    if (!result) throw CommandError(ExitCode::WRONG_USE, ToUtf8(result.Text()));
+}
+
 void RequireSectionName(const std::wstring& name) {
     RequireOneLine("section name", name);
-    Require(SETTINGS::CheckSectionName(name));
+    RequireStored(SETTINGS::CheckSectionName(name));
 }
 
 void RequireKeyLine(const std::wstring& name, const std::wstring& value, const std::wstring& comment) {
@@ -29,5 +29,5 @@ void RequireKeyLine(const std::wstring& name, const std::wstring& value, const s
     RequireOneLine("key name", name);
     RequireOneLine("value", value);
     RequireOneLine("comment", comment);
-    Require(SETTINGS::CheckKeyLine(name, value, comment));
+    RequireStored(SETTINGS::CheckKeyLine(name, value, comment));
 }

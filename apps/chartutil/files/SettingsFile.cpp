@@ -5,17 +5,19 @@
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/Suggestion.h"
 #include "apps/chartutil/work/LongWork.h"
 
 #include <cstdint>
 
 namespace {
 
-[[noreturn]] void ThrowAtLine(const UserText& path, std::uint32_t line, const std::string& what) {
-    throw CommandError(ExitCode::IO_ERROR, InputName(path) + ":" + std::to_string(line) + ": " + what);
+[[noreturn]] void ThrowAtLine(const std::string& name, std::uint32_t line, const std::string& what) {
+    throw CommandError(ExitCode::IO_ERROR, name + ":" + std::to_string(line) + ": " + what);
 }
 
 constexpr const char* kNamelessSection = "a section has no name; write one between \"[\" and \"]\"";
+constexpr const char* kShowLists = " 'chartutil settings show' lists them";
 
 } // namespace
 
@@ -27,19 +29,18 @@ IniFile OpenSettings(const UserText& path) {
 IniFile SettingsOf(std::string_view content, const UserText& path) {
     IniFile file;
     IniFile::Fault fault;
-    if (file.ReadText(content, fault)) return file;
-    if (fault.kind == IniFile::Fault::NAMELESS_SECTION) ThrowAtLine(path, fault.line, kNamelessSection);
-    ThrowAtLine(path, fault.line,
-                "the section " + InBrackets(fault.section) +
-                    " is there already (letter case does not count); rename or remove one of the two");
+    if (file.Open(path.Wide(), fault)) return file;
+    if (fault.kind == IniFile::Fault::NOT_READABLE) ThrowNotReadable(path);
+    ThrowSettingsFault(path.Utf8(), fault);
 }
 
 FileObject OpenFileObject(const UserText& path) {
     const Progress progress(InputName(path));
     FileObject file;
     std::uint32_t line = 0;
-    if (!file.ReadText(ReadFile(path), line)) ThrowAtLine(path, line, kNamelessSection);
-    return file;
+    if (file.Open(path.Wide(), 0, line)) return file;
+    if (line > 0) ThrowAtLine(path.Utf8(), line, kNamelessSection);
+    ThrowNotReadable(path);
 }
 
 void SaveSettings(const IniFile& file, const UserText& path) {
@@ -51,19 +52,32 @@ void SaveSettings(const IniFile& file, const UserText& path) {
     NoteChanged(path.Utf8());
 }
 
-Section& RequireSection(IniFile& file, const UserText& path, const UserText& name) {
-    if (!file.HasSection(name.Wide()))
-        throw CommandError(ExitCode::CHECK_FAILED, InputName(path) + ": there is no section [" + name.Utf8() +
-                                                       "]; 'chartutil settings show' lists them");
-    return file[name.Wide()];
+void ThrowSettingsFault(const std::string& name, const IniFile::Fault& fault) {
+    ThrowAtLine(name, fault.line,
+                fault.kind == IniFile::Fault::NAMELESS_SECTION
+                    ? kNamelessSection
+                    : "the section " + InBrackets(fault.section) +
+                          " is there already (letter case does not count); rename or remove one of the two");
 }
 
-SectionKey& RequireKey(Section& section, const UserText& path, const UserText& name) {
-    if (name.Empty() || !section.HasKey(name.Wide()))
-        throw CommandError(ExitCode::CHECK_FAILED, path.Utf8() + ": there is no key \"" + name.Utf8() +
-                                                       "\" in " + InBrackets(section.GetName()) +
-                                                       "; 'chartutil settings show' lists them");
-    return section[name.Wide()];
+Section& RequireSection(IniFile& file, const UserText& path, const UserText& name) {
+    if (file.HasSection(name.Wide())) return file[name.Wide()];
+    std::vector<std::string> names;
+    for (int i = 0; i < file.NumSections(); ++i) names.push_back(ToUtf8(file[i].GetName().String()));
+    ThrowNoSection(path.Utf8(), name.Utf8(), names);
+}
+
+void ThrowNoSection(const std::string& file, const std::string& name, const std::vector<std::string>& names) {
+    const std::string meant = DidYouMean(name, names, '[', ']');
+    throw CommandError(ExitCode::CHECK_FAILED, file + ": there is no section [" + name + "]" + meant +
+                                                   (meant.empty() ? ";" : "") + kShowLists);
+}
+
+void ThrowNoKey(const std::string& file, const std::string& name, const std::string& section,
+                const std::vector<std::string>& names) {
+    const std::string meant = DidYouMean(name, names, '"', '"');
+    throw CommandError(ExitCode::CHECK_FAILED, file + ": there is no key \"" + name + "\" in [" + section + "]" +
+                                                   meant + (meant.empty() ? ";" : "") + kShowLists);
 }
 
 std::string InBrackets(const std::wstring& section) { return "[" + ToUtf8(section) + "]"; }

@@ -4,7 +4,7 @@
 #include "apps/chartutil/terminal/UserText.h"
 
 #include <string>
-#include <string_view>
+#include <vector>
 
 // Settings files as commands use them. Each function ends the command when it cannot do its work, with the
 // same words for the same fault.
@@ -23,9 +23,18 @@ FileObject OpenFileObject(const UserText& path);
 /// not come back, such as a value without a name in a file of another program.
 void SaveSettings(const IniFile& file, const UserText& path);
 
-/// The section or key of that name, whatever its letter case (ExitCode::CHECK_FAILED when it is not there).
+/// Ends the command: the content of the file `name` stops at that fault (ExitCode::IO_ERROR).
+[[noreturn]] void ThrowSettingsFault(const std::string& name, const IniFile::Fault& fault);
+
+/// The section of that name, whatever its letter case (ExitCode::CHECK_FAILED when it is not there).
 Section& RequireSection(IniFile& file, const UserText& path, const UserText& name);
-SectionKey& RequireKey(Section& section, const UserText& path, const UserText& name);
+
+/// Ends the command: there is no section, or no key, of that name in `file` (ExitCode::CHECK_FAILED). Says
+/// which of those that are there may be meant. All in UTF-8.
+[[noreturn]] void ThrowNoSection(const std::string& file, const std::string& name,
+                                 const std::vector<std::string>& names);
+[[noreturn]] void ThrowNoKey(const std::string& file, const std::string& name, const std::string& section,
+                             const std::vector<std::string>& names);
 
 /// "[NAME]"
 std::string InBrackets(const std::wstring& section);

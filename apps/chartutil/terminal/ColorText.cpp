@@ -27,8 +27,10 @@ std::optional<RGBColor> ParseComponents(const std::string& text) {
     return RGBColor(components[0], components[1], components[2]);
 }
 
+bool OutputHasColors() { return OutputIsTerminal() && ColorsAreWanted(); }
+
 std::string InLook(std::string_view text, const std::string& codes) {
-    if (!OutputIsTerminal()) return std::string(text);
+    if (!OutputHasColors()) return std::string(text);
     return "\x1b[" + codes + "m" + std::string(text) + "\x1b[0m";
 }
 
@@ -39,7 +41,7 @@ std::string Colored(std::string_view text, TextColor color) {
 }
 
 std::string OnColor(const std::string& text, const RGBColor& color) {
-    if (!OutputIsTerminal()) return text;
+    if (!OutputHasColors()) return text;
     const RGBColor ink = ReadableOn(color);
     const auto codes = [](const RGBColor& c) {
         return std::to_string(c.Red()) + ';' + std::to_string(c.Green()) + ';' + std::to_string(c.Blue());

@@ -9,10 +9,10 @@
 /// How a text looks on a terminal: the numbers are those by which terminals know it.
 enum class TextColor { PLAIN = 0, BOLD = 1, DIM = 2, RED = 31, GREEN = 32, YELLOW = 33 };
 
-/// `text` in that look where the output is a terminal; else as it is.
+/// `text` in that look where the output is a terminal and the user wants colours; else as it is.
 std::string Colored(std::string_view text, TextColor color);
 
-/// `text` on that colour, where the terminal shows colours; else as it is.
+/// The same for `text` on that colour.
 std::string OnColor(const std::string& text, const RGBColor& color);
 
 /// "255,128,0"

@@ -4,7 +4,19 @@
 #include "apps/chartutil/terminal/Errors.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
+
+namespace {
+
+Restraint current;
+
+std::string_view Variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value ? value : std::string_view();
+}
+
+} // namespace
 
 std::string WithoutControls(std::string_view text, const char* spelling) {
     const std::wstring wide = FromUtf8(text);
@@ -26,9 +38,25 @@ std::string Printable(std::string_view text) {
     return OutputIsTerminal() ? WithoutControls(text) : std::string(text);
 }
 
+void SetRestraint(const Restraint& restraint) { current = restraint; }
+
+const Restraint& CurrentRestraint() { return current; }
+
+bool ColorsAreWanted() { return current.hasColors && Variable("NO_COLOR").empty() && !TerminalIsDumb(); }
+
+bool TerminalIsDumb() { return Variable("TERM") == "dumb"; }
+
+void PrintDone(std::string_view text) {
+    if (!current.isQuiet) std::cout << Printable(text) << '\n';
+}
+
 void PrintNote(std::string_view text) {
+    if (!current.isQuiet) PrintError(text);
+}
+
+void PrintError(std::string_view text) {
     std::cout.flush();
     std::cerr << (ErrorIsTerminal() ? WithoutControls(text) : std::string(text)) << '\n';
 }
 
-void PrintError(const CommandError& error) { PrintNote(std::string("chartutil: ") + error.what()); }
+void PrintError(const CommandError& error) { PrintError(std::string("chartutil: ") + error.what()); }

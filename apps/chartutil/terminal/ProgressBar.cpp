@@ -20,10 +20,12 @@ std::string Drawn(double share) {
     return " [" + bar + "] " + Padded(std::to_string(part(100)), 3, Align::RIGHT) + '%';
 }
 
+bool IsWanted() { return ErrorIsTerminal() && !TerminalIsDumb() && !CurrentRestraint().isQuiet; }
+
 } // namespace
 
 ProgressBar::ProgressBar()
-    : ProgressBar(ErrorIsTerminal() ? &std::cerr : nullptr, std::chrono::steady_clock::now) {}
+    : ProgressBar(IsWanted() ? &std::cerr : nullptr, std::chrono::steady_clock::now) {}
 
 ProgressBar::ProgressBar(std::ostream* terminal, Clock clock)
     : m_terminal(terminal), m_clock(std::move(clock)), m_next(m_clock() + std::chrono::milliseconds(300)) {}

@@ -11,7 +11,7 @@ class ProgressBar {
 public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-    /// On standard error while that is a terminal.
+    /// On standard error while that is a terminal that takes one, and the user has not asked for quiet.
     ProgressBar();
 
     /// On `terminal`, nowhere when that is null, as time goes by by that clock.

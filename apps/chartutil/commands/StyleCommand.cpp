@@ -1,5 +1,6 @@
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/commands/OutputOptions.h"
 #include "apps/chartutil/commands/style/LineSample.h"
 #include "apps/chartutil/commands/style/Records.h"
 #include "apps/chartutil/drawing/PictureFile.h"
@@ -98,10 +99,11 @@ void Run(const ShowOptions& options) {
 struct LineOptions {
     UserText line;
     std::string as;
-    std::string picture;
+    PictureTarget picture;
+    bool isForced = false;
     bool json = false;
 
-    bool IsLong() const { return !picture.empty(); }
+    bool IsLong() const { return picture.IsAsked(); }
 };
 
 template <typename Style> Surface SampleOf(const UserText& line) {
@@ -120,7 +122,10 @@ Surface SampleOf(const Record& record, const UserText& line) {
 
 void Run(const LineOptions& options) {
     const Record record = RecordOfLine(options.line.Wide(), options.as);
-    if (!options.picture.empty()) SavePicture(SampleOf(record, options.line), options.picture);
+    if (options.picture.IsAsked()) {
+        RequirePicture(options.picture, options.isForced);
+        SavePicture(SampleOf(record, options.line), options.picture);
+    }
     if (options.json)
         PrintJson(ToJson(record));
     else
@@ -158,8 +163,8 @@ Examples:
     command
         .add_option("--as", options.as, "What it is: text, depth, line or dxf. Without this it is guessed")
         ->check(CLI::IsMember({"text", "depth", "line", "dxf"}));
-    command.add_option("--picture", options.picture,
-                       "Also draw lines in the style into this .svg, .png, .pdf or .dxf file");
+    AddPicture(command, "--picture", options.picture, "Also draw lines in the style into this file");
+    AddForce(command, options.isForced);
     AddJson(command, options.json);
 }
 

@@ -19,12 +19,6 @@ namespace {
 
 bool IsTrimmed(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
-Bytes Trimmed(Bytes text) {
-    while (!text.empty() && IsTrimmed(text.front())) text.remove_prefix(1);
-    while (!text.empty() && IsTrimmed(text.back())) text.remove_suffix(1);
-    return text;
-}
-
 // The lines of a file, one at a time, from a buffer that grows only for a line longer than it.
 class LineReader {
 public:
@@ -158,6 +152,12 @@ ErrorString CheckTrimmedText(const wchar_t* what, std::wstring_view text, std::w
 std::wstring Widened(Bytes bytes) {
     const auto* const first = reinterpret_cast<const unsigned char*>(bytes.data());
     return std::wstring(first, first + bytes.size());
+}
+
+Bytes Trimmed(Bytes text) {
+    while (!text.empty() && IsTrimmed(text.front())) text.remove_prefix(1);
+    while (!text.empty() && IsTrimmed(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 Line Parse(Bytes line) {

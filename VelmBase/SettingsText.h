@@ -20,6 +20,9 @@ namespace SETTINGS {
 /// Text of a file as it stands there, one byte a character.
 using Bytes = std::string_view;
 
+/// `text` without the blanks that lines, names and values lose at their ends: " \t\n\r".
+VELMBASE_API Bytes Trimmed(Bytes text);
+
 /// The characters of `bytes`, code for code.
 VELMBASE_API std::wstring Widened(Bytes bytes);
 
@@ -95,7 +98,7 @@ struct FoundHeader {
 /// at other lines no closer than it must.
 VELMBASE_API bool FindHeader(Bytes content, std::size_t position, FoundHeader& found);
 
-/// Reads `path` line by line. Lines end at LF and lose the blanks " \t\n\r" at both ends; lines before the
+/// Reads `path` line by line. Lines end at LF and lose the blanks at both ends; lines before the
 /// first header and blank lines are passed over. Holds one line and a read buffer at a time, never the whole
 /// file.
 VELMBASE_API ReadResult Read(const std::wstring& path, Handler& handler);

@@ -22,8 +22,6 @@ constexpr int kFarthestLine = 1000;
 // How many lines on either side are asked in which column their comments stand.
 constexpr int kFarthestComment = 8;
 
-constexpr Bytes kBlanks = " \t";
-
 bool IsBlank(const Line& line) { return line.kind == Line::BLANK; }
 
 // A line that is for people alone. The format has no "#" lines: what reads the file takes them for keys.
@@ -46,6 +44,8 @@ Bytes WithoutLineEnd(Bytes text) { return text.substr(0, text.size() - LineEndOf
 std::size_t OffsetIn(Bytes whole, Bytes part) { return static_cast<std::size_t>(part.data() - whole.data()); }
 
 std::size_t EndIn(Bytes whole, Bytes part) { return OffsetIn(whole, part) + part.size(); }
+
+bool StartsWithBlank(Bytes text) { return text.starts_with(' ') || text.starts_with('\t'); }
 
 // Of a text that a check found storable.
 std::string Narrowed(std::wstring_view text) {
@@ -130,37 +130,48 @@ template <typename Visit> void VisitLinesBackwards(const Block& block, Visit vis
     }
 }
 
-// The blanks of a key's line, learned from the lines that it looks at, the nearest first.
+// The line of a key with "=", and the blanks in it.
+struct KeyLine {
+    Bytes indentation, name, padding; // up to "="
+    std::size_t equals = 0;           // the column of "="
+    std::optional<Bytes> gap;         // behind "="; where there is no value, at most one blank counts
+};
+
+std::optional<KeyLine> DissectKey(Bytes text) {
+    const Line line = SETTINGS::Parse(text);
+    if (!IsNamedKey(line) || !line.value.data()) return {};
+    const std::size_t nameEnd = EndIn(text, line.name);
+    const std::size_t equals = text.find('=', nameEnd);
+    KeyLine key{text.substr(0, OffsetIn(text, line.name)),
+                line.name,
+                text.substr(nameEnd, equals - nameEnd),
+                equals,
+                {}};
+    const Bytes behind = text.substr(equals + 1);
+    if (!line.value.empty())
+        key.gap = behind.substr(0, OffsetIn(behind, line.value));
+    else if (StartsWithBlank(behind))
+        key.gap = behind.substr(0, 1);
+    return key;
+}
+
+// The blanks of a key's line, learned from the lines that it is shown, the nearest first.
 class Spacing {
 public:
     // Takes what it still wants to know from the line. False when that was the last.
     bool LearnFrom(Bytes text) {
         if (--m_patience < 0) return false;
-        const Line line = SETTINGS::Parse(text);
-        if (!IsNamedKey(line) || !line.value.data()) return true;
-        const std::size_t nameEnd = EndIn(text, line.name);
-        const std::size_t equals = text.find('=', nameEnd);
-        const Bytes indentation = text.substr(0, OffsetIn(text, line.name));
-        const Bytes padding = text.substr(nameEnd, equals - nameEnd);
+        const std::optional<KeyLine> key = DissectKey(text);
+        if (!key) return true;
         if (!m_isKnown) {
             m_isKnown = true;
-            m_indentation = indentation;
-            m_padding = padding;
-            m_nameLength = line.name.size();
-            m_equals = equals;
-        } else if (m_comparison == NONE && m_nameLength != line.name.size()) {
-            const bool isAligned = m_equals == equals && m_indentation == indentation &&
-                                   m_padding.find('\t') == std::string::npos &&
-                                   padding.find('\t') == Bytes::npos;
-            m_comparison = isAligned ? IN_A_COLUMN : APART;
-            m_isTight = m_padding.empty() || padding.empty();
+            m_indentation = key->indentation;
+            m_padding = key->padding;
+            m_nameLength = key->name.size();
+            m_equals = key->equals;
         }
-        if (!m_gap) {
-            Bytes gap = line.value.empty() ? text.substr(equals + 1, 1)
-                                           : text.substr(equals + 1, OffsetIn(text, line.value) - equals - 1);
-            if (line.value.empty() && kBlanks.find(gap) == Bytes::npos) gap = {};
-            if (!line.value.empty() || !gap.empty()) m_gap = gap;
-        }
+        if (m_comparison == NONE && m_nameLength != key->name.size()) CompareColumns(*key);
+        if (!m_gap && key->gap) m_gap = std::string(*key->gap);
         return m_comparison == NONE || !m_gap;
     }
 
@@ -178,6 +189,14 @@ public:
 
 private:
     enum Comparison { NONE, IN_A_COLUMN, APART };
+
+    void CompareColumns(const KeyLine& other) {
+        const auto hasTab = [](Bytes text) { return text.find('\t') != Bytes::npos; };
+        const bool isAligned = m_equals == other.equals && m_indentation == other.indentation &&
+                               !hasTab(m_padding) && !hasTab(other.padding);
+        m_comparison = isAligned ? IN_A_COLUMN : APART;
+        m_isTight = m_padding.empty() || other.padding.empty();
+    }
 
     int m_patience = kFarthestLine;
     bool m_isKnown = false;
@@ -458,12 +477,13 @@ void IniDocument::Data::SetValue(std::size_t section, Rows::iterator row, Bytes 
     const Line line = SETTINGS::Parse(text);
     if (line.value == value) return;
     if (!line.value.empty()) return row->Replace(OffsetIn(text, line.value), line.value.size(), value);
+    const bool hasEquals = line.value.data();
     const std::size_t nameEnd = EndIn(text, line.name);
-    const std::size_t behind = line.value.data() ? text.find('=', nameEnd) + 1 : nameEnd;
-    if (line.value.data() && kBlanks.find(text[behind]) != Bytes::npos) return row->Insert(behind + 1, value);
+    const std::size_t behind = hasEquals ? text.find('=', nameEnd) + 1 : nameEnd;
+    if (hasEquals && StartsWithBlank(text.substr(behind))) return row->Insert(behind + 1, value);
     const Spacing spacing = SpacingAt(section, row);
     std::string inserted = spacing.Gap() + std::string(value);
-    if (!line.value.data()) inserted.insert(0, spacing.Equals(OffsetIn(text, line.name), line.name.size()));
+    if (!hasEquals) inserted.insert(0, spacing.Equals(OffsetIn(text, line.name), line.name.size()));
     row->Insert(behind, inserted);
 }
 
@@ -604,14 +624,14 @@ ErrorString IniDocument::SetComment(const std::wstring& section, const std::wstr
         !error)
         return error;
     const std::string bytes = Narrowed(comment);
-    const std::size_t end = text.find_last_not_of(" \t\n\r") + 1;
+    const std::size_t end = EndIn(text, SETTINGS::Trimmed(text));
     if (!line.comment.data()) {
         if (comment.empty()) return {};
         const std::size_t column = CommentColumn(block->lines->rows, entry->row).value_or(0);
         row.Insert(end, std::string(column > end ? column - end : 1, ' ') + ";" + bytes);
     } else if (comment.empty()) {
         const std::size_t semicolon = OffsetIn(text, line.comment) - 1;
-        const std::size_t first = text.substr(0, semicolon).find_last_not_of(" \t\r") + 1;
+        const std::size_t first = EndIn(text, SETTINGS::Trimmed(text.substr(0, semicolon)));
         row.Replace(first, end - first, {});
     } else if (line.comment != bytes) {
         row.Replace(OffsetIn(text, line.comment), line.comment.size(), bytes);

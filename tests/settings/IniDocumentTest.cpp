@@ -165,6 +165,7 @@ TEST(IniDocument_Set, FillsAnEmptyValue) {
         {"[s]\na=2\nk=\n", Set(L"s", L"k", L"1"), "[s]\na=2\nk=1\n"},
         {"[s]\na =\t2\nk =\r\n", Set(L"s", L"k", L"1"), "[s]\na =\t2\nk =\t1\r\n"},
         {"[s]\nk=;c\n", Set(L"s", L"k", L"1"), "[s]\nk=1;c\n"},
+        {"[s]\nk=", Set(L"s", L"k", L"1"), "[s]\nk=1"},
     });
 }
 

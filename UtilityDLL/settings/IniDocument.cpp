@@ -133,8 +133,12 @@ template <typename Visit> void VisitLinesBackwards(const Block& block, Visit vis
 // The line of a key with "=", and the blanks in it.
 struct KeyLine {
     Bytes indentation, name, padding; // up to "="
-    std::size_t equals = 0;           // the column of "="
     std::optional<Bytes> gap;         // behind "="; where there is no value, at most one blank counts
+
+    std::size_t NameEnd() const { return indentation.size() + name.size(); }
+    std::size_t Column() const { return NameEnd() + padding.size(); } // of "="
+    bool HasTab() const { return padding.find('\t') != Bytes::npos; }
+    bool IsTooLongFor(std::size_t column) const { return NameEnd() >= column && padding.size() <= 1; }
 };
 
 std::optional<KeyLine> DissectKey(Bytes text) {
@@ -142,11 +146,8 @@ std::optional<KeyLine> DissectKey(Bytes text) {
     if (!IsNamedKey(line) || !line.value.data()) return {};
     const std::size_t nameEnd = EndIn(text, line.name);
     const std::size_t equals = text.find('=', nameEnd);
-    KeyLine key{text.substr(0, OffsetIn(text, line.name)),
-                line.name,
-                text.substr(nameEnd, equals - nameEnd),
-                equals,
-                {}};
+    KeyLine key{
+        text.substr(0, OffsetIn(text, line.name)), line.name, text.substr(nameEnd, equals - nameEnd), {}};
     const Bytes behind = text.substr(equals + 1);
     if (!line.value.empty())
         key.gap = behind.substr(0, OffsetIn(behind, line.value));
@@ -155,58 +156,73 @@ std::optional<KeyLine> DissectKey(Bytes text) {
     return key;
 }
 
-// The blanks of a key's line, learned from the lines that it is shown, the nearest first.
+// The blanks of a key's line, learned from the lines that it is shown, the nearest first. They are looked at
+// until the text is edited.
 class Spacing {
 public:
-    // Takes what it still wants to know from the line. False when that was the last.
+    // False when it needs no more lines.
     bool LearnFrom(Bytes text) {
         if (--m_patience < 0) return false;
         const std::optional<KeyLine> key = DissectKey(text);
         if (!key) return true;
-        if (!m_isKnown) {
-            m_isKnown = true;
-            m_indentation = key->indentation;
-            m_padding = key->padding;
-            m_nameLength = key->name.size();
-            m_equals = key->equals;
-        }
-        if (m_comparison == NONE && m_nameLength != key->name.size()) CompareColumns(*key);
-        if (!m_gap && key->gap) m_gap = std::string(*key->gap);
-        return m_comparison == NONE || !m_gap;
+        if (m_keys.size() < kMostKeys) m_keys.push_back(*key);
+        if (!m_gap) m_gap = key->gap;
+        return m_keys.size() < kMostKeys || !m_gap;
     }
 
-    bool IsKnown() const { return m_isKnown; }
+    bool IsKnown() const { return !m_keys.empty(); }
 
-    const std::string& Indentation() const { return m_indentation; }
-
-    // What stands behind a name up to its value; `begin` is the column of the name.
-    std::string Equals(std::size_t begin, std::size_t nameLength) const {
-        if (m_comparison != IN_A_COLUMN) return m_padding + "=";
-        const std::size_t end = begin + nameLength + (m_isTight ? 0 : 1);
-        return std::string(end <= m_equals ? m_equals - begin - nameLength : 1, ' ') + "=";
+    // The lines are of another section, whose column is made for its own names.
+    void ForgetColumn() {
+        if (m_keys.empty()) return;
+        m_keys.resize(1);
+        if (!m_keys[0].HasTab()) m_keys[0].padding = m_keys[0].padding.substr(0, 1);
     }
-    std::string Gap() const { return m_gap.value_or(m_isKnown ? "" : " "); }
+
+    Bytes Indentation() const { return m_keys.empty() ? Bytes() : m_keys[0].indentation; }
+
+    // What stands behind a name that ends in this column, up to the blanks of the value.
+    std::string Equals(std::size_t nameEnd) const {
+        const std::size_t column = Column();
+        if (column == 0) return std::string(m_keys.empty() ? " " : m_keys[0].padding) + "=";
+        const bool isTight =
+            std::any_of(m_keys.begin(), m_keys.end(), [](const KeyLine& key) { return key.padding.empty(); });
+        const bool fits = nameEnd + (isTight ? 0 : 1) <= column;
+        return std::string(fits ? column - nameEnd : 1, ' ') + "=";
+    }
+    Bytes Gap() const { return m_gap.value_or(m_keys.empty() ? " " : ""); }
 
 private:
-    enum Comparison { NONE, IN_A_COLUMN, APART };
+    static constexpr std::size_t kMostKeys = 8;
 
-    void CompareColumns(const KeyLine& other) {
-        const auto hasTab = [](Bytes text) { return text.find('\t') != Bytes::npos; };
-        const bool isAligned = m_equals == other.equals && m_indentation == other.indentation &&
-                               !hasTab(m_padding) && !hasTab(other.padding);
-        m_comparison = isAligned ? IN_A_COLUMN : APART;
-        m_isTight = m_padding.empty() || other.padding.empty();
+    // Of "=", where it stands below each other; 0 where it does not. Names that are too long for the column
+    // do not count.
+    std::size_t Column() const {
+        for (const KeyLine& key : m_keys) {
+            if (IsColumn(key.Column())) return key.Column();
+            if (m_keys[0].padding.size() > 1) return 0; // the nearest is in no other's column
+        }
+        return 0;
+    }
+    bool IsColumn(std::size_t column) const {
+        const KeyLine* first = nullptr;
+        bool isMeant = false; // the blanks are not what they would be without a column
+        for (const KeyLine& key : m_keys) {
+            const bool isComparable = !key.HasTab() && key.indentation == m_keys[0].indentation;
+            if (isComparable && key.Column() == column) {
+                if (!first) first = &key;
+                if (first->name.size() != key.name.size()) return true;
+                isMeant = isMeant || key.padding.size() > 1;
+            } else if (!isComparable || !key.IsTooLongFor(column)) {
+                return false;
+            }
+        }
+        return isMeant;
     }
 
     int m_patience = kFarthestLine;
-    bool m_isKnown = false;
-    std::string m_indentation;
-    std::string m_padding = " ";
-    std::size_t m_nameLength = 0;   // of the nearest
-    std::size_t m_equals = 0;       // the column
-    Comparison m_comparison = NONE; // with a name of another length
-    bool m_isTight = false;         // a "=" of the column follows a name directly
-    std::optional<std::string> m_gap;
+    std::vector<KeyLine> m_keys;
+    std::optional<Bytes> m_gap;
 };
 
 // The line at `place` does not end the file any more: gives it a line end if it has none.
@@ -417,19 +433,20 @@ Bytes IniDocument::Data::UsualLineEnd() const {
     return end.empty() ? "\r\n" : end;
 }
 
-// Of the lines before `row`, which is in that section, `row` included; where these have none, of the lines
-// behind it.
+// Of the lines up to `row` in that section, or else behind it; where it has none, of other sections.
 Spacing IniDocument::Data::SpacingAt(std::size_t section, Rows::const_iterator row) const {
     Spacing spacing;
     const auto learn = [&](Bytes text) { return spacing.LearnFrom(text); };
     const Rows& rows = sections[section].lines->rows;
     for (auto other = row; learn(other->Text()) && other != rows.begin();) --other;
+    if (spacing.IsKnown()) return spacing;
+    for (auto other = std::next(row); other != rows.end() && learn(other->Text());) ++other;
+    if (spacing.IsKnown()) return spacing;
     for (std::size_t i = section; i-- > 0 && !spacing.IsKnown();) VisitLinesBackwards(sections[i], learn);
     if (!spacing.IsKnown()) VisitLinesBackwards(front, learn);
-    if (!spacing.IsKnown())
-        for (auto other = std::next(row); other != rows.end() && learn(other->Text());) ++other;
     for (std::size_t i = section + 1; i < sections.Size() && !spacing.IsKnown(); ++i)
         VisitLines(sections[i], learn);
+    spacing.ForgetColumn();
     return spacing;
 }
 
@@ -464,8 +481,8 @@ void IniDocument::Data::AddKey(std::size_t section, const std::wstring& key, Byt
             : std::prev(std::find_if_not(std::next(lines.rows.begin()), lines.rows.end(), isRemark));
     const Spacing spacing = SpacingAt(section, place);
     const std::string name = Narrowed(key);
-    std::string text =
-        spacing.Indentation() + name + spacing.Equals(spacing.Indentation().size(), name.size());
+    std::string text = std::string(spacing.Indentation()) + name;
+    text += spacing.Equals(text.size());
     if (!value.empty()) (text += spacing.Gap()) += value;
     const auto row = InsertBehind(lines.rows, place, std::move(text), UsualLineEnd());
     lines.keys.Append(KeyEntry{HashedString<wchar_t>(key), row});
@@ -482,8 +499,8 @@ void IniDocument::Data::SetValue(std::size_t section, Rows::iterator row, Bytes 
     const std::size_t behind = hasEquals ? text.find('=', nameEnd) + 1 : nameEnd;
     if (hasEquals && StartsWithBlank(text.substr(behind))) return row->Insert(behind + 1, value);
     const Spacing spacing = SpacingAt(section, row);
-    std::string inserted = spacing.Gap() + std::string(value);
-    if (!hasEquals) inserted.insert(0, spacing.Equals(OffsetIn(text, line.name), line.name.size()));
+    std::string inserted = hasEquals ? std::string() : spacing.Equals(nameEnd);
+    (inserted += spacing.Gap()) += value;
     row->Insert(behind, inserted);
 }
 

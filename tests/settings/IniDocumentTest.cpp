@@ -201,8 +201,19 @@ TEST(IniDocument_Set, GivesANewKeyTheSpacingOfItsNeighbours) {
         {"[s]\nbcd = 1\na   = 1\nx   =\n", Set(L"s", L"kk", L"2"), "[s]\nbcd = 1\na   = 1\nx   =\nkk  = 2\n"},
         {"[s]\nbcd=1\na  =1\n", Set(L"s", L"kkk", L"2"), "[s]\nbcd=1\na  =1\nkkk=2\n"},
         {"[s]\n  a   = 1\n  bcd = 1\n", Set(L"s", L"kk", L"2"), "[s]\n  a   = 1\n  bcd = 1\n  kk  = 2\n"},
-        // from another section where its own has none
+        {"[s]\na     = 1\n", Set(L"s", L"long", L"2"), "[s]\na     = 1\nlong  = 2\n"},
+        {"[s]\nabc = 1\n", Set(L"s", L"k", L"2"), "[s]\nabc = 1\nk = 2\n"}, // by chance
+        {"[s]\na   = 1\nlonger = 2\n", Set(L"s", L"kk", L"3"), "[s]\na   = 1\nlonger = 2\nkk  = 3\n"},
+        {"[s]\na   = 1\nlonger = 2\nb   = 1\n", Set(L"s", L"kk", L"3"),
+         "[s]\na   = 1\nlonger = 2\nb   = 1\nkk  = 3\n"},
+        {"[s]\naa     = 1\n\nb   = 1\nccc = 1\n", Set(L"s", L"kk", L"3"),
+         "[s]\naa     = 1\n\nb   = 1\nccc = 1\nkk  = 3\n"}, // of the nearest lines
+        {"[s]\nk\na = 1\n[t]\n", Set(L"s", L"k", L"2"), "[s]\nk = 2\na = 1\n[t]\n"},
+        // from another section where its own has none, but not its column
+        {"[r]\na    = 1\nbcd  = 1\n[s]\n", Set(L"s", L"k", L"2"), "[r]\na    = 1\nbcd  = 1\n[s]\nk = 2\n"},
+        {"[r]\na\t\t= 1\n[s]\n", Set(L"s", L"k", L"2"), "[r]\na\t\t= 1\n[s]\nk\t\t= 2\n"},
         {"[r]\na:=1\n[s]\n[t]\nb = 1\n", Set(L"s", L"k", L"2"), "[r]\na:=1\n[s]\nk=2\n[t]\nb = 1\n"},
+        {"[r]\na:=1\n[s]\nl\nk\nb = 1\n", Set(L"s", L"l", L"2"), "[r]\na:=1\n[s]\nl = 2\nk\nb = 1\n"},
         {"[s]\n[t]\n\tb=1\n", Set(L"s", L"k", L"2"), "[s]\n\tk=2\n[t]\n\tb=1\n"},
         {"\ta= 1\n[s]\n", Set(L"s", L"k", L"2"), "\ta= 1\n[s]\n\tk= 2\n"},
         {"[s]\na\t =1\nbbb=1\n", Set(L"s", L"k", L"2"), "[s]\na\t =1\nbbb=1\nk=2\n"}, // a tab is no column

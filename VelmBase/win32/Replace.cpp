@@ -114,7 +114,7 @@ std::vector<std::byte> AccessList(HANDLE file) {
 }
 
 // Gives a file that was made with the entries of the list what else the list says.
-bool SetAccessList(HANDLE file, std::vector<std::byte>& list) {
+bool SetAccessList(HANDLE file, std::vector<std::byte> list) {
     if (list.empty()) return true;
     // Entries that were inherited from the folder stay marked as such.
     constexpr SECURITY_DESCRIPTOR_CONTROL kKeepInherited = SE_DACL_AUTO_INHERIT_REQ;
@@ -291,7 +291,8 @@ std::error_code TakeTurn(const std::wstring& path, InPlace inPlace, Place& place
     if (native.empty()) return std::make_error_code(std::errc::invalid_argument);
     Target now;
     if (const std::error_code error = LookAt(native, now)) return error;
-    for (;;) {
+    constexpr int kMostChanges = 100; // that others make between our look and our lock
+    for (int changes = 0; changes < kMostChanges; ++changes) {
         place = Place();
         place.target = now;
         const auto inPlaceOr = [&](const std::error_code& reason) {
@@ -316,6 +317,7 @@ std::error_code TakeTurn(const std::wstring& path, InPlace inPlace, Place& place
             return {};
         }
     }
+    return std::make_error_code(std::errc::device_or_resource_busy);
 }
 
 std::error_code Read(const Place& place, std::string& content) {

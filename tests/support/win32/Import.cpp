@@ -30,8 +30,8 @@ ULONG_PTR* ImportedFunction(HMODULE library, const char* name) {
 
 } // namespace
 
-ULONG_PTR ReplaceImport(const char* name, ULONG_PTR function) {
-    ULONG_PTR* const place = ImportedFunction(GetModuleHandleW(L"Framework.dll"), name);
+ULONG_PTR ReplaceImport(const char* name, ULONG_PTR function, const wchar_t* library) {
+    ULONG_PTR* const place = ImportedFunction(GetModuleHandleW(library), name);
     if (!place) return 0;
     DWORD protection;
     VirtualProtect(place, sizeof *place, PAGE_READWRITE, &protection);

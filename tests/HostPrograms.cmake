@@ -33,6 +33,16 @@ endforeach()
 add_executable(PrintOpenFault module/PrintOpenFault.cpp)
 target_link_libraries(PrintOpenFault PRIVATE UtilityDLL ProjectOptions)
 
+# The example of the README, as it is printed there, with what a host would do with its messages.
+file(READ ${PROJECT_SOURCE_DIR}/README.md readme)
+string(REGEX MATCH "\n```cpp\n(#[^\n]*)\n([^`]*)```" readme_example "${readme}")
+set(README_INCLUDE "${CMAKE_MATCH_1}")
+set(README_STATEMENTS "${CMAKE_MATCH_2}")
+configure_file(whole/ReadmeExample.cpp.in ReadmeExample.cpp @ONLY)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README.md)
+add_executable(ReadmeExample ${CMAKE_CURRENT_BINARY_DIR}/ReadmeExample.cpp)
+target_link_libraries(ReadmeExample PRIVATE UtilityDLL ProjectOptions)
+
 # Tests that run programs with libraries of their own choice.
 foreach(name StartUpTest StartUp_RefusedTest LanguagesTest)
     add_dependencies(${name} LoadModule StartUpModule StandInVersionControl OtherVelmConfigure PrintOpenFault chartutil)

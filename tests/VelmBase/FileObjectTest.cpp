@@ -214,3 +214,26 @@ TEST(FileObject, OpenTakesItsPathFromAnItemOfItsOwn) {
     EXPECT_TRUE(file.Open(*file.GetItem(L"P", L"Next"), 0));
     EXPECT_THAT(Content(file), ElementsAre(L"[n]", L"a=1"));
 }
+
+TEST(FileObject, TextIsReadAndWrittenAsAFileIs) {
+    FileObject file;
+    std::uint32_t badLine = 7;
+    EXPECT_TRUE(file.ReadText("[A]\nb = 1\n[a]\nB=2\nlong=3\n", badLine));
+    EXPECT_EQ(0u, badLine);
+    EXPECT_THAT(Content(file), ElementsAre(L"[A]", L"b=2", L"long=3"));
+    std::string written;
+    const auto append = [&](std::string_view piece) {
+        written += piece;
+        return true;
+    };
+    EXPECT_TRUE(file.Write(append));
+    const TemporaryFolder folder;
+    ASSERT_TRUE(file.Save(folder.File(L"a.ini"), 0));
+    EXPECT_EQ(ReadBytes(folder.File(L"a.ini")), written);
+    EXPECT_FALSE(file.Write([](std::string_view) { return false; }));
+    file.SetItem(L"A", L"b", L"\u03A9", true); // no byte
+    EXPECT_FALSE(file.Write(append));
+
+    EXPECT_FALSE(file.ReadText("[a]\n[]\n", badLine));
+    EXPECT_EQ(2u, badLine);
+}

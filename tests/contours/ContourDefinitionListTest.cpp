@@ -803,6 +803,26 @@ TEST(ContourDefinitionList, TheShippedFileIsInOrderAndAsItWouldBeSaved) {
 
 } // namespace
 
+TEST(ContourDefinitionList, TextIsReadAndWrittenAsAFileIs) {
+    const std::string content =
+        ReadBytes(NativePath(FromUtf8(PROJECT_DATA_FOLDER) + L"/pensacola/levels.cdf"));
+    ContourDefinitionList list;
+    ASSERT_TRUE(list.ReadText(content));
+    std::string written;
+    EXPECT_TRUE(list.Write([&](std::string_view piece) {
+        written += piece;
+        return true;
+    }));
+    EXPECT_EQ(content, written);
+    EXPECT_FALSE(list.Write([](std::string_view) { return false; }));
+
+    std::vector<std::wstring> remarks;
+    EXPECT_TRUE(list.ReadText("[Contour(0)]\nLevel=x\n", &remarks)); // behind what is there
+    EXPECT_FALSE(remarks.empty());
+    EXPECT_FALSE(ContourDefinitionList().ReadText("[]\n"));
+    EXPECT_FALSE(ContourDefinitionList().ReadText(""));
+}
+
 TEST(ContourDefinitionList, MoveAssignmentCarriesTheRecords) {
     ContourDefinitionList list = ListOf({5, 7}), other = ListOf({1});
     other = std::move(list);

@@ -918,6 +918,24 @@ TEST(IniFile_Fault, TellsKindLineAndSection) {
     }
 }
 
+TEST(IniFile_ReadText, GivesWhatOpenGivesOfAFile) {
+    for (const std::string_view bytes :
+         {"", "x=1\n[a]\nk = v ;c\r\n[b]\n=\n", "[a]\nk=1\n[b]\n[A]\n", "[a]\n[]\n", "[a]\n\xFF=\xE9"}) {
+        SCOPED_TRACE(bytes);
+        const TemporaryFolder folder;
+        WriteBytes(folder.File(L"a.ini"), bytes);
+        IniFile opened, read;
+        read[L"gone"][L"with"] = L"the old";
+        IniFile::Fault ofFile, ofText;
+        EXPECT_EQ(opened.Open(folder.File(L"a.ini"), ofFile).Text(), read.ReadText(bytes, ofText).Text());
+        EXPECT_EQ(ofFile.kind, ofText.kind);
+        EXPECT_EQ(ofFile.line, ofText.line);
+        EXPECT_EQ(ofFile.firstLine, ofText.firstLine);
+        EXPECT_EQ(ofFile.section, ofText.section);
+        EXPECT_EQ(Plain(opened), Plain(read));
+    }
+}
+
 TEST(IniFile_Fault, AFileThatCannotBeReadHasNoLine) {
     const TemporaryFolder folder;
     for (const std::wstring& path : {std::wstring(), folder.File(L"missing"), WidePath(folder.Path())}) {

@@ -36,5 +36,6 @@ Examples:
   chartutil init harbour --soundings survey.csv
   chartutil sheet harbour -o harbour.pdf)");
     command.add_option("FOLDER", options.folder, "The project's folder, which is made")->required();
-    command.add_option("--soundings", options.soundings, "The file of soundings");
+    command.add_option("--soundings", options.soundings,
+                       "The file of soundings; '-' is a table on standard input");
 }

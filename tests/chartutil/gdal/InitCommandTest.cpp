@@ -37,6 +37,20 @@ std::string Square(const std::string& header, double x, double y, double side, d
     return table;
 }
 
+TEST(InitCommand, TakesATableFromStandardInput) {
+    const std::string table = Square("easting,northing,depth\n", 4e5, 6e6, 5000, 40);
+    const NewProject ofFile("soundings.csv", table);
+    const TemporaryFolder folder;
+    const std::string path = (folder.Path() / "chart").string();
+    EXPECT_EQ(0, RunChartutil({"init", path, "--soundings", "-"}, table).exitCode);
+    for (const char* name : {"project.ini", "depths.col", "levels.cdf", "soundings.csv"})
+        EXPECT_EQ(ofFile.File(name), ReadBytes(std::filesystem::path(path) / name)) << name;
+
+    const std::string other = (folder.Path() / "other").string();
+    EXPECT_NE(0, RunChartutil({"init", other, "--soundings", "-"}, "no table\n").exitCode);
+    EXPECT_FALSE(std::filesystem::exists(other));
+}
+
 TEST(InitCommand, MakesAProjectThatIsDrawnAtOnce) {
     struct Row {
         const char* name;

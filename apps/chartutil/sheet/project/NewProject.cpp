@@ -4,7 +4,9 @@
 #include "apps/chartutil/drawing/FontInUse.h"
 #include "apps/chartutil/files/ColorTableFile.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/InputFile.h"
 #include "apps/chartutil/files/SettingsFile.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/sheet/Sheet.h"
 #include "apps/chartutil/sheet/geometry/GeometryWork.h"
 #include "apps/chartutil/sheet/project/Soundings.h"
@@ -554,26 +556,28 @@ bool IsOneFile(const UserText& path) {
 } // namespace
 
 std::vector<UserText> MakeProject(const UserText& folder, const UserText& soundings) {
-    const std::string name = soundings.Empty() ? "soundings.csv" : FileNameOf(soundings);
+    const bool isInput = IsStandardStream(soundings);
+    const std::string name = soundings.Empty() || isInput ? "soundings.csv" : FileNameOf(soundings);
     const fs::path target = NativePath(folder);
     std::error_code none;
     const bool isThere = !soundings.Empty() && fs::equivalent(NativePath(soundings), target / name, none);
-    const bool isCopied = !soundings.Empty() && !isThere && IsOneFile(soundings);
+    const bool isCopied = !soundings.Empty() && !isThere && !isInput && IsOneFile(soundings);
     std::vector<std::string> names = {"project.ini", "depths.col", "levels.cdf", "title-block.txt"};
-    if (isCopied) names.push_back(name);
+    if (isCopied || isInput) names.push_back(name);
     for (const std::string& made : names)
         if (const UserText path((target / made).string()); PathExists(path))
             throw CommandError(ExitCode::CHECK_FAILED,
                                path.Utf8() + " is there already and stays as it is; name another folder");
 
-    const Proposal proposal(folder, soundings);
     NewFiles files(folder);
+    if (isInput) WriteFile(files.Add(name), ReadFile(soundings));
+    const Proposal proposal(folder, isInput ? UserText((target / name).string()) : soundings);
     if (isCopied) fs::copy_file(NativePath(soundings), NativePath(files.Add(name)));
     SaveColorTable(proposal.Colors(), files.Add("depths.col"));
     const UserText& levels = files.Add("levels.cdf");
     if (!ContoursFor(proposal.Levels()).Save(levels.Wide().c_str())) WriteFile(levels, "");
     WriteFile(files.Add("title-block.txt"), proposal.TitleText());
-    const bool isByName = soundings.Empty() || isCopied || isThere;
+    const bool isByName = soundings.Empty() || isCopied || isThere || isInput;
     SaveSettings(proposal.Settings(isByName ? name : fs::absolute(NativePath(soundings)).string()),
                  files.Add("project.ini"));
     return files.Complete();

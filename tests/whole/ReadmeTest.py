@@ -1,0 +1,86 @@
+"""Does what README.md says, as it is printed there: in a folder that has what a fresh clone has and the built program
+where ./run puts it, its commands in their order, and then the example, which the build compiles as it is printed."""
+
+import os
+import pathlib
+import re
+import signal
+import subprocess
+import tempfile
+import unittest
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+
+# What is not run, by its beginning, and why.
+LEFT_OUT = {
+    "./run": "builds this program",
+    "./test": "runs this test",
+    "tools/windows-package.sh": "builds for Windows",
+    "cmake --preset release": "builds, and installs where only root may",
+    "chartutil edit": "waits for its user in a window; EditCommand_DialogTest opens it",
+}
+ENDLESS = "--watch"  # runs until Ctrl-C
+
+
+def commands(page):
+    """The commands of the page's blocks, without their remarks."""
+    blocks = re.findall(r"^```sh\n(.*?)^```", page, re.MULTILINE | re.DOTALL)
+    lines = [re.sub(r"\s+#.*", "", line) for block in blocks for line in block.splitlines()]
+    return [line for line in lines if line]
+
+
+def is_left_out(command):
+    return any(command.startswith(begin) for begin in LEFT_OUT)
+
+
+class Readme(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.commands = commands((SOURCE / "README.md").read_text(encoding="utf-8"))
+        folder = tempfile.TemporaryDirectory(prefix="utilitydll-readme-")
+        cls.addClassCleanup(folder.cleanup)
+        cls.clone = pathlib.Path(folder.name)
+        for entry in SOURCE.iterdir():
+            if entry.name not in ("build", ".git"):
+                (cls.clone / entry.name).symlink_to(entry)
+        program = pathlib.Path(os.environ["CHARTUTIL"])
+        bin = cls.clone / "build/release/bin"
+        bin.mkdir(parents=True)
+        (bin / program.name).symlink_to(program)
+
+    def in_shell(self, lines):
+        """A shell that does the lines up to the first that fails, and says each before it does it."""
+        script = "set -e\n" + "\n".join(f"echo 'README: {line.replace(chr(39), '')}'\n{line}" for line in lines)
+        return subprocess.Popen(["sh", "-c", script], cwd=self.clone, stdout=subprocess.PIPE,
+                                stderr=subprocess.STDOUT, text=True, errors="replace", start_new_session=True)
+
+    def test_commands_and_example_do_what_they_say(self):
+        lasting = [command for command in self.commands if not is_left_out(command) and ENDLESS not in command]
+        self.assertGreaterEqual(len(lasting), 10)
+        with self.in_shell(lasting) as shell:
+            said = shell.communicate(timeout=300)[0]
+        self.assertEqual(0, shell.returncode, said)
+        for name in ("mybay.pdf", "sealed.csv", "bay.svg"):
+            self.assertGreater((self.clone / name).stat().st_size, 0, name)
+
+        # It doubles the scale that the command line has set.
+        self.assertIn("Scale          = 50000", self.settings())
+        subprocess.run([os.environ["EXAMPLE"]], cwd=self.clone, check=True)
+        self.assertIn("Scale          = 100000", self.settings())
+
+        for command in [line for line in self.commands if ENDLESS in line]:
+            with self.in_shell([line for line in lasting if line.startswith("PATH=")] + [command]) as shell:
+                drawn = any("drawn: " in line for line in iter(shell.stdout.readline, ""))
+                os.killpg(shell.pid, signal.SIGINT)
+            self.assertTrue(drawn, command)
+
+    def settings(self):
+        return (self.clone / "chart.ini").read_text(encoding="latin-1")
+
+    def test_what_is_left_out_is_there(self):
+        for begin in LEFT_OUT:
+            self.assertTrue(any(command.startswith(begin) for command in self.commands), begin)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -90,11 +90,7 @@ Section SettingsDocument::RequireSection(const std::wstring& name) const {
 
 std::vector<SectionKey> SettingsDocument::Keys(const std::wstring& section, const std::wstring& name) const {
     if (name.empty()) return {};
-    std::vector<SectionKey> keys;
-    const Section whole = m_lines.Read(section);
-    for (int i = 0; i < whole.NumKeys(); ++i)
-        if (icompareW(whole[i].GetName().String(), name)) keys.push_back(whole[i]);
-    return keys;
+    return m_lines.Read(section, name);
 }
 
 std::vector<SectionKey> SettingsDocument::RequireKeys(const std::wstring& section,

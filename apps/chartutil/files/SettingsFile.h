@@ -4,6 +4,7 @@
 #include "apps/chartutil/terminal/UserText.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 // Settings files as commands use them. Each function ends the command when it cannot do its work, with the

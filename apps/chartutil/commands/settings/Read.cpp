@@ -1,80 +1,109 @@
 #include "apps/chartutil/commands/settings/Seals.h"
 #include "apps/chartutil/commands/settings/Settings.h"
-#include "apps/chartutil/files/SettingsFile.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Json.h"
+#include "apps/chartutil/work/LongWork.h"
 
 #include <iostream>
 #include <nlohmann/json.hpp>
 
 namespace {
 
-void PrintSection(const Section& section) {
+void PrintSection(const SettingsDocument& document, const Section& section) {
     int nameWidth = 0;
     int valueWidth = 0;
     section.GetWriteOffsets(nameWidth, valueWidth);
-    const auto column = [](const std::wstring& text, int width) {
-        return Printable(Padded(ToUtf8(text), static_cast<std::size_t>(width)));
+    const auto column = [&](const std::wstring& text, int width) {
+        return Printable(Padded(document.Shown(text), static_cast<std::size_t>(width)));
     };
-    std::cout << Colored(Printable(InBrackets(section.GetName())), TextColor::BOLD) << '\n';
+    std::cout << Colored(Printable("[" + document.Shown(section.GetName().String()) + "]"), TextColor::BOLD)
+              << '\n';
     for (int i = 0; i < section.NumKeys(); ++i) {
         const SectionKey& key = section[i];
         const bool hasComment = !key.GetComments().empty();
         if (key.IsValid())
             std::cout << column(key.GetName(), nameWidth) << " = "
                       << column(key.GetValue(), hasComment ? valueWidth + 1 : 0);
-        if (hasComment) std::cout << Colored(Printable(";" + ToUtf8(key.GetComments())), TextColor::DIM);
+        if (hasComment)
+            std::cout << Colored(Printable(";" + document.Shown(key.GetComments())), TextColor::DIM);
         std::cout << '\n';
     }
 }
 
-Json ToJson(const SectionKey& key) {
-    return {{"name", ToUtf8(key.GetName().String())},
-            {"value", ToUtf8(key.GetValue())},
-            {"comment", ToUtf8(key.GetComments())}};
+Json ToJson(const SettingsDocument& document, const SectionKey& key) {
+    return {{"name", document.Shown(key.GetName().String())},
+            {"value", document.Shown(key.GetValue())},
+            {"comment", document.Shown(key.GetComments())}};
 }
 
-Json ToJson(const Section& section) {
+Json ToJson(const SettingsDocument& document, const Section& section) {
     Json keys = Json::array();
-    for (int i = 0; i < section.NumKeys(); ++i) keys.push_back(ToJson(section[i]));
-    return {{"name", ToUtf8(section.GetName().String())},
+    for (int i = 0; i < section.NumKeys(); ++i) keys.push_back(ToJson(document, section[i]));
+    return {{"name", document.Shown(section.GetName().String())},
             {"seal", NameOf(SealOf(section))},
             {"keys", std::move(keys)}};
+}
+
+// The keys that the user asks for; where there are none the text that is to stand for them, if there is one.
+std::vector<SectionKey> AskedKeys(const SettingsDocument& document, const GetSetting& options) {
+    const std::wstring section = document.Stored(options.section);
+    const std::wstring name = document.Stored(options.key);
+    std::vector<SectionKey> keys;
+    if (!options.otherwise)
+        keys = document.RequireKeys(section, name);
+    else if (document.HasSection(section))
+        keys = document.Keys(section, name);
+    if (keys.empty()) {
+        const std::wstring text = document.Stored(*options.otherwise);
+        keys.emplace_back(name, text, options.wantsComment ? text : std::wstring());
+    }
+    if (!options.wantsAll) keys.erase(keys.begin() + 1, keys.end());
+    return keys;
 }
 
 } // namespace
 
 void Run(const ShowSettings& options) {
-    IniFile file = OpenSettings(options.file);
-    std::vector<const Section*> shown;
+    const SettingsDocument document(options);
+    std::vector<std::wstring> shown;
     if (!options.section.Empty())
-        shown.push_back(&RequireSection(file, options.file, options.section));
+        shown.push_back(document.RequireSection(document.Stored(options.section)).GetName());
     else
-        for (int i = 0; i < file.NumSections(); ++i) shown.push_back(&file[i]);
+        shown = document.Lines().SectionNames();
+    if (shown.empty()) PrintNote("chartutil: note: " + document.Name() + ": there is no section in it");
 
     if (options.json) {
         Json sections = Json::array();
-        for (const Section* section : shown) sections.push_back(ToJson(*section));
+        for (const std::wstring& name : shown)
+            sections.push_back(ToJson(document, document.Lines().Read(name)));
         PrintJson({{"file", options.file.Utf8()}, {"sections", std::move(sections)}});
-        return;
+    } else {
+        for (const std::wstring& name : shown) {
+            StopIfInterrupted();
+            if (&name != &shown.front()) std::cout << '\n';
+            PrintSection(document, document.Lines().Read(name));
+        }
     }
-    for (const Section* section : shown) {
-        if (section != shown.front()) std::cout << '\n';
-        PrintSection(*section);
-    }
+    document.HintAtEncoding();
 }
 
 void Run(const GetSetting& options) {
-    IniFile file = OpenSettings(options.file);
-    Section& section = RequireSection(file, options.file, options.section);
-    const SectionKey& key = RequireKey(section, options.file, options.key);
-    if (options.json) {
-        Json document = {{"file", options.file.Utf8()}, {"section", ToUtf8(section.GetName().String())}};
-        document.update(ToJson(key));
-        PrintJson(document);
-    } else {
-        std::cout << Printable(ToUtf8(options.wantsComment ? key.GetComments() : key.GetValue())) << '\n';
+    const SettingsDocument document(options);
+    const std::vector<SectionKey> keys = AskedKeys(document, options);
+    Json found = Json::array();
+    for (const SectionKey& key : keys) {
+        if (options.json) {
+            const Section section = document.Lines().Read(document.Stored(options.section));
+            found.push_back({{"file", options.file.Utf8()},
+                             {"section", document.Shown(section.GetName().String())}});
+            found.back().update(ToJson(document, key));
+        } else {
+            const std::wstring& text = options.wantsComment ? key.GetComments() : key.GetValue();
+            std::cout << Printable(document.Shown(text)) << '\n';
+        }
     }
+    if (options.json) PrintJson(options.wantsAll ? found : found[0]);
+    document.HintAtEncoding();
 }

@@ -1,7 +1,6 @@
 #include "apps/chartutil/commands/ForEachFile.h"
 #include "apps/chartutil/commands/settings/Seals.h"
 #include "apps/chartutil/commands/settings/Settings.h"
-#include "apps/chartutil/files/SettingsFile.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
@@ -13,52 +12,48 @@
 
 namespace {
 
-// The sections named by the user, or all.
-std::vector<Section*> ChosenSections(IniFile& file, const UserText& path,
-                                     const std::vector<UserText>& names) {
-    std::vector<Section*> chosen;
-    chosen.reserve(names.size());
-    for (const UserText& name : names) chosen.push_back(&RequireSection(file, path, name));
-    if (names.empty())
-        for (int i = 0; i < file.NumSections(); ++i) chosen.push_back(&file[i]);
-    if (chosen.empty())
-        throw CommandError(ExitCode::CHECK_FAILED,
-                           path.Utf8() + ": there is no section in it; is it a settings file?");
-    return chosen;
-}
+using Names = std::vector<std::wstring>;
 
 // The names of the sections, padded to one width for the terminal.
-std::vector<std::string> NameColumn(const std::vector<Section*>& sections) {
-    std::vector<std::string> names;
+std::vector<std::string> NameColumn(const std::vector<std::string>& names) {
+    std::vector<std::string> column = names;
     std::size_t width = 0;
-    for (const Section* section : sections) {
-        names.push_back(ToUtf8(section->GetName().String()));
-        width = std::max(width, TextWidth(names.back()));
-    }
-    for (std::string& name : names) name = Printable(Padded(name, width));
-    return names;
+    for (const std::string& name : names) width = std::max(width, TextWidth(name));
+    for (std::string& name : column) name = Printable(Padded(name, width));
+    return column;
 }
 
-std::vector<Seal> SealsOf(const std::vector<Section*>& sections, const UserText& path) {
-    const Progress progress(path.Utf8(), sections.size());
-    std::vector<Seal> seals;
-    seals.reserve(sections.size());
-    for (const Section* section : sections) {
-        seals.push_back(SealOf(*section));
-        progress.Show(seals.size());
+// What is known of the sections of a file that are worked on.
+struct SealReport {
+    std::vector<std::string> names; // UTF-8
+    std::vector<Seal> seals;        // as they were found
+    std::vector<unsigned long> checksums;
+};
+
+SealReport ReportOn(const SettingsDocument& document, const Names& sections) {
+    const Progress progress(document.Name(), sections.size());
+    SealReport report;
+    for (const std::wstring& section : sections) {
+        report.names.push_back(document.Shown(section));
+        report.seals.push_back(SealOf(document, section));
+        progress.Show(report.seals.size());
     }
-    return seals;
+    return report;
 }
 
-// Seals the sections of which the seal does not fit or that have none, and tells how they were before.
-std::vector<Seal> SealAll(const std::vector<Section*>& sections, const UserText& path) {
-    std::vector<Seal> before = SealsOf(sections, path);
-    const Progress progress(path.Utf8(), sections.size());
+// Seals the sections of which the seal does not fit or that have none.
+SealReport SealAll(SettingsDocument& document, const SealSettings& options) {
+    const Names sections = document.RequireSections(options.sections);
+    if (!options.acceptEdits) RequireNoEdits(document, sections);
+    SealReport report = ReportOn(document, sections);
+    const Progress progress(document.Name(), sections.size());
     for (std::size_t i = 0; i < sections.size(); ++i) {
-        if (before[i] != Seal::INTACT) AddSeal(*sections[i]);
+        if (report.seals[i] != Seal::INTACT) document.Lines().Seal(sections[i]);
+        unsigned long& checksum = report.checksums.emplace_back(0);
+        document.Keys(sections[i], Section::m_ChecksumName).front() >> checksum;
         progress.Show(i + 1);
     }
-    return before;
+    return report;
 }
 
 void PrintState(const std::string& name, Seal seal) {
@@ -76,6 +71,24 @@ void PrintState(const std::string& name, Seal seal) {
     }
 }
 
+void PrintSealed(const UserText& path, const SealReport& report) {
+    constexpr const char* kDone[] = {"was sealed", "sealed anew, it had been edited", "sealed"};
+    const std::vector<std::string> names = NameColumn(report.names);
+    PrintDone(path.Utf8());
+    for (std::size_t i = 0; i < names.size(); ++i)
+        PrintDone("  " + names[i] + "  " + std::to_string(report.checksums[i]) + "  " +
+                  kDone[static_cast<int>(report.seals[i])]);
+}
+
+Json ToJson(const SealReport& report) {
+    Json sections = Json::array();
+    for (std::size_t i = 0; i < report.names.size(); ++i)
+        sections.push_back({{"name", report.names[i]},
+                            {"before", NameOf(report.seals[i])},
+                            {"checksum", report.checksums[i]}});
+    return sections;
+}
+
 } // namespace
 
 Seal SealOf(const Section& section) {
@@ -83,24 +96,39 @@ Seal SealOf(const Section& section) {
     return section.IsModified() ? Seal::BROKEN : Seal::INTACT;
 }
 
+Seal SealOf(const SettingsDocument& document, const std::wstring& section) {
+    // Most sections have none, and then need not be read whole.
+    if (document.Keys(section, Section::m_ChecksumName).empty()) return Seal::NONE;
+    return SealOf(document.Lines().Read(section));
+}
+
 const char* NameOf(Seal seal) {
     constexpr const char* kNames[] = {"intact", "edited", "unsealed"};
     return kNames[static_cast<int>(seal)];
 }
 
-void AddSeal(Section& section) {
-    // A line cannot carry a value without a name. It goes now, or saving would drop it from under the seal.
-    for (int i = 0; i < section.NumKeys(); ++i)
-        if (!section[i].IsValid()) section[i] << L"";
-    section.AddChecksum();
+void RequireNoEdits(const SettingsDocument& document, const Names& sections) {
+    std::string edited;
+    for (const std::wstring& section : sections)
+        if (SealOf(document, section) == Seal::BROKEN)
+            edited += (edited.empty() ? "[" : ", [") + document.Shown(section) + "]";
+    if (!edited.empty())
+        throw CommandError(ExitCode::CHECK_FAILED,
+                           document.Name() + ": edited since it was sealed: " + edited +
+                               "; nothing is sealed or changed; look at it, then give --accept-edits");
 }
 
-void RenewSeal(Section& section, bool anew) {
-    if (anew)
-        AddSeal(section);
-    else if (SealOf(section) == Seal::BROKEN)
-        PrintNote("chartutil: note: the seal of " + InBrackets(section.GetName()) +
-                  " does not fit its keys; 'chartutil settings seal' renews it");
+void RequireNoEdits(const SettingsDocument& document, const std::wstring& section,
+                    const OneSettingsChange& change) {
+    if (change.seal && !change.acceptEdits) RequireNoEdits(document, Names{section});
+}
+
+void RenewSeal(SettingsDocument& document, const std::wstring& section, const OneSettingsChange& change) {
+    if (change.seal)
+        document.Lines().Seal(section);
+    else if (SealOf(document, section) == Seal::BROKEN)
+        PrintNote("chartutil: note: the seal of [" + document.Shown(section) +
+                  "] does not fit its keys; 'chartutil settings seal' renews it");
 }
 
 void Run(const CheckSettings& options) {
@@ -108,24 +136,23 @@ void Run(const CheckSettings& options) {
     int numSections = 0;
     int numBad = 0;
     const ExitCode worst = ForEachFile(options.files, files, [&](const UserText& path, Json& report) {
-        IniFile file = OpenSettings(path);
-        const std::vector<Section*> sections = ChosenSections(file, path, options.sections);
-        const std::vector<std::string> names = NameColumn(sections);
-        const std::vector<Seal> seals = SealsOf(sections, path);
+        const SettingsDocument document({path, options.encoding});
+        const SealReport found = ReportOn(document, document.RequireSections(options.sections));
+        const std::vector<std::string> names = NameColumn(found.names);
         const int numBadBefore = numBad;
         Json states = Json::array();
         if (!options.json) std::cout << Printable(path.Utf8()) << '\n';
-        for (std::size_t i = 0; i < sections.size(); ++i) {
-            const Seal seal = seals[i];
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const Seal seal = found.seals[i];
             ++numSections;
             if (seal == Seal::BROKEN || (seal == Seal::NONE && !options.ignoreUnsealed)) ++numBad;
             if (options.json)
-                states.push_back(
-                    {{"name", ToUtf8(sections[i]->GetName().String())}, {"state", NameOf(seal)}});
+                states.push_back({{"name", found.names[i]}, {"state", NameOf(seal)}});
             else
                 PrintState(names[i], seal);
         }
         report["sections"] = std::move(states);
+        document.HintAtEncoding();
         return numBad > numBadBefore ? ExitCode::CHECK_FAILED : ExitCode::SUCCESS;
     });
     if (options.json)
@@ -140,30 +167,12 @@ void Run(const CheckSettings& options) {
 void Run(const SealSettings& options) {
     Json files = Json::array();
     const ExitCode worst = ForEachFile(options.files, files, [&](const UserText& path, Json& report) {
-        IniFile file = OpenSettings(path);
-        const std::vector<Section*> sections = ChosenSections(file, path, options.sections);
-        const std::vector<Seal> before = SealAll(sections, path);
-        // A file in which all seals fit stays as it is, with its spacing.
-        if (std::any_of(before.begin(), before.end(), [](Seal seal) { return seal != Seal::INTACT; }))
-            SaveSettings(file, path);
-
-        const std::vector<std::string> names = NameColumn(sections);
-        Json seals = Json::array();
-        if (!options.json) std::cout << Printable(path.Utf8()) << '\n';
-        for (std::size_t i = 0; i < sections.size(); ++i) {
-            unsigned long checksum = 0;
-            std::as_const(*sections[i])[Section::m_ChecksumName.String()] >> checksum;
-            if (options.json) {
-                seals.push_back({{"name", ToUtf8(sections[i]->GetName().String())},
-                                 {"before", NameOf(before[i])},
-                                 {"checksum", checksum}});
-                continue;
-            }
-            constexpr const char* kDone[] = {"was sealed", "sealed anew, it had been edited", "sealed"};
-            std::cout << "  " << names[i] << "  " << checksum << "  " << kDone[static_cast<int>(before[i])]
-                      << '\n';
-        }
-        report["sections"] = std::move(seals);
+        SealReport done;
+        const SettingsChange change{{path, options.encoding}, false, options.isForced, options.isDryRun};
+        if (!ChangeSettings(change, [&](SettingsDocument& document) { done = SealAll(document, options); }))
+            return ExitCode::SUCCESS;
+        if (!options.json) PrintSealed(path, done);
+        report["sections"] = ToJson(done);
         return ExitCode::SUCCESS;
     });
     if (options.json) PrintJson({{"files", std::move(files)}});

@@ -1,0 +1,97 @@
+#include "apps/chartutil/commands/settings/Seals.h"
+#include "apps/chartutil/commands/settings/Settings.h"
+#include "apps/chartutil/files/LineRules.h"
+#include "apps/chartutil/files/StandardStreams.h"
+#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/work/LongWork.h"
+
+#include <set>
+
+namespace {
+
+struct Counts {
+    int set = 0; // keys that got another value
+    int addedKeys = 0;
+    int addedSections = 0;
+    int same = 0; // keys that had the value already
+};
+
+// Whether the key is one to readers that know no "#" remarks, and no seal.
+bool IsSetting(const SectionKey& key) {
+    return key.IsValid() && key.GetName().String().front() != L'#' &&
+           !icompareW(key.GetName().String(), Section::m_ChecksumName.String());
+}
+
+// The keys of a section that count: of several with one name the first.
+std::vector<SectionKey> Settings(const Section& section) {
+    std::vector<SectionKey> keys;
+    std::set<std::wstring, decltype(&SmallerW)> names(&SmallerW);
+    for (int i = 0; i < section.NumKeys(); ++i)
+        if (IsSetting(section[i]) && names.insert(section[i].GetName()).second) keys.push_back(section[i]);
+    return keys;
+}
+
+class Merger {
+public:
+    Merger(SettingsDocument& base, const MergeSettings& options) : m_base(base), m_options(options) {}
+
+    void Merge(const Section& changes) {
+        const std::wstring name = changes.GetName();
+        if (!m_base.HasSection(name)) {
+            RequireStored(m_base.Lines().AddSection(name));
+            ++m_counts.addedSections;
+        }
+        bool isChanged = false;
+        for (const SectionKey& key : Settings(changes)) isChanged = Merge(name, key, isChanged) || isChanged;
+        if (isChanged) RenewSeal(m_base, name, m_options);
+    }
+
+    const Counts& Result() const { return m_counts; }
+
+private:
+    // Whether the key was another one before. The first that was asks for the section's seal.
+    bool Merge(const std::wstring& section, const SectionKey& key, bool isSectionChanged) {
+        const std::wstring name = key.GetName();
+        const std::vector<SectionKey> there = m_base.Keys(section, name);
+        if (!there.empty() && there.front().GetValue() == key.GetValue()) {
+            ++m_counts.same;
+            return false;
+        }
+        if (!isSectionChanged) RequireNoEdits(m_base, section, m_options);
+        RequireStored(m_base.Lines().Set(section, name, key.GetValue()));
+        if (there.empty()) RequireStored(m_base.Lines().SetComment(section, name, key.GetComments()));
+        ++(there.empty() ? m_counts.addedKeys : m_counts.set);
+        return true;
+    }
+
+    SettingsDocument& m_base;
+    const MergeSettings& m_options;
+    Counts m_counts;
+};
+
+} // namespace
+
+void Run(const MergeSettings& options) {
+    if (IsStandardStream(options.file) && IsStandardStream(options.changes))
+        throw CommandError(ExitCode::WRONG_USE, "BASE and CHANGES cannot both be standard input; name a file");
+    const SettingsDocument changes({options.changes, options.encoding});
+    Counts counts;
+    const bool isDone = ChangeSettings(options, [&](SettingsDocument& base) {
+        const std::vector<std::wstring> sections = changes.Lines().SectionNames();
+        const Progress progress(base.Name(), sections.size());
+        Merger merger(base, options);
+        std::uint64_t numDone = 0;
+        for (const std::wstring& section : sections) {
+            merger.Merge(changes.Lines().Read(section));
+            progress.Show(++numDone);
+        }
+        counts = merger.Result();
+    });
+    if (!isDone) return;
+    const auto number = [](int count, const char* what) {
+        return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+    };
+    PrintDone(InputName(options.file) + ": " + number(counts.set, "key") + " set, " +
+              number(counts.addedKeys, "key") + " and " + number(counts.addedSections, "section") + " added, " +
+              number(counts.same, "key") + " as they were");
+}

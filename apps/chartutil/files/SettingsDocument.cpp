@@ -4,6 +4,7 @@
 #include "VelmBase/SettingsText.h"
 #include "apps/chartutil/files/FileKind.h"
 #include "apps/chartutil/files/Files.h"
+#include "apps/chartutil/files/InputFile.h"
 #include "apps/chartutil/files/SettingsFile.h"
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/files/UnifiedDiff.h"

@@ -35,8 +35,16 @@ TEST(UnitsCommand, PrintsDigitsThatAreNoNoise) {
 }
 
 TEST(UnitsCommand, PrintsTheDecimalsThatAreAskedFor) {
-    EXPECT_EQ("1 feet = 304.80 mm\n",
-              Convert({"--from", "feet", "--to", "mm", "1", "--decimals", "2"}).output);
+    const std::vector<std::string> toMillimetres = {"--from", "feet", "--to", "mm", "--decimals"};
+    const auto convert = [&](std::vector<std::string> rest, const char* input = "") {
+        rest.insert(rest.begin(), toMillimetres.begin(), toMillimetres.end());
+        return Convert(rest, input).output;
+    };
+    EXPECT_EQ("1 feet = 304.80 mm\n", convert({"2", "1"}));
+    // Half a step up: 19.05, of which the arithmetic makes a trace less.
+    EXPECT_EQ("0.0625 feet = 19.1 mm\n", convert({"1", "0.0625"}));
+    EXPECT_EQ("19.1\n", convert({"1", "--column", "1", "--no-header"}, "0.0625\n"));
+    EXPECT_THAT(convert({"1", "0.0625", "--json"}), HasSubstr("\"converted\": 19.1\n"));
 }
 
 // Lengths with up to nine digits, as people write them.

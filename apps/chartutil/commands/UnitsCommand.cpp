@@ -90,12 +90,12 @@ void ConvertValues(const Options& options, const UnitType& from, const UnitType&
         if (!std::isfinite(conversion.Exact(value)))
             throw CommandError(ExitCode::WRONG_USE,
                                "'" + text + "' is too large a length to convert to " + ToUtf8(to.AsString()));
-        const std::string converted = decimals < 0 ? DecimalText(conversion.Rounded(value))
-                                                   : DecimalText(conversion.Exact(value), decimals);
+        const double rounded = conversion.Rounded(value);
+        const std::string converted = decimals < 0 ? DecimalText(rounded) : DecimalText(rounded, decimals);
         if (options.json) {
-            double tidy = 0;
-            ParseNumber(converted, tidy);
-            conversions.push_back({{"value", value}, {"converted", tidy}});
+            double number = 0;
+            ParseNumber(converted, number);
+            conversions.push_back({{"value", value}, {"converted", number}});
         } else {
             std::cout << DecimalText(value) << ' ' << ToUtf8(from.AsString()) << " = " << converted << ' '
                       << ToUtf8(to.AsString()) << '\n';

@@ -76,8 +76,10 @@ char Separator(const std::string& text) {
     throw CommandError(ExitCode::WRONG_USE, "'" + text + "' is no separator; give one character, or 'tab'");
 }
 
-std::string NumberText(const DecimalNumber& number, const CsvTable& table) {
-    return table.decimals < 0 ? DecimalText(number) : DecimalText(number.value, table.decimals);
+std::string ChangedText(const DecimalNumber& number, const CsvTable& table) {
+    if (table.decimals < 0) return DecimalText(number);
+    return DecimalText(RoundedToDigits(number.value),
+                       table.decimals); // 19.05 is one even where it is a trace less
 }
 
 // Reads the table to its end and writes it to `output`.
@@ -134,7 +136,7 @@ void ChangeColumns(TableLines& input, Output& output, const CsvTable& table,
             if (!std::isfinite(numbers[i].value))
                 throw CommandError(ExitCode::IO_ERROR, input.Place() + ": the result in " +
                                                            ColumnName(indices[i]) + " is too large a number");
-            fields.items[indices[i]] = texts[i] = NumberText(numbers[i], table);
+            fields.items[indices[i]] = texts[i] = ChangedText(numbers[i], table);
         }
         for (std::size_t i = 0; i < fields.items.size(); ++i) {
             if (i > 0) output.Write({&separator, 1});

@@ -37,17 +37,16 @@ struct Polar {
     Polar(const LabColor& color, double stretch) : lightness(color.lightness) {
         const double a = color.greenRed * stretch;
         chroma = std::hypot(a, color.blueYellow);
-        hue = chroma == 0 ? 0 : std::atan2(color.blueYellow, a) / kDegree;
+        hue = std::atan2(color.blueYellow, a) / kDegree;
         if (hue < 0) hue += 360;
     }
 };
 
 double Cosine(double degrees) { return std::cos(degrees * kDegree); }
 
-// Half way on the shorter arc; the other hue where one colour is grey.
+// Half way on the shorter arc. Where one colour is grey it does not count: there is no difference of hue.
 double MeanHue(const Polar& a, const Polar& b) {
     const double sum = a.hue + b.hue;
-    if (a.chroma * b.chroma == 0) return sum;
     if (std::fabs(a.hue - b.hue) <= 180) return sum / 2;
     return (sum < 360 ? sum + 360 : sum - 360) / 2;
 }

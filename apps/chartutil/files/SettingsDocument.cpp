@@ -33,7 +33,7 @@ std::wstring SectionBehindMark(std::string_view content) {
     if (!content.starts_with(kByteOrderMark)) return {};
     content.remove_prefix(kByteOrderMark.size());
     const SETTINGS::Line line = SETTINGS::Parse(content.substr(0, content.find('\n')));
-    return line.kind == SETTINGS::Line::HEADER ? SETTINGS::Widened(line.name) : std::wstring();
+    return line.kind == SETTINGS::Line::HEADER ? FromUtf8(line.name) : std::wstring();
 }
 
 void PrintDifference(const SettingsDocument& document, std::string_view before) {
@@ -61,6 +61,7 @@ SettingsDocument::SettingsDocument(const SettingsSource& source, std::string con
 std::wstring SettingsDocument::Stored(const UserText& text) const {
     std::wstring stored = StoredText(text, m_encoding);
     (void)Shown(stored);
+    HintAtEncoding(); // before it is not found, or refused
     return stored;
 }
 
@@ -76,10 +77,13 @@ std::string SettingsDocument::Shown(std::wstring_view stored) const {
 bool SettingsDocument::HasSection(const std::wstring& name) const {
     if (m_lines.HasSection(name)) return true;
     if (!name.empty() && icompareW(name, m_hiddenSection))
-        throw CommandError(ExitCode::CHECK_FAILED,
-                           m_name + ": a byte order mark hides the section [" + Shown(name) +
-                               "], as the file is in UTF-8; give --encoding utf-8");
+        throw CommandError(ExitCode::CHECK_FAILED, HiddenText());
     return false;
+}
+
+std::string SettingsDocument::HiddenText() const {
+    return m_name + ": a byte order mark hides the section [" + ToUtf8(m_hiddenSection) +
+           "], as the file is in UTF-8; give --encoding utf-8";
 }
 
 Section SettingsDocument::RequireSection(const std::wstring& name) const {
@@ -104,11 +108,16 @@ std::vector<SectionKey> SettingsDocument::RequireKeys(const std::wstring& sectio
     ThrowNoKey(m_name, Shown(name), Shown(whole.GetName().String()), names);
 }
 
+std::vector<std::wstring> SettingsDocument::Sections() const {
+    if (!m_hiddenSection.empty()) PrintNote("chartutil: note: " + HiddenText());
+    return m_lines.SectionNames();
+}
+
 std::vector<std::wstring> SettingsDocument::RequireSections(const std::vector<UserText>& names) const {
     std::vector<std::wstring> chosen;
     chosen.reserve(names.size());
     for (const UserText& name : names) chosen.push_back(RequireSection(Stored(name)).GetName());
-    if (names.empty()) chosen = m_lines.SectionNames();
+    if (names.empty()) chosen = Sections();
     if (chosen.empty())
         throw CommandError(ExitCode::CHECK_FAILED,
                            m_name + ": there is no section in it; is it a settings file?");
@@ -116,7 +125,7 @@ std::vector<std::wstring> SettingsDocument::RequireSections(const std::vector<Us
 }
 
 void SettingsDocument::HintAtEncoding() const {
-    if (m_looksLikeUtf8)
+    if (std::exchange(m_looksLikeUtf8, false))
         PrintNote("chartutil: note: " + m_name +
                   ": looks like UTF-8, and is read as one byte a character; give --encoding utf-8");
 }

@@ -51,18 +51,24 @@ public:
     /// The same where there has to be one (ExitCode::CHECK_FAILED).
     std::vector<SectionKey> RequireKeys(const std::wstring& section, const std::wstring& name) const;
 
+    /// All sections, in file order. A note tells of one behind a byte order mark, which is not among them.
+    std::vector<std::wstring> Sections() const;
+
     /// The sections of these names; without names all, of which there has to be one (ExitCode::CHECK_FAILED).
     std::vector<std::wstring> RequireSections(const std::vector<UserText>& names) const;
 
-    /// Notes that the file looks like UTF-8, if that changes one of the texts that were given or shown so far.
+    /// Notes, once, that the file looks like UTF-8, if that changes one of the texts that were given or shown so
+    /// far.
     void HintAtEncoding() const;
 
 private:
+    std::string HiddenText() const;
+
     std::string m_name;
     TextEncoding m_encoding;
     std::wstring m_hiddenSection; ///< behind a byte order mark that is not known as one; empty for none
     mutable bool m_isBeyondAscii = false; ///< a text that was given or shown
-    mutable bool m_looksLikeUtf8 = false; ///< the content, if such a text asked for it
+    mutable bool m_looksLikeUtf8 = false; ///< the content, which is still to be told
     IniDocument m_lines;
 };
 

@@ -43,13 +43,14 @@ struct KeyLists {
 
 class Comparer {
 public:
-    Comparer(const IniDocument& before, const IniDocument& after, bool wantsComments)
-        : m_before(before), m_after(after), m_wantsComments(wantsComments) {}
+    Comparer(const SettingsDocument& before, const SettingsDocument& after, bool wantsComments)
+        : m_sections(before.Sections()), m_newSections(after.Sections()), m_before(before.Lines()),
+          m_after(after.Lines()), m_wantsComments(wantsComments) {}
 
     // In the order of the first file; what only the second has comes behind.
     std::vector<Difference> Compare() {
-        for (const std::wstring& section : m_before.SectionNames()) CompareSection(section);
-        for (const std::wstring& section : m_after.SectionNames())
+        for (const std::wstring& section : m_sections) CompareSection(section);
+        for (const std::wstring& section : m_newSections)
             if (!m_before.HasSection(section)) CompareSection(section);
         return std::move(m_found);
     }
@@ -103,6 +104,7 @@ private:
         return a.GetValue() == b.GetValue() && (!m_wantsComments || a.GetComments() == b.GetComments());
     }
 
+    std::vector<std::wstring> m_sections, m_newSections;
     const IniDocument& m_before;
     const IniDocument& m_after;
     bool m_wantsComments;
@@ -170,7 +172,7 @@ void Run(const DiffSettings& options) {
     const SettingsDocument before = Opened(options.before, options.encoding);
     const SettingsDocument after = Opened(options.after, options.encoding);
     const std::vector<Difference> differences =
-        Comparer(before.Lines(), after.Lines(), options.wantsComments).Compare();
+        Comparer(before, after, options.wantsComments).Compare();
     if (options.json) {
         Json list = Json::array();
         for (const Difference& difference : differences)

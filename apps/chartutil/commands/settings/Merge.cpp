@@ -77,7 +77,7 @@ void Run(const MergeSettings& options) {
     const SettingsDocument changes({options.changes, options.encoding});
     Counts counts;
     const bool isDone = ChangeSettings(options, [&](SettingsDocument& base) {
-        const std::vector<std::wstring> sections = changes.Lines().SectionNames();
+        const std::vector<std::wstring> sections = changes.Sections();
         const Progress progress(base.Name(), sections.size());
         Merger merger(base, options);
         std::uint64_t numDone = 0;

@@ -71,7 +71,7 @@ void Run(const ShowSettings& options) {
     if (!options.section.Empty())
         shown.push_back(document.RequireSection(document.Stored(options.section)).GetName());
     else
-        shown = document.Lines().SectionNames();
+        shown = document.Sections();
     if (shown.empty()) PrintNote("chartutil: note: " + document.Name() + ": there is no section in it");
 
     if (options.json) {

@@ -128,7 +128,7 @@ void RenewSeal(SettingsDocument& document, const std::wstring& section, const On
         document.Lines().Seal(section);
     else if (SealOf(document, section) == Seal::BROKEN)
         PrintNote("chartutil: note: the seal of [" + document.Shown(section) +
-                  "] does not fit its keys; 'chartutil settings seal' renews it");
+                  "] does not fit its keys; 'chartutil settings seal --accept-edits' renews it");
 }
 
 void Run(const CheckSettings& options) {

@@ -138,7 +138,6 @@ struct KeyLine {
     std::size_t NameEnd() const { return indentation.size() + name.size(); }
     std::size_t Column() const { return NameEnd() + padding.size(); } // of "="
     bool HasTab() const { return padding.find('\t') != Bytes::npos; }
-    bool IsTooLongFor(std::size_t column) const { return NameEnd() >= column && padding.size() <= 1; }
 };
 
 std::optional<KeyLine> DissectKey(Bytes text) {
@@ -208,12 +207,12 @@ private:
         const KeyLine* first = nullptr;
         bool isMeant = false; // the blanks are not what they would be without a column
         for (const KeyLine& key : m_keys) {
-            const bool isComparable = !key.HasTab() && key.indentation == m_keys[0].indentation;
-            if (isComparable && key.Column() == column) {
+            const bool isTooLong = key.NameEnd() >= column;
+            if (!key.HasTab() && key.Column() == column) {
                 if (!first) first = &key;
                 if (first->name.size() != key.name.size()) return true;
                 isMeant = isMeant || key.padding.size() > 1;
-            } else if (!isComparable || !key.IsTooLongFor(column)) {
+            } else if (key.HasTab() || !isTooLong) {
                 return false;
             }
         }

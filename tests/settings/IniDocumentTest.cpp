@@ -210,6 +210,7 @@ TEST(IniDocument_Set, GivesANewKeyTheSpacingOfItsNeighbours) {
          "[s]\naa     = 1\n\nb   = 1\nccc = 1\nkk  = 3\n"}, // of the nearest lines
         {"[s]\nk\na = 1\n[t]\n", Set(L"s", L"k", L"2"), "[s]\nk = 2\na = 1\n[t]\n"},
         // from another section where its own has none, but not its column
+        {"[r]\na   = 1\nbcd = 1\n[s]\n", Set(L"s", L"k", L"2"), "[r]\na   = 1\nbcd = 1\n[s]\nk = 2\n"},
         {"[r]\na    = 1\nbcd  = 1\n[s]\n", Set(L"s", L"k", L"2"), "[r]\na    = 1\nbcd  = 1\n[s]\nk = 2\n"},
         {"[r]\na\t\t= 1\n[s]\n", Set(L"s", L"k", L"2"), "[r]\na\t\t= 1\n[s]\nk\t\t= 2\n"},
         {"[r]\na:=1\n[s]\n[t]\nb = 1\n", Set(L"s", L"k", L"2"), "[r]\na:=1\n[s]\nk=2\n[t]\nb = 1\n"},

@@ -93,9 +93,7 @@ TEST(Chartutil, TheSameFaultHasTheSameWordsInEveryCommand) {
                  {"style", "show", other, "No"},
                  {"keywords", "fill", layout, "--project", other, "--section", "No"}}},
           Fault{3,
-                out + ": cannot be written, a file there is as it was; check that the folder exists and "
-                      "takes new files, "
-                      "the permissions of the file and the space on the disk",
+                out + ": there is no folder " + ToUtf8(folder.File(L"none")) + "; make it, or check the path",
                 {{"settings", "set", out, "A", "k", "v", "--create"},
                  {"colors", "palette", "--picture", out},
                  {"text", "measure", "Bay", "--picture", out},

@@ -9,7 +9,7 @@ namespace {
 
 // What the dialog would only tell at its end, when the user has done the work.
 void RequireEditable(const UserText& file) {
-    if (file.Empty()) ThrowNotReadable(file);
+    if (file.Empty()) ThrowNotReadable(file, std::make_error_code(std::errc::no_such_file_or_directory));
     if (PathExists(file)) {
         OpenContours(file);
         return;

@@ -58,16 +58,29 @@ void WriteFile(const UserText& path, const FILES::ContentComposer& compose) {
     NoteChanged(path.Utf8());
 }
 
-void ThrowNotReadable(const UserText& path) {
-    const std::filesystem::file_status status = StatusOf(path);
-    const char* reason = "cannot be read; check its permissions and the disk";
-    if (status.type() == std::filesystem::file_type::not_found)
-        reason = "no such file; check the path";
-    else if (std::filesystem::is_directory(status))
-        reason = "is a folder; name a file in it";
-    else if (!std::filesystem::is_regular_file(status))
-        reason = "is no regular file";
-    throw CommandError(ExitCode::IO_ERROR, path.Utf8() + ": " + reason);
+void ThrowNotReadable(const UserText& path, const std::error_code& reason) {
+    struct Words {
+        std::errc reason;
+        const char* what;
+    };
+    constexpr Words kWords[] = {
+        {std::errc::no_such_file_or_directory, "no such file; check the path"},
+        {std::errc::not_a_directory, "no such file; check the path"},
+        {std::errc::is_a_directory, "is a folder; name a file in it"},
+        {std::errc::invalid_argument, "is no regular file"},
+        {std::errc::permission_denied, "you may not read it; check its permissions and those of its folder"},
+        {std::errc::device_or_resource_busy,
+         "another program keeps it for itself; try again when that is done"},
+        {std::errc::filename_too_long, "the name is too long; check the path"},
+        {std::errc::too_many_symbolic_link_levels, "is a link that leads to itself; check the path"},
+        {std::errc::io_error, "the disk does not give it back; check the disk"},
+    };
+    std::string what;
+    for (const Words& words : kWords)
+        if (reason == words.reason) what = words.what;
+    if (path.Empty()) what = kWords[0].what;
+    if (what.empty()) what = "cannot be read: " + reason.default_error_condition().message();
+    throw CommandError(ExitCode::IO_ERROR, path.Utf8() + ": " + what);
 }
 
 bool Truncate(const UserText& path, std::uint64_t size) {

@@ -31,7 +31,7 @@ void WriteFile(const UserText& path, std::string_view bytes);
 void WriteFile(const UserText& path, const FILES::ContentComposer& compose);
 
 /// Ends the command: the file cannot be read. Says why, as far as that is known.
-[[noreturn]] void ThrowNotReadable(const UserText& path);
+[[noreturn]] void ThrowNotReadable(const UserText& path, const std::error_code& reason);
 
 /// Cuts the file to `size` bytes. False when that cannot be done.
 bool Truncate(const UserText& path, std::uint64_t size);

@@ -12,7 +12,7 @@ InputFile::InputFile(const UserText& path) : m_path(path) {
         return;
     }
     m_file = std::make_unique<FILES::Reader>(path.Wide());
-    if (!m_file->IsOpen()) ThrowNotReadable(path);
+    if (!m_file->IsOpen()) ThrowNotReadable(path, m_file->Error());
 }
 
 std::size_t InputFile::Read(void* buffer, std::size_t count) {
@@ -21,7 +21,7 @@ std::size_t InputFile::Read(void* buffer, std::size_t count) {
         got = m_file->Read(buffer, count);
     else if (!ReadStandardInput(buffer, count, got))
         throw CommandError(ExitCode::IO_ERROR, "standard input cannot be read");
-    if (m_file && m_file->Failed()) ThrowNotReadable(m_path);
+    if (m_file && m_file->Failed()) ThrowNotReadable(m_path, m_file->Error());
     StopIfInterrupted(); // before the end of the input is taken for the end of the file
     return got;
 }

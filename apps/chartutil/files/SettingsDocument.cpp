@@ -77,7 +77,9 @@ std::string SettingsDocument::Shown(std::wstring_view stored) const {
 bool SettingsDocument::HasSection(const std::wstring& name) const {
     if (m_lines.HasSection(name)) return true;
     if (!name.empty() && icompareW(name, m_hiddenSection))
-        throw CommandError(ExitCode::CHECK_FAILED, HiddenText());
+        throw CommandError(ExitCode::CHECK_FAILED, m_name + ": a byte order mark hides the section [" +
+                                                       Shown(name) +
+                                                       "], as the file is in UTF-8; give --encoding utf-8");
     return false;
 }
 
@@ -133,7 +135,8 @@ void SettingsDocument::HintAtEncoding() const {
 bool ChangeSettings(const SettingsChange& change, const std::function<void(SettingsDocument&)>& edit) {
     bool isChanged = false;
     const auto update = [&](std::string& content, bool exists) {
-        if (!exists && !change.create) ThrowNotReadable(change.file);
+        if (!exists && !change.create)
+            ThrowNotReadable(change.file, std::make_error_code(std::errc::no_such_file_or_directory));
         if (!change.isForced)
             RequireSettings(change, content, "; nothing was written; --force changes it all the same");
         const std::string before = change.isDryRun ? content : std::string();

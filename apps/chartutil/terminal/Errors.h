@@ -27,5 +27,6 @@ struct CommandExit {
     ExitCode code;
 };
 
-/// Ends the command: the file cannot be written, for that reason, and one that is there is as it was.
+/// Ends the command: the file cannot be written, for that reason, and one that is there is as it was. Says
+/// what to do about it.
 [[noreturn]] void ThrowNotWritten(const std::string& path, const std::error_code& reason);

@@ -82,7 +82,7 @@ void ReportRemarks(const wchar_t* context, const UserText& path, const std::vect
 // Whether the file is there to be read; tells where it is not.
 bool IsReadable(const ProjectFile& reader, const wchar_t* section, const wchar_t* key, const UserText& path) {
     try {
-        if (!FILES::Reader(path.Wide()).IsOpen()) ThrowNotReadable(path);
+        if (const std::error_code error = FILES::Reader(path.Wide()).Error()) ThrowNotReadable(path, error);
         return true;
     } catch (const CommandError& error) {
         reader.Report(section, key, error.what());

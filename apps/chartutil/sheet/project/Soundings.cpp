@@ -178,9 +178,8 @@ private:
 };
 
 FoundSoundings ReadLayer(const SoundingSource& source, const TakeFault& fault) {
-    if (!FILES::Reader(source.path.Wide()).IsOpen() &&
-        !std::filesystem::is_directory(NativePath(source.path)))
-        ThrowNotReadable(source.path);
+    const std::error_code error = FILES::Reader(source.path.Wide()).Error();
+    if (error && error != std::errc::is_a_directory) ThrowNotReadable(source.path, error);
     FoundSoundings found;
     const auto take = [&](const Sounding& sounding) {
         const bool isNumber = std::isfinite(sounding.place.X()) && std::isfinite(sounding.place.Y()) &&

@@ -60,6 +60,8 @@ VELMBASE_API bool SeekTo(std::FILE* stream, std::int64_t offset, int origin);
 /// Beside them:
 ///   - device_or_resource_busy: somebody else is saving the file, and has been for ten seconds;
 ///   - is_a_directory, and invalid_argument for anything else that is no regular file, and for no name;
+///   - too_many_links: the file has several hard links and was not to be written in place;
+///   - file_exists: the name ".<name>.saving" belongs to something that is no file;
 ///   - operation_canceled: the caller's function said so.
 ///
 /// While the content is written it has no name where the system allows that, so that nothing of it is left
@@ -70,15 +72,18 @@ VELMBASE_API bool SeekTo(std::FILE* stream, std::int64_t offset, int origin);
 /// file has several hard links, its owner cannot be kept), the file is written in place: a failed write is
 /// undone, but a crash in that moment can tear it. A read-only file is not replaced.
 ///
-/// A file is locked while it is replaced: others who replace it by these functions wait for their turn. The
-/// lock of a process that ended, whatever ended it, is gone.
+/// A file is locked before its content is asked for and until it is replaced: others who replace or update it
+/// by these functions wait for their turn, threads of the same process too, as long as others finish theirs.
+/// So the caller's function must not save the same file itself. The lock of a process that ended, whatever
+/// ended it, is gone. File systems without locks have no turns.
 ///
 /// On Windows:
 ///   - content and name are flushed to the disk as on Linux; NTFS, which logs its changes, then holds the old
 ///     or the new file after a power loss. FAT and exFAT log nothing and may lose both;
 ///   - attributes and the access list stay; the owner becomes who saves, as for any new file;
 ///   - a file that another program holds open without sharing it for deletion cannot be replaced, before
-///     Windows 10 none that is open at all: that is tried for about a second;
+///     Windows 10 none that is open at all: that is tried for about a second, and is
+///     device_or_resource_busy too;
 ///   - a symbolic link whose target does not exist, a device and an alternate stream ("name:stream") are
 ///   refused.
 [[nodiscard]] VELMBASE_API std::error_code ReplaceContents(const std::wstring& path,
@@ -93,7 +98,7 @@ using ContentComposer = std::function<bool(const ContentSink&)>;
 /// What becomes of a file that could only be written in place.
 enum class InPlace : std::int32_t {
     REFUSED, ///< it is not written: `compose` is called once, and may read the file itself if it closes it
-    ALLOWED, ///< `compose` is called twice, first for nothing, so that a failure of its own comes before the
+    ALLOWED, ///< `compose` is called again, first for nothing, so that a failure of its own comes before the
              ///< file is touched. It must give the same content each time and not need the file. What the
              ///< file held is kept in memory meanwhile, to undo a failed write
 };
@@ -109,8 +114,9 @@ using ContentChange = std::function<bool(std::string& content, bool exists)>;
 /// Reads the file `path`, lets `change` change its content, and replaces the file by the result as
 /// ReplaceContents() does, while no other process replaces or updates it: of any number of processes that
 /// update a file at the same time none loses what another one has written. Where `change` returns false, the
-/// file stays as it is, without an error; what it throws is passed on. A file that is not there is made; when
-/// another process makes it in that moment, `change` is called again, with what that has written.
+/// file stays as it is, without an error; what it throws is passed on. A file that is not there is made. When
+/// a program that does not know of the lock makes, writes, replaces or removes the file meanwhile, `change`
+/// is called again with what that has left; only in the moment of the replacement itself this is not seen.
 [[nodiscard]] VELMBASE_API std::error_code UpdateContents(const std::wstring& path,
                                                           const ContentChange& change);
 

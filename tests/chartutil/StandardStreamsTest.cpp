@@ -1,5 +1,6 @@
 #include "tests/support/Program.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 
 using testing::AllOf;

@@ -53,7 +53,7 @@ class Readme(unittest.TestCase):
     def in_shell(self, lines):
         """A shell that does the lines up to the first that fails, each of which it shows before."""
         expected = {line: f"{line} && exit 1 || test $? = {code}" for line, code in EXIT_CODES.items()}
-        script = "\n".join(["set -ev"] + [expected.get(line, line) for line in lines])
+        script = "\n".join(["set -ex"] + [expected.get(line, line) for line in lines])
         return subprocess.Popen(["sh", "-c", script], cwd=self.clone, stdout=subprocess.PIPE,
                                 stderr=subprocess.STDOUT, text=True, errors="replace", start_new_session=True)
 

@@ -110,11 +110,11 @@ TEST(Surface, SizeAndCoordinatesStayWithinBounds) {
 
 TEST(PictureFile, EndingDecidesAndOthersAreRefused) {
     for (const char* name : {"a.svg", "A.SVG", "folder.png/a.svg"})
-        EXPECT_NO_THROW(RequirePicture({name, ""}, false));
-    EXPECT_NO_THROW(RequirePicture({"a.jpg", "svg"}, false)); // what was said counts more
+        EXPECT_NO_THROW(RequirePicture({name, ""}));
+    EXPECT_NO_THROW(RequirePicture({"a.jpg", "svg"})); // what was said counts more
     for (const char* name : {"a.jpg", "svg", "a.svg/b", ""}) {
         try {
-            RequirePicture({name, ""}, false);
+            RequirePicture({name, ""});
             ADD_FAILURE() << name;
         } catch (const CommandError& error) {
             EXPECT_EQ(ExitCode::WRONG_USE, error.Code());

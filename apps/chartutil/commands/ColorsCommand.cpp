@@ -7,6 +7,7 @@
 #include "apps/chartutil/commands/colors/PalettePicture.h"
 #include "apps/chartutil/files/ColorTableFile.h"
 #include "apps/chartutil/files/CptFile.h"
+#include "apps/chartutil/files/FileKind.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Columns.h"
@@ -100,7 +101,6 @@ void Run(const NearestOptions& options) {
 
 struct PaletteOptions {
     PictureTarget picture;
-    bool isForced = false;
     bool json = false;
 
     bool IsLong() const { return picture.IsAsked(); }
@@ -108,7 +108,7 @@ struct PaletteOptions {
 
 void Run(const PaletteOptions& options) {
     if (options.picture.IsAsked()) {
-        RequirePicture(options.picture, options.isForced);
+        RequirePicture(options.picture);
         SavePicture(PalettePicture(), options.picture);
     }
     if (options.json) {
@@ -133,7 +133,6 @@ void Run(const PaletteOptions& options) {
 struct TableOptions {
     UserText file;
     PictureTarget picture;
-    bool isForced = false;
     bool dxf = false;
     bool json = false;
 
@@ -176,7 +175,7 @@ Json TableJson(const DXFColorTable& table, const TableOptions& options, bool com
 }
 
 void Run(const TableOptions& options) {
-    if (options.picture.IsAsked()) RequirePicture(options.picture, options.isForced);
+    if (options.picture.IsAsked()) RequirePicture(options.picture);
     bool complete = true;
     DXFColorTable table = OpenColorTable(options.file, complete);
     // Merging makes no sense of the entries as the file has them, so it is left to --dxf.
@@ -219,9 +218,8 @@ void Run(const ImportOptions& options) {
 
 void AddJson(CLI::App& command, bool& json) { command.add_flag("--json", json, "Print a JSON document"); }
 
-void AddPicture(CLI::App& command, PictureTarget& picture, bool& isForced) {
+void AddPicture(CLI::App& command, PictureTarget& picture) {
     AddPicture(command, "--picture", picture, "Also draw it into this file");
-    AddForce(command, isForced);
 }
 
 void AddNearest(CLI::App& colors) {
@@ -244,7 +242,7 @@ void AddPalette(CLI::App& colors) {
         AddCommand<PaletteOptions>(colors, "palette", "The 256 colours of the DXF palette", Run, R"(Examples:
   chartutil colors palette
   chartutil colors palette --picture palette.svg)");
-    AddPicture(command, options.picture, options.isForced);
+    AddPicture(command, options.picture);
     AddJson(command, options.json);
 }
 
@@ -261,7 +259,7 @@ Examples:
         ->required();
     command.add_flag("--dxf", options.dxf,
                      "With the DXF index of each band; equal neighbours become one band");
-    AddPicture(command, options.picture, options.isForced);
+    AddPicture(command, options.picture);
     AddJson(command, options.json);
 }
 

@@ -7,6 +7,7 @@
 #include "apps/chartutil/commands/contours/ContourLegend.h"
 #include "apps/chartutil/commands/contours/LineTypes.h"
 #include "apps/chartutil/files/ColorTableFile.h"
+#include "apps/chartutil/files/FileKind.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/ColorText.h"
@@ -30,8 +31,7 @@ using Info = ContourDefinitionList::ContourDefInfo;
 // The options of all commands on contour files.
 struct Options {
     UserText file;
-    PictureTarget picture;
-    bool isForced = false;
+    PictureTarget picture; // its --force is that of the file as well
     bool json = false;
 
     bool IsLong() const { return picture.IsAsked() || IsMuchWork(file); }
@@ -83,11 +83,11 @@ void Show(const ContourDefinitionList& list, const Options& options) {
 
 // Before the work is done.
 void CheckPicture(const Options& options) {
-    if (options.picture.IsAsked()) RequirePicture(options.picture, options.isForced);
+    if (options.picture.IsAsked()) RequirePicture(options.picture);
 }
 
 void CheckTargets(const Options& options) {
-    RequireReplaceable(options.file, FileKind::CONTOURS, options.isForced);
+    RequireReplaceable(options.file, FileKind::CONTOURS, options.picture.isForced);
     CheckPicture(options);
 }
 
@@ -200,7 +200,6 @@ NewCommand<CommandOptions> Add(CLI::App& contours, const char* name, const char*
     const auto added = AddCommand<CommandOptions>(contours, name, what, Run, footer);
     added.app.add_option("FILE", added.options.file, fileText)->required();
     AddPicture(added.app, "--picture", added.options.picture, "Also draw a legend into this file");
-    AddForce(added.app, added.options.isForced);
     added.app.add_flag("--json", added.options.json, "Print a JSON document");
     return added;
 }

@@ -1,5 +1,7 @@
 #include "apps/chartutil/commands/OutputOptions.h"
 
+#include "apps/chartutil/files/FileKind.h"
+
 #include <CLI/CLI.hpp>
 
 #include <string>
@@ -11,6 +13,7 @@ CLI::Option* AddPicture(CLI::App& command, const char* name, PictureTarget& pict
             "The picture's format: svg, png, pdf or dxf. Without this its name says it by its ending;\n"
             "standard output gets svg")
         ->check(CLI::IsMember({"svg", "png", "pdf", "dxf"}));
+    AddForce(command, picture.isForced);
     return command.add_option(name, picture.path,
                               std::string(what) + ", .svg, .png, .pdf or .dxf; '-' is standard output");
 }

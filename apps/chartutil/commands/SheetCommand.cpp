@@ -14,7 +14,6 @@ namespace {
 struct SheetOptions {
     UserText project;
     PictureTarget output;
-    bool isForced = false;
     bool hasDxfColors = false;
     bool isWatched = false;
 
@@ -43,7 +42,7 @@ void Run(const SheetOptions& options) {
         throw CommandError(ExitCode::WRONG_USE,
                            "standard output takes one chart; name a file that --watch draws again");
     RequireOtherFile(options.project, options.output.path);
-    RequirePicture(options.output, options.isForced);
+    RequirePicture(options.output);
     if (options.isWatched) WatchProject(options.project, [&] { DrawAgain(options); });
     Draw(options);
     ReportPlotErrors();
@@ -63,7 +62,6 @@ Examples:
   chartutil sheet data/pensacola -o pensacola.pdf --watch)");
     command.add_option("PROJECT", options.project, "The project's folder")->required();
     AddPicture(command, "-o,--output", options.output, "The picture")->required();
-    AddForce(command, options.isForced);
     command.add_flag("--dxf-colors", options.hasDxfColors, "Fill the depth areas in the nearest DXF colours");
     command.add_flag("--watch", options.isWatched,
                      "Draw again each time that one of the project's files was saved; Ctrl-C ends it");

@@ -100,7 +100,6 @@ struct LineOptions {
     UserText line;
     std::string as;
     PictureTarget picture;
-    bool isForced = false;
     bool json = false;
 
     bool IsLong() const { return picture.IsAsked(); }
@@ -123,7 +122,7 @@ Surface SampleOf(const Record& record, const UserText& line) {
 void Run(const LineOptions& options) {
     const Record record = RecordOfLine(options.line.Wide(), options.as);
     if (options.picture.IsAsked()) {
-        RequirePicture(options.picture, options.isForced);
+        RequirePicture(options.picture);
         SavePicture(SampleOf(record, options.line), options.picture);
     }
     if (options.json)
@@ -164,7 +163,6 @@ Examples:
         .add_option("--as", options.as, "What it is: text, depth, line or dxf. Without this it is guessed")
         ->check(CLI::IsMember({"text", "depth", "line", "dxf"}));
     AddPicture(command, "--picture", options.picture, "Also draw lines in the style into this file");
-    AddForce(command, options.isForced);
     AddJson(command, options.json);
 }
 

@@ -39,9 +39,8 @@ void AddPlacing(CLI::App& command, StyleOptions& options) {
         ->check(IsFilled());
 }
 
-void AddOutput(CLI::App& command, PictureTarget& picture, bool& isForced, bool& json) {
+void AddOutput(CLI::App& command, PictureTarget& picture, bool& json) {
     AddPicture(command, "--picture", picture, "Draw it into this file")->check(IsFilled());
-    AddForce(command, isForced);
     command.add_flag("--json", json, "Print a JSON document");
 }
 
@@ -64,7 +63,7 @@ Examples:
     command.add_flag("--multi-line", options.isMultiLine, "Break the text into lines");
     command.add_option("--width", options.width, "Wrap multi-line text into this width; 0 does not wrap")
         ->check(IsFilled());
-    AddOutput(command, options.picture, options.isForced, options.json);
+    AddOutput(command, options.picture, options.json);
 }
 
 void AddSounding(CLI::App& text) {
@@ -95,7 +94,7 @@ Examples:
     command.add_flag("--each", options.isEach, "Every presentation with every placement")
         ->excludes(presentation)
         ->excludes(placement);
-    AddOutput(command, options.picture, options.isForced, options.json);
+    AddOutput(command, options.picture, options.json);
 }
 
 void AddJustifications(CLI::App& text) {
@@ -107,7 +106,6 @@ void AddJustifications(CLI::App& text) {
       --sample 'Liberation Serif=Depth' --sample 'DejaVu Sans=)"
         "\u0412\u0430\u0439'");
     AddPicture(command, "--picture", options.picture, "The file to draw into")->required()->check(IsFilled());
-    AddForce(command, options.isForced);
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0");
     command.add_option("--sample", options.samples, "A face and a text in it; can be given again for others")
         ->type_name("FACE=TEXT")

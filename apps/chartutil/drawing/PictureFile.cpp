@@ -76,14 +76,14 @@ std::string FileContent(const Surface& surface, const PictureTarget& target) {
 
 } // namespace
 
-void RequirePicture(const PictureTarget& target, bool isForced) {
+void RequirePicture(const PictureTarget& target) {
     const Format& format = RequireFormat(target);
     if (format.module) (void)RequireRenderer(format, target);
     if (!format.isText && IsStandardStream(target.path) && OutputIsTerminal())
         throw CommandError(ExitCode::WRONG_USE,
                            std::string("standard output is a terminal, which shows no ") + format.name +
                                "; send it to a file or a program");
-    RequireReplaceable(target.path, format.kind, isForced);
+    RequireReplaceable(target.path, format.kind, target.isForced);
 }
 
 void SavePicture(const Surface& surface, const PictureTarget& target) {

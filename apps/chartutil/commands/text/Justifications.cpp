@@ -68,7 +68,7 @@ TextSheet::Block BlockOf(const Sample& sample, const std::vector<Angle>& rotatio
 } // namespace
 
 void Run(const DrawJustifications& options) {
-    RequirePicture(options.picture, options.isForced);
+    RequirePicture(options.picture);
     const std::vector<Sample> samples = SamplesOf(options);
     const std::vector<Angle> rotations = RotationsOf(options);
     TextSheet sheet;

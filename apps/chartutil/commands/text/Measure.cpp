@@ -104,7 +104,7 @@ Surface Picture(const TextInfo& style, const FontInUse& font, const TextRectComp
 
 void Run(const MeasureText& options) {
     const TextInfo style = StyleOf(options);
-    if (options.picture.IsAsked()) RequirePicture(options.picture, options.isForced);
+    if (options.picture.IsAsked()) RequirePicture(options.picture);
     const std::wstring text = TextOf(options, style);
     if (options.picture.IsAsked()) RequireDrawable(text, OutputName(options.picture.path));
     const FontInUse font = FindFont(style);

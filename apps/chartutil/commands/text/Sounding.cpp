@@ -143,7 +143,7 @@ Surface Picture(const std::vector<Sounding>& soundings, const FontInUse& font, b
 } // namespace
 
 void Run(const MeasureSounding& options) {
-    if (options.picture.IsAsked()) RequirePicture(options.picture, options.isForced);
+    if (options.picture.IsAsked()) RequirePicture(options.picture);
     std::vector<Sounding> soundings;
     const std::vector<DepthLabelInfo> styles = StylesOf(options);
     for (const double value : ValuesOf(options))

@@ -25,7 +25,6 @@ struct MeasureText : StyleOptions {
     std::string width;
     bool isMultiLine = false;
     PictureTarget picture;
-    bool isForced = false;
     bool json = false;
 
     bool IsLong() const { return picture.IsAsked() || text.Utf8() == "-" || text.Utf8().size() > 100'000; }
@@ -39,7 +38,6 @@ struct MeasureSounding : StyleOptions {
     bool hasNoDecimalZeros = false, isSignInverted = false, isDryingUnderlined = false;
     bool isEach = false; // every presentation and placement
     PictureTarget picture;
-    bool isForced = false;
     bool json = false;
 
     bool IsLong() const { return picture.IsAsked(); }
@@ -48,7 +46,6 @@ void Run(const MeasureSounding& options);
 
 struct DrawJustifications : StyleOptions {
     PictureTarget picture;
-    bool isForced = false;
     std::vector<UserText> samples; // as FACE=TEXT
     std::string rotations = "0,30,90,200";
 

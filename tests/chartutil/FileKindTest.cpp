@@ -69,9 +69,9 @@ TEST(FileKind, WhatIsOfTheKindOrMayBeIsTaken) {
              Row{FileKind::SETTINGS, kContours},
              Row{FileKind::SETTINGS, kColors},
              Row{FileKind::SETTINGS, "[a]\n"},
-             Row{FileKind::SETTINGS, "key = 1\n\n[a]\n"},            // as files of other programs begin
-             Row{FileKind::SETTINGS, "\xEF\xBB\xBF[a]\nb = 1\n"},    // with the mark of UTF-8
-             Row{FileKind::SETTINGS, "[a]\nb = \x80\xFF\x85\x1B\n"}, // one byte a character
+             Row{FileKind::SETTINGS, "key = 1\n\n[a]\n"},         // as files of other programs begin
+             Row{FileKind::SETTINGS, "\xEF\xBB\xBF[a]\nb = 1\n"}, // with the mark of UTF-8
+             Row{FileKind::SETTINGS, "[a]\nb = \x80\xFF\x85\x1B\x07\x01\n"}, // one byte a character
              Row{FileKind::CONTOURS, kContours},
              Row{FileKind::COLOR_TABLE, kColors},
              Row{FileKind::TABLE, kTable},

@@ -101,15 +101,14 @@ bool IsUtf16(std::string_view content) {
     return content.size() >= kFewest && fewer == 0 && more * 2 > numPairs;
 }
 
-// Zero bytes, or more control codes than a text has of them.
-bool IsBinary(std::string_view content) {
+// More control codes than a text has of them.
+bool HasManyControls(std::string_view content) {
     constexpr std::size_t kMost = 16; // one in so many, and one more
     const auto isControl = [](char c) {
         return static_cast<unsigned char>(c) < 0x20 &&
                std::string_view("\t\n\v\f\r").find(c) == std::string_view::npos;
     };
-    return content.find('\0') != std::string_view::npos ||
-           static_cast<std::size_t>(std::ranges::count_if(content, isControl)) > content.size() / kMost + 1;
+    return static_cast<std::size_t>(std::ranges::count_if(content, isControl)) > content.size() / kMost + 1;
 }
 
 // The text's next line, which it loses.
@@ -162,7 +161,7 @@ Look LookOfLines(std::string_view text) {
 Look LookOf(std::string_view content) {
     if (const auto look = LookOfSignature(content)) return *look;
     if (IsUtf16(content)) return UTF16;
-    if (IsBinary(content)) return BINARY;
+    if (content.find('\0') != std::string_view::npos) return BINARY;
     constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
     if (content.starts_with(kUtf8Mark)) content.remove_prefix(kUtf8Mark.size());
     const std::string_view text = Trimmed(content);
@@ -171,7 +170,8 @@ Look LookOf(std::string_view content) {
         return SVG_PICTURE;
     if (isXml) return XML;
     if (IsDxf(content)) return DXF_DRAWING;
-    return LookOfLines(content);
+    const Look look = LookOfLines(content); // sections may hold any character
+    return look == PLAIN && HasManyControls(content) ? BINARY : look;
 }
 
 std::string BeginningOf(const UserText& path) {

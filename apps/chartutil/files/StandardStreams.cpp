@@ -32,7 +32,7 @@ StandardStreams* StandardStreams::current = nullptr;
 StandardStreams::StandardStreams() : m_output(std::cout.rdbuf()) { current = this; }
 
 StandardStreams::~StandardStreams() {
-    std::cout.rdbuf(m_output);
+    if (m_isOutputTaken) std::cout.rdbuf(m_output); // which forgets that a write has failed
     current = nullptr;
 }
 

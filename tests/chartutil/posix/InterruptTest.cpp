@@ -257,7 +257,7 @@ TEST(Interrupt, APictureIsNotBegun) {
     for (int i = 1; i < 200; ++i)
         table += "Entry(" + std::to_string(i) + ")=x" + std::string(100, 'y') + "\r\n";
     WriteBytes(folder.Path() / "table.col", table);
-    WriteBytes(folder.Path() / "table.svg", "old");
+    WriteBytes(folder.Path() / "table.svg", "<svg>old</svg>");
     Running run({"colors", "table", (folder.Path() / "table.col").string(), "--picture",
                  (folder.Path() / "table.svg").string()});
     run.WaitUntilErrorIsFull(); // with what is odd in the table
@@ -266,7 +266,7 @@ TEST(Interrupt, APictureIsNotBegun) {
     EXPECT_EQ(SIGINT, run.End());
     EXPECT_THAT(run.Error(), EndsWith("\nchartutil: interrupted; nothing was changed\n"));
     EXPECT_EQ("", run.Output());
-    EXPECT_EQ("old", ReadBytes(folder.Path() / "table.svg"));
+    EXPECT_EQ("<svg>old</svg>", ReadBytes(folder.Path() / "table.svg"));
     EXPECT_EQ(2u, folder.NumFiles());
 }
 

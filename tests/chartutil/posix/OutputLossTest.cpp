@@ -82,6 +82,8 @@ TEST(OutputLoss, IsAnInputOutputErrorOfEveryCommand) {
              {"keywords", "list", data + "/pensacola/title-block.txt"},
              {"keywords", "fill", data + "/pensacola/title-block.txt"}, // with 1 too
              {"contours", "list", data + "/pensacola/levels.cdf"},
+             {"contours", "range", "-", "--from", "0", "--to", "1", "--step", "1"},
+             {"colors", "palette", "--picture", "-"},
              {"contours", "check", ToUtf8(folder.File(L"odd.cdf"))}}) { // with 1 too
         for (const int output : outputs.All()) {
             SCOPED_TRACE(testing::PrintToString(arguments) + " into " + std::to_string(output));

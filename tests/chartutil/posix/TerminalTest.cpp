@@ -199,6 +199,14 @@ TEST(Terminal, ALayoutOfOneByteACharacterIsReadable) {
     EXPECT_EQ("K\u00FCste\r\r\n", OnTerminal({"keywords", "fill", ToUtf8(folder.File(L"a.txt"))}));
 }
 
+TEST(Terminal, GetsNoBytesThatItCannotShow) {
+    for (const char* format : {"png", "pdf"})
+        EXPECT_THAT(OnTerminal({"colors", "palette", "--picture", "-", "--format", format}),
+                    HasSubstr("standard output is a terminal, which shows no "));
+    EXPECT_THAT(OnTerminal({"crc", "seal", "-"}), HasSubstr("standard output is a terminal"));
+    EXPECT_THAT(OnTerminal({"colors", "palette", "--picture", "-"}), HasSubstr("</svg>"));
+}
+
 TEST(Terminal, ALongFileHasAProgressBar) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "big\x1b[31m", "x");

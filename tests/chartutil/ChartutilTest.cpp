@@ -124,3 +124,25 @@ TEST(Chartutil, RefusesWrongUse) {
         EXPECT_NE("", result.error);
     }
 }
+
+TEST(Chartutil, SuggestsTheCommandThatIsMeant) {
+    struct Row {
+        std::vector<std::string> arguments;
+        const char* words;
+    };
+    const Row rows[] = {
+        {{"setings", "show", "a.ini"}, "There is no command \"setings\"; did you mean \"settings\"?\n"},
+        {{"--quiet", "colours"}, "There is no command \"colours\"; did you mean \"colors\"?\n"},
+        {{"settings", "shwo", "a.ini"},
+         "There is no command \"shwo\" in 'settings'; did you mean \"show\"?\n"},
+        {{"frobnicate"}, "There is no command \"frobnicate\"\n"},
+        {{"settings"}, "A subcommand is required\n"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(row.arguments));
+        const ProgramResult result = RunChartutil(row.arguments);
+        EXPECT_EQ(2, result.exitCode);
+        EXPECT_EQ("", result.output);
+        EXPECT_THAT(result.error, StartsWith(row.words));
+    }
+}

@@ -45,7 +45,7 @@ protected:
 } // namespace
 
 TEST_F(SettingsCommand, HelpShowsExamplesAndExitCodes) {
-    for (const char* name : {"show", "get", "set", "remove", "rename", "merge", "diff", "check", "seal"}) {
+    for (const char* name : {"show", "get", "set", "remove", "rename", "merge", "check", "seal"}) {
         SCOPED_TRACE(name);
         const ProgramResult result = RunChartutil({"settings", name, "--help"});
         EXPECT_EQ(0, result.exitCode);
@@ -375,7 +375,8 @@ TEST_F(SettingsCommand, WrongUseIsToldApart) {
 }
 
 TEST_F(SettingsCommand, EveryOtherByteOfAForeignFileStays) {
-    const std::string before = "# written by hand\nfirst = 1\n\n[Chart]\n  Scale\t=1   ; one\n= lost\n\n\n# end";
+    const std::string before =
+        "# written by hand\nfirst = 1\n\n[Chart]\n  Scale\t=1   ; one\n= lost\n\n\n# end";
     struct Row {
         const char* command;
         Arguments arguments;
@@ -442,4 +443,110 @@ TEST_F(SettingsCommand, OneBadFileDoesNotKeepTheOthersFromBeingDone) {
         EXPECT_THAT(result.error, HasSubstr(bad + ":1: "));
         EXPECT_THAT(result.output, HasSubstr("\"Tides\""));
     }
+}
+
+TEST_F(SettingsCommand, GetTakesATextForWhatIsNotThere) {
+    EXPECT_EQ("none\n", Output("get", {"Chart", "Author", "--default", "none"}));
+    EXPECT_EQ("none\n", Output("get", {"Nowhere", "Author", "--default", "none"}));
+    EXPECT_EQ("\n", Output("get", {"Chart", "Author", "--default", ""}));
+    EXPECT_EQ("25000\n", Output("get", {"Chart", "Scale", "--default", "none"}));
+    EXPECT_EQ("\n",
+              Output("get", {"Chart", "Scale", "--default", "none", "--comment"})); // is there, and empty
+    const Json document = Json::parse(Output("get", {"Chart", "Author", "--default", "none", "--json"}));
+    EXPECT_EQ("Author", document["name"]);
+    EXPECT_EQ("none", document["value"]);
+    std::filesystem::remove(Native());
+    EXPECT_EQ(3, Run("get", {"Chart", "Author", "--default", "none"}).exitCode);
+}
+
+TEST_F(SettingsCommand, GetPrintsEachKeyOfANameWhenAsked) {
+    EXPECT_EQ("0.35\n0.36\n", Output("get", {"Tides", "offset", "--all"}));
+    EXPECT_EQ("25000\n", Output("get", {"Chart", "Scale", "--all"}));
+    EXPECT_EQ("none\n", Output("get", {"Tides", "Author", "--all", "--default", "none"}));
+    EXPECT_EQ(1, Run("get", {"Tides", "Author", "--all"}).exitCode);
+    const Json document = Json::parse(Output("get", {"tides", "offset", "--all", "--json"}));
+    ASSERT_EQ(2u, document.size());
+    EXPECT_EQ("Tides", document[1]["section"]);
+    EXPECT_EQ("0.36", document[1]["value"]);
+}
+
+TEST_F(SettingsCommand, ANearNameIsSuggested) {
+    struct Row {
+        Arguments arguments;
+        const char* meant;
+    };
+    const Row rows[] = {
+        {{"get", "Tdies", "Offset"}, "there is no section [Tdies]; did you mean [Tides]?"},
+        {{"get", "Tides", "ofset"}, "there is no key \"ofset\" in [Tides]; did you mean \"Offset\"?"},
+        {{"remove", "Tidess"}, "did you mean [Tides]?"},
+        {{"rename", "Tides", "Shift", "--key", "Offst"}, "did you mean \"Offset\"?"},
+        {{"seal", "--section", "Charts"}, "did you mean [Chart]?"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(row.arguments));
+        const ProgramResult result =
+            Run(row.arguments.front(), {row.arguments.begin() + 1, row.arguments.end()});
+        EXPECT_EQ(1, result.exitCode);
+        EXPECT_THAT(result.error, HasSubstr(row.meant));
+    }
+    EXPECT_THAT(Run("get", {"Gauges", "Offset"}).error, Not(HasSubstr("did you mean")));
+}
+
+TEST_F(SettingsCommand, SealingOverAnEditNeedsToBeAccepted) {
+    Output("seal");
+    std::string edited = Bytes();
+    edited.replace(edited.find("25000"), 5, "99999");
+    const Arguments commands[] = {
+        {"seal"},
+        {"seal", "--dry-run"},
+        {"seal", "--section", "Chart"},
+        {"set", "Chart", "Scale", "1", "--seal"},
+        {"set", "Chart", "Width", "1", "--seal"},
+        {"remove", "Chart", "Scale", "--seal"},
+        {"rename", "Chart", "Sheet", "--seal"},
+        {"rename", "Chart", "S", "--key", "Scale", "--seal"},
+        {"merge", PROJECT_DATA_FOLDER "/sample-project.ini", "--seal"},
+    };
+    edited.insert(edited.find("[Tides]"), "[Chart Sheet]\r\nScale = 1\r\n$CHECKSUM$ = 1\r\n");
+    for (const Arguments& command : commands) {
+        SCOPED_TRACE(::testing::PrintToString(command));
+        WriteBytes(Native(), edited);
+        const Arguments arguments(command.begin() + 1, command.end());
+        const ProgramResult refused = Run(command.front(), arguments);
+        EXPECT_EQ(1, refused.exitCode);
+        EXPECT_EQ("", refused.output);
+        EXPECT_THAT(refused.error,
+                    AllOf(HasSubstr("edited since it was sealed: [Chart"), HasSubstr("--accept-edits")));
+        EXPECT_EQ(edited, Bytes());
+
+        Arguments accepting = arguments;
+        accepting.emplace_back("--accept-edits");
+        EXPECT_EQ(0, Run(command.front(), accepting).exitCode);
+    }
+    WriteBytes(Native(), edited);
+    EXPECT_THAT(Run("seal").error, HasSubstr("[Chart], [Chart Sheet]"));
+    EXPECT_EQ(0, Run("seal", {"--section", "Tides"}).exitCode);
+    EXPECT_EQ(0, Run("set", {"Tides", "Offset", "1", "--seal"}).exitCode);
+    EXPECT_THAT(Output("seal", {"--accept-edits"}), HasSubstr("sealed anew, it had been edited"));
+    Output("check");
+}
+
+TEST_F(SettingsCommand, QuietLeavesErrorsAndResults) {
+    for (const Arguments& set : {Arguments{"--quiet", "settings", "set", Path(), "Chart", "Scale", "1"},
+                                 Arguments{"settings", "--quiet", "set", Path(), "Chart", "Scale", "2"},
+                                 Arguments{"settings", "set", Path(), "Chart", "Scale", "3", "--quiet"}}) {
+        SCOPED_TRACE(::testing::PrintToString(set));
+        const ProgramResult result = RunChartutil(set);
+        EXPECT_EQ(0, result.exitCode);
+        EXPECT_EQ("", result.output);
+        EXPECT_EQ("", result.error);
+    }
+    EXPECT_EQ("3\n", Output("get", {"Chart", "Scale", "--quiet"}));
+    EXPECT_EQ("", Output("seal", {"--quiet"}));
+    EXPECT_EQ("", Run("set", {"Chart", "Scale", "4", "--quiet"}).error) << "a note";
+    const ProgramResult failed = Run("check", {"--quiet"});
+    EXPECT_THAT(failed.output, HasSubstr("EDITED BY HAND"));
+    EXPECT_THAT(Run("get", {"Chart", "No", "--quiet"}).error, HasSubstr("there is no key"));
+    Output("set", {"Chart", "Scale", "--", "--quiet"});
+    EXPECT_EQ("--quiet\n", Output("get", {"Chart", "Scale"}));
 }

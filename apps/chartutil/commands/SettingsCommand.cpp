@@ -161,7 +161,8 @@ Examples:
   chartutil settings merge sample-project.ini my-changes.ini --dry-run)";
     const auto [command, options] =
         Add<MergeSettings>(settings, "merge", "Set in one file every key that another one has", Run, footer);
-    command.add_option("BASE", options.file, "The settings file to change, or - for standard input")->required();
+    command.add_option("BASE", options.file, "The settings file to change, or - for standard input")
+        ->required();
     command.add_option("CHANGES", options.changes, "The settings file with the keys to set")->required();
     AddEncoding(command, options.encoding);
     AddChange(command, options);
@@ -220,7 +221,8 @@ Examples:
 } // namespace
 
 void AddSettingsCommand(CLI::App& program) {
-    CLI::App& settings = *program.add_subcommand("settings", "Show, change, compare, check and seal settings files");
+    CLI::App& settings =
+        *program.add_subcommand("settings", "Show, change, compare, check and seal settings files");
     settings.require_subcommand(1);
     settings.footer(R"(Names of sections and keys match whatever their letter case.
 

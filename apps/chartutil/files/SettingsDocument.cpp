@@ -24,7 +24,10 @@ void RequireSettings(const SettingsSource& source, std::string_view content, con
 
 std::string ReadSettings(const SettingsSource& source) {
     std::string content = ReadFile(source.file);
-    RequireSettings(source, content, "");
+    // Where there are sections to be seen, a control code in a value is no reason to show none.
+    SETTINGS::FoundHeader header;
+    const bool isText = content.find('\0') == std::string::npos;
+    if (!isText || !SETTINGS::FindHeader(content, 0, header)) RequireSettings(source, content, "");
     return content;
 }
 

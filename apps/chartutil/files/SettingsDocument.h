@@ -57,8 +57,8 @@ public:
     /// The sections of these names; without names all, of which there has to be one (ExitCode::CHECK_FAILED).
     std::vector<std::wstring> RequireSections(const std::vector<UserText>& names) const;
 
-    /// Notes, once, that the file looks like UTF-8, if that changes one of the texts that were given or shown so
-    /// far.
+    /// Notes, once, that the file looks like UTF-8, if that changes one of the texts that were given or shown
+    /// so far.
     void HintAtEncoding() const;
 
 private:
@@ -81,6 +81,6 @@ struct SettingsChange : SettingsSource {
 
 /// Reads the file, lets `edit` change it, and replaces it by the result, while no other program changes it; a
 /// file in which nothing changes is left alone. `edit` may be called again, on a fresh document. With "-" the
-/// result goes to standard output, and all that is printed from now on to standard error. A dry run prints the
-/// difference instead, and the answer is false.
+/// result goes to standard output, and all that is printed from now on to standard error. A dry run prints
+/// the difference instead, and the answer is false.
 bool ChangeSettings(const SettingsChange& change, const std::function<void(SettingsDocument&)>& edit);

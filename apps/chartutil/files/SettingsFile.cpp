@@ -76,8 +76,8 @@ void ThrowNoSection(const std::string& file, const std::string& name, const std:
 void ThrowNoKey(const std::string& file, const std::string& name, const std::string& section,
                 const std::vector<std::string>& names) {
     const std::string meant = DidYouMean(name, names, '"', '"');
-    throw CommandError(ExitCode::CHECK_FAILED, file + ": there is no key \"" + name + "\" in [" + section + "]" +
-                                                   meant + (meant.empty() ? ";" : "") + kShowLists);
+    throw CommandError(ExitCode::CHECK_FAILED, file + ": there is no key \"" + name + "\" in [" + section +
+                                                   "]" + meant + (meant.empty() ? ";" : "") + kShowLists);
 }
 
 std::string InBrackets(const std::wstring& section) { return "[" + ToUtf8(section) + "]"; }

@@ -12,8 +12,8 @@ enum class TextEncoding {
     UTF_8,
 };
 
-/// The text as the library has it of a file in which it stands in that encoding. In ONE_BYTE, characters above
-/// U+00FF, which such a file cannot hold, stay what they are.
+/// The text as the library has it of a file in which it stands in that encoding. In ONE_BYTE, characters
+/// above U+00FF, which such a file cannot hold, stay what they are.
 std::wstring StoredText(const UserText& text, TextEncoding encoding);
 
 /// What such a text of the library says, in UTF-8.

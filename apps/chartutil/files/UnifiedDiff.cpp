@@ -38,7 +38,7 @@ std::string Range(std::size_t first, std::size_t count) {
 std::vector<std::string> UnifiedDiff(std::string_view before, const std::vector<Change>& changes) {
     const std::vector<std::string_view> lines = LinesOf(before);
     std::vector<std::string> diff;
-    std::size_t numAdded = 0;   // by the runs so far
+    std::size_t numAdded = 0; // by the runs so far
     std::size_t numRemoved = 0;
     for (auto change = changes.begin(); change != changes.end();) {
         const std::size_t begin = FirstOf(*change) - std::min(FirstOf(*change), kContext);

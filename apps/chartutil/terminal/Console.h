@@ -25,8 +25,8 @@ std::string Printable(std::string_view text);
 
 /// What is left out of all that is printed from now on; the user decides. Nothing is at first.
 struct Restraint {
-    bool isQuiet = false;   ///< what PrintNote() and PrintDone() print, and the progress bar
-    bool hasColors = true;  ///< on a terminal that shows them
+    bool isQuiet = false;  ///< what PrintNote() and PrintDone() print, and the progress bar
+    bool hasColors = true; ///< on a terminal that shows them
 };
 void SetRestraint(const Restraint& restraint);
 const Restraint& CurrentRestraint();

@@ -24,8 +24,7 @@ bool IsWanted() { return ErrorIsTerminal() && !TerminalIsDumb() && !CurrentRestr
 
 } // namespace
 
-ProgressBar::ProgressBar()
-    : ProgressBar(IsWanted() ? &std::cerr : nullptr, std::chrono::steady_clock::now) {}
+ProgressBar::ProgressBar() : ProgressBar(IsWanted() ? &std::cerr : nullptr, std::chrono::steady_clock::now) {}
 
 ProgressBar::ProgressBar(std::ostream* terminal, Clock clock)
     : m_terminal(terminal), m_clock(std::move(clock)), m_next(m_clock() + std::chrono::milliseconds(300)) {}

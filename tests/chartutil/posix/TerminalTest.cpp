@@ -18,8 +18,10 @@ using ::testing::Not;
 
 namespace {
 
-// What chartutil shows on a terminal; up to `until`, where that is given, and no further.
-std::string OnTerminal(const std::vector<std::string>& arguments, std::string_view until = {}) {
+// What chartutil shows on a terminal that can do all; up to `until`, where that is given, and no further.
+// `variable` is one more of its environment, "NAME=VALUE".
+std::string OnTerminal(const std::vector<std::string>& arguments, std::string_view until = {},
+                       const char* variable = "TERM=xterm") {
     const std::string program = ChartutilPath();
     int terminal = -1;
     const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
@@ -28,6 +30,9 @@ std::string OnTerminal(const std::vector<std::string>& arguments, std::string_vi
         return {};
     }
     if (child == 0) {
+        setenv("TERM", "xterm", 1);
+        unsetenv("NO_COLOR");
+        putenv(const_cast<char*>(variable));
         std::vector<char*> words = {const_cast<char*>(program.c_str())};
         for (const std::string& word : arguments) words.push_back(const_cast<char*>(word.c_str()));
         words.push_back(nullptr);
@@ -215,4 +220,32 @@ TEST(Terminal, ALongFileHasAProgressBar) {
     const std::string shown = OnTerminal({"crc", "print", ToUtf8(folder.File(L"big\x1b[31m"))}, "%");
     EXPECT_THAT(shown, HasSubstr("big\\x1B[31m ["));
     EXPECT_THAT(shown, Not(HasSubstr("\x1b[31m")));
+}
+
+TEST(Terminal, ShowsNoColoursToWhoWantsNone) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "a.ini", "[a]\nk=v ;c\n");
+    const std::string path = ToUtf8(folder.File(L"a.ini"));
+    const std::vector<std::string> show = {"settings", "show", path};
+    const std::string plain = "[a]\r\nk = v ;c\r\n";
+    EXPECT_NE(plain, OnTerminal(show));
+    EXPECT_EQ(plain, OnTerminal(show, {}, "NO_COLOR=1"));
+    EXPECT_NE(plain, OnTerminal(show, {}, "NO_COLOR="));
+    EXPECT_EQ(plain, OnTerminal(show, {}, "TERM=dumb"));
+    EXPECT_EQ(plain, OnTerminal({"--no-color", "settings", "show", path}));
+    EXPECT_EQ(plain, OnTerminal({"settings", "show", path, "--no-color"}));
+    EXPECT_THAT(OnTerminal({"--no-color", "colors", "nearest", "#102030"}), Not(HasSubstr("\x1b")));
+}
+
+TEST(Terminal, ADumbOneAndAQuietUserGetNoProgressBar) {
+    const TemporaryFolder folder;
+    WriteBytes(folder.Path() / "big", "x");
+    // Sparse, and work for longer than a bar waits, on any machine of today.
+    std::filesystem::resize_file(folder.Path() / "big", std::uintmax_t{2} << 30);
+    const std::string path = ToUtf8(folder.File(L"big"));
+    for (const std::string& shown : {OnTerminal({"crc", "print", path}, {}, "TERM=dumb"),
+                                     OnTerminal({"crc", "print", path, "--quiet"})}) {
+        EXPECT_THAT(shown, HasSubstr("computed"));
+        EXPECT_THAT(shown, Not(HasSubstr("\x1b[K"))); // by which a bar is drawn anew
+    }
 }

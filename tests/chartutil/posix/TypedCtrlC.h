@@ -49,6 +49,7 @@ struct TypedCtrlC {
         int terminal = -1;
         const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
         if (child == 0) {
+            setenv("TERM", "xterm", 1); // one that shows a bar
             KeepOutputAtCtrlC();
             if (!input.empty()) dup2(open(input.c_str(), O_RDONLY | O_CLOEXEC), STDIN_FILENO);
             BecomeChartutil(arguments, program);

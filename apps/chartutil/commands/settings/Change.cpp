@@ -112,7 +112,7 @@ void Run(const RenameSetting& options) {
     });
     const std::string& newName = options.newName.Utf8();
     if (isDone)
-        PrintDone(InputName(options.file) + ": [" + options.section.Utf8() + "]" +
-                  (options.key ? " " + options.key->Utf8() + " is now " + newName
-                               : " is now [" + newName + "]"));
+        PrintDone(
+            InputName(options.file) + ": [" + options.section.Utf8() + "]" +
+            (options.key ? " " + options.key->Utf8() + " is now " + newName : " is now [" + newName + "]"));
 }

@@ -116,7 +116,8 @@ SettingsDocument Opened(const UserText& file, TextEncoding encoding) {
     try {
         return SettingsDocument({file, encoding});
     } catch (const CommandError& error) {
-        throw CommandError(ExitCode::IO_ERROR, error.what());
+        const bool isNoSettings = error.Code() == ExitCode::CHECK_FAILED;
+        throw CommandError(isNoSettings ? ExitCode::IO_ERROR : error.Code(), error.what());
     }
 }
 
@@ -157,10 +158,12 @@ Json ToJson(const Difference& difference, const SettingsDocument& before, const 
             bool wantsComments) {
     Json shown = {{"section", before.Shown(difference.section)}};
     if (difference.isSection) {
-        shown["isThere"] = {{"before", difference.before.has_value()}, {"after", difference.after.has_value()}};
+        shown["isThere"] = {{"before", difference.before.has_value()},
+                            {"after", difference.after.has_value()}};
         return shown;
     }
-    shown["key"] = before.Shown((difference.before ? difference.before : difference.after)->GetName().String());
+    shown["key"] =
+        before.Shown((difference.before ? difference.before : difference.after)->GetName().String());
     shown["before"] = ToJson(before, difference.before, wantsComments);
     shown["after"] = ToJson(after, difference.after, wantsComments);
     return shown;
@@ -171,8 +174,7 @@ Json ToJson(const Difference& difference, const SettingsDocument& before, const 
 void Run(const DiffSettings& options) {
     const SettingsDocument before = Opened(options.before, options.encoding);
     const SettingsDocument after = Opened(options.after, options.encoding);
-    const std::vector<Difference> differences =
-        Comparer(before, after, options.wantsComments).Compare();
+    const std::vector<Difference> differences = Comparer(before, after, options.wantsComments).Compare();
     if (options.json) {
         Json list = Json::array();
         for (const Difference& difference : differences)

@@ -73,7 +73,8 @@ private:
 
 void Run(const MergeSettings& options) {
     if (IsStandardStream(options.file) && IsStandardStream(options.changes))
-        throw CommandError(ExitCode::WRONG_USE, "BASE and CHANGES cannot both be standard input; name a file");
+        throw CommandError(ExitCode::WRONG_USE,
+                           "BASE and CHANGES cannot both be standard input; name a file");
     const SettingsDocument changes({options.changes, options.encoding});
     Counts counts;
     const bool isDone = ChangeSettings(options, [&](SettingsDocument& base) {
@@ -92,6 +93,6 @@ void Run(const MergeSettings& options) {
         return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
     };
     PrintDone(InputName(options.file) + ": " + number(counts.set, "key") + " set, " +
-              number(counts.addedKeys, "key") + " and " + number(counts.addedSections, "section") + " added, " +
-              number(counts.same, "key") + " as they were");
+              number(counts.addedKeys, "key") + " and " + number(counts.addedSections, "section") +
+              " added, " + number(counts.same, "key") + " as they were");
 }

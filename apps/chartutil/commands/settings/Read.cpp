@@ -6,28 +6,45 @@
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/work/LongWork.h"
 
+#include <algorithm>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
 namespace {
 
-void PrintSection(const SettingsDocument& document, const Section& section) {
-    int nameWidth = 0;
-    int valueWidth = 0;
-    section.GetWriteOffsets(nameWidth, valueWidth);
-    const auto column = [&](const std::wstring& text, int width) {
-        return Printable(Padded(document.Shown(text), static_cast<std::size_t>(width)));
-    };
-    std::cout << Colored(Printable("[" + document.Shown(section.GetName().String()) + "]"), TextColor::BOLD)
-              << '\n';
+// A line of a section as the user reads it.
+struct ShownLine {
+    std::string name, value, comment;
+};
+
+std::vector<ShownLine> LinesOf(const SettingsDocument& document, const Section& section) {
+    std::vector<ShownLine> lines;
     for (int i = 0; i < section.NumKeys(); ++i) {
         const SectionKey& key = section[i];
-        const bool hasComment = !key.GetComments().empty();
-        if (key.IsValid())
-            std::cout << column(key.GetName(), nameWidth) << " = "
-                      << column(key.GetValue(), hasComment ? valueWidth + 1 : 0);
-        if (hasComment)
-            std::cout << Colored(Printable(";" + document.Shown(key.GetComments())), TextColor::DIM);
+        lines.push_back({document.Shown(key.GetName().String()), document.Shown(key.GetValue()),
+                         document.Shown(key.GetComments())});
+    }
+    return lines;
+}
+
+std::size_t WidthOf(const std::vector<ShownLine>& lines, std::string ShownLine::*field) {
+    std::size_t width = 0;
+    for (const ShownLine& line : lines) width = std::max(width, TextWidth(line.*field));
+    return width;
+}
+
+void PrintSection(const SettingsDocument& document, const Section& section) {
+    const std::vector<ShownLine> lines = LinesOf(document, section);
+    const std::size_t nameWidth = WidthOf(lines, &ShownLine::name);
+    const std::size_t valueWidth = WidthOf(lines, &ShownLine::value);
+    std::cout << Colored(Printable("[" + document.Shown(section.GetName().String()) + "]"), TextColor::BOLD)
+              << '\n';
+    for (const ShownLine& line : lines) {
+        const bool hasComment = !line.comment.empty();
+        if (!line.name.empty())
+            std::cout << Printable(Padded(line.name, nameWidth)) << " = "
+                      << Printable(Padded(line.value, hasComment ? valueWidth + 1 : 0));
+        if (hasComment) std::cout << Colored(Printable(";" + line.comment), TextColor::DIM);
         std::cout << '\n';
     }
 }
@@ -96,8 +113,8 @@ void Run(const GetSetting& options) {
     for (const SectionKey& key : keys) {
         if (options.json) {
             const Section section = document.Lines().Read(document.Stored(options.section));
-            found.push_back({{"file", options.file.Utf8()},
-                             {"section", document.Shown(section.GetName().String())}});
+            found.push_back(
+                {{"file", options.file.Utf8()}, {"section", document.Shown(section.GetName().String())}});
             found.back().update(ToJson(document, key));
         } else {
             const std::wstring& text = options.wantsComment ? key.GetComments() : key.GetValue();

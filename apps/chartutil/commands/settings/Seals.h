@@ -11,8 +11,8 @@ Seal SealOf(const SettingsDocument& document, const std::wstring& section);
 /// "intact", "edited", "unsealed"
 const char* NameOf(Seal seal);
 
-/// Before sections are sealed anew: ends the command (ExitCode::CHECK_FAILED) where one has an edit that nobody
-/// has looked at, since the new seal would hide it.
+/// Before sections are sealed anew: ends the command (ExitCode::CHECK_FAILED) where one has an edit that
+/// nobody has looked at, since the new seal would hide it.
 void RequireNoEdits(const SettingsDocument& document, const std::vector<std::wstring>& sections);
 
 /// The same for the one section that `change` changes, if it is to be sealed and its edits are not accepted.

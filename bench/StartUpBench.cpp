@@ -1,5 +1,5 @@
 // Whole processes, from the call that starts them until they have ended: a small command beside a peer's and
-// beside a C++ program that does nothing. Their output goes to /dev/null.
+// beside a C++ program that does nothing, and the same on a file of 20 MB. Their output goes to /dev/null.
 
 #include <benchmark/benchmark.h>
 
@@ -19,22 +19,35 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// With the value that both programs look up, in a form that both read.
-class SettingsFile {
+class File {
 public:
-    SettingsFile() : m_path("/dev/shm/utilitydll-start-up-" + std::to_string(getpid())) {
-        std::ofstream(m_path) << "[chart]\nscale = 25000\nname = Pensacola Bay\n";
+    File(const std::string& name, const std::string& content)
+        : m_path("/dev/shm/utilitydll-start-up-" + std::to_string(getpid()) + name) {
+        std::ofstream(m_path) << content;
     }
-    ~SettingsFile() { fs::remove(m_path); }
-    SettingsFile(const SettingsFile&) = delete;
-    SettingsFile& operator=(const SettingsFile&) = delete;
+    ~File() { fs::remove(m_path); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
     const std::string& Path() const { return m_path; }
 
 private:
     std::string m_path;
 };
 
-const SettingsFile file;
+// 20,000 sections of 40 keys, indented as git does.
+std::string ManySections() {
+    std::string content;
+    for (int section = 0; section < 20'000; ++section) {
+        content += "[section" + std::to_string(section) + "]\n";
+        for (int key = 0; key < 40; ++key)
+            content += "\tkey" + std::to_string(key) + " = value " + std::to_string(section) + "\n";
+    }
+    return content;
+}
+
+// In a form that both programs read.
+const File file("", "[chart]\nscale = 25000\nname = Pensacola Bay\n");
+const File largeFile("-large", ManySections());
 
 void Run(const std::vector<std::string>& words) {
     std::vector<char*> arguments;
@@ -51,12 +64,16 @@ void Run(const std::vector<std::string>& words) {
     if (status != 0) std::abort();
 }
 
-void Start(benchmark::State& state, const std::vector<std::string>& words) {
+using Commands = std::vector<std::vector<std::string>>;
+
+// Runs them in turn, so that one can undo what another does.
+void Start(benchmark::State& state, const Commands& commands) {
     using Clock = std::chrono::steady_clock;
     auto shortest = Clock::duration::max();
+    std::size_t next = 0;
     for (auto _ : state) {
         const Clock::time_point start = Clock::now();
-        Run(words);
+        Run(commands[next++ % commands.size()]);
         shortest = std::min(shortest, Clock::now() - start);
     }
     // What a machine with other work to do shows best.
@@ -69,12 +86,27 @@ std::string Beside(const char* program) {
 
 // Processor time is the children's own; what counts is how long somebody waits.
 [[maybe_unused]] const auto* const registered = [] {
-    const auto add = [](const char* name, const std::vector<std::string>& words) {
-        return benchmark::RegisterBenchmark(name, Start, words)->Unit(benchmark::kMicrosecond)->UseRealTime();
+    const auto add = [](const char* name, const Commands& commands) {
+        return benchmark::RegisterBenchmark(name, Start, commands)
+            ->Unit(benchmark::kMicrosecond)
+            ->UseRealTime();
     };
-    add("GetOneSetting/ours", {Beside("chartutil"), "settings", "get", file.Path(), "chart", "scale"});
-    add("GetOneSetting/git", {"git", "config", "--file", file.Path(), "--get", "chart.scale"});
-    return add("GetOneSetting/EmptyProgram", {Beside("EmptyProgram")});
+    add("GetOneSetting/ours", {{Beside("chartutil"), "settings", "get", file.Path(), "chart", "scale"}});
+    add("GetOneSetting/git", {{"git", "config", "--file", file.Path(), "--get", "chart.scale"}});
+    add("GetOneSetting/EmptyProgram", {{Beside("EmptyProgram")}});
+
+    const std::string& large = largeFile.Path();
+    add("GetFromALargeFile/ours", {{Beside("chartutil"), "settings", "get", large, "section15000", "key33"}});
+    add("GetFromALargeFile/git", {{"git", "config", "--file", large, "--get", "section15000.key33"}});
+    const auto set = [&](const char* value) {
+        return std::vector<std::string>{Beside("chartutil"), "settings", "set", large,
+                                        "section15000",      "key33",    value};
+    };
+    add("SetInALargeFile/ours", {set("one"), set("two")});
+    const auto replace = [&](const char* value) { // in the line of that key
+        return std::vector<std::string>{"sed", "-i", std::string("615035s/=.*/= ") + value + "/", large};
+    };
+    return add("SetInALargeFile/sed", {replace("one"), replace("two")});
 }();
 
 } // namespace

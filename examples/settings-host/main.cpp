@@ -1,5 +1,5 @@
-// Counts its runs in a settings file, in which people may keep what they like, and tells when somebody else has
-// edited the count.
+// Counts its runs in a settings file, in which people may keep what they like, and tells when somebody else
+// has edited the count.
 #include <UtilityDLL/settings/IniDocument.h>
 
 #include <iostream>

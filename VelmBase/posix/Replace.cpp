@@ -57,7 +57,7 @@ constexpr mode_t kSpecialBits = S_ISUID | S_ISGID | S_ISVTX;
 // Somebody has made the file that there was none of, or written the one that was read.
 constexpr auto kChangedMeanwhile = std::errc::resource_unavailable_try_again;
 
-// How long somebody else may hold one and the same file: ten seconds.
+// How long somebody else may hold one and the same file without writing it: ten seconds.
 constexpr timespec kPause{0, 2'000'000};
 constexpr int kAttempts = 5000;
 
@@ -146,11 +146,24 @@ bool TakeLock(int fd) {
     return Retry([&] { return flock(fd, LOCK_EX | LOCK_NB); }) == 0 || errno != EWOULDBLOCK;
 }
 
+// Whether a file is what it was. Any write, and any change of its rights, gives it a new time.
+bool AreSame(const struct stat& then, const struct stat& now) {
+    return then.st_size == now.st_size && then.st_ctim.tv_sec == now.st_ctim.tv_sec &&
+           then.st_ctim.tv_nsec == now.st_ctim.tv_nsec;
+}
+
+// Those who write the file in place one after the other are waited for as long as they do.
 std::error_code WaitForLock(int fd) {
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        if (TakeLock(fd)) return {};
-        nanosleep(&kPause, nullptr);
-    }
+    struct stat then {};
+    struct stat now {};
+    do {
+        if (const std::error_code error = Status(fd, then)) return error;
+        for (int attempt = 0; attempt < kAttempts; ++attempt) {
+            if (TakeLock(fd)) return {};
+            nanosleep(&kPause, nullptr);
+        }
+        if (const std::error_code error = Status(fd, now)) return error;
+    } while (!AreSame(then, now));
     return std::make_error_code(std::errc::device_or_resource_busy);
 }
 
@@ -187,13 +200,11 @@ std::error_code Open(const std::string& path, Place& place) {
     return OpenFile(place);
 }
 
-// Whether the file is still what it was when it was locked. Any write, and any change of its rights, gives it
-// a new time.
+// Whether the file is still what it was when it was locked.
 bool IsUnchanged(const Place& place) {
     struct stat now {};
     return !Status(place.file.Get(), now) && IsNamed(place.folder.Get(), place.name, place.file.Get()) &&
-           now.st_size == place.old.st_size && now.st_ctim.tv_sec == place.old.st_ctim.tv_sec &&
-           now.st_ctim.tv_nsec == place.old.st_ctim.tv_nsec;
+           AreSame(place.old, now);
 }
 
 // Finds the file and has it for itself. Each file that others have in between begins a new time of waiting.
@@ -356,6 +367,8 @@ public:
         return Rename(0);
     }
 
+    void Close() { m_file = Descriptor(); }
+
 private:
     int Folder() const { return m_place.folder.Get(); }
     const char* TemporaryName() const { return m_place.temporaryName.c_str(); }
@@ -448,10 +461,14 @@ std::error_code Write(Place& place, const ContentComposer& compose, InPlace inPl
         error = TakeOverFromMade(place, made, file);
         if (!error) error = file.BecomeNext();
     }
-    // The file is the new one from here on. A folder that cannot be synchronised only leaves open which of
-    // the two whole files a power loss would bring back.
-    if (!error) Retry([&] { return fsync(place.folder.Get()); });
-    return error;
+    if (error) return error;
+    // The file is the new one from here on, and others need not wait for the disk. A folder that cannot be
+    // synchronised only leaves open which of the two whole files a power loss would bring back.
+    file.Close();
+    made.file = Descriptor();
+    place.file = Descriptor();
+    Retry([&] { return fsync(place.folder.Get()); });
+    return {};
 }
 
 } // namespace

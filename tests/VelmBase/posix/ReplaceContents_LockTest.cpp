@@ -149,6 +149,18 @@ TEST_F(ReplaceContents_Lock, AsLongAsOthersFinishTheWaitingGoesOn) {
     EXPECT_EQ(1u, m_folder.NumFiles());
 }
 
+TEST_F(ReplaceContents_Lock, AsLongAsTheFileIsWrittenInPlaceTheWaitingGoesOn) {
+    OtherProcess other;
+    other.Lock(Target());
+    constexpr int kPausesOfNineSeconds = 4500;
+    onPause = [&](int n) {
+        if (n % kPausesOfNineSeconds == 0) WriteBytes(Path(), std::string(static_cast<std::size_t>(n), 'x'));
+        if (n == 4 * kPausesOfNineSeconds) other.Unlock();
+    };
+    EXPECT_EQ(std::error_code(), FILES::ReplaceContents(Path(), "new"));
+    EXPECT_NEAR(36, waited, 1);
+}
+
 TEST_F(ReplaceContents_Lock, WaitsForNoMoreThanItHasTo) {
     OtherProcess other;
     other.Lock(Target());

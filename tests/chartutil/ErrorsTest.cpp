@@ -58,6 +58,8 @@ TEST(ThrowNotWritten, SaysWhatItIsAndWhatToDo) {
           Row{not_enough_memory, "there is not enough memory for it; close other programs", ""},
           Row{file_exists, ".new.ini.saving beside it, which is no file, is in the way; remove it",
               ".old.ini.saving beside it, which is no file, is in the way; remove it"},
+          Row{no_such_file_or_directory, "",
+              "cannot be written, and is as it was: No such file or directory"},
           Row{too_many_files_open, "cannot be written: Too many open files",
               "cannot be written, and is as it was: Too many open files"}}) {
         if (!row.ofNew.empty()) {

@@ -39,7 +39,7 @@ std::string NoFolder(const std::filesystem::path& folder) {
 }
 
 std::string WhyNotWritten(const std::filesystem::path& file, bool exists, const std::error_code& reason) {
-    if (reason == std::errc::no_such_file_or_directory || reason == std::errc::not_a_directory)
+    if (!exists && (reason == std::errc::no_such_file_or_directory || reason == std::errc::not_a_directory))
         return NoFolder(file.parent_path());
     const std::string kept = exists ? ", and is as it was" : "";
     if (reason == std::errc::permission_denied || reason == std::errc::operation_not_permitted)

@@ -121,9 +121,3 @@ TEST(CrcSeal, PassesStandardInputOnWithItsChecksum) {
     EXPECT_EQ(kSealed, again.output);
     EXPECT_EQ("standard input: sealed already, left alone\n", again.error);
 }
-
-TEST(SheetWatch, IsRefusedForStandardOutput) {
-    const ProgramResult result = RunChartutil({"sheet", "no-project", "-o", "-", "--watch"});
-    EXPECT_EQ(2, result.exitCode);
-    EXPECT_THAT(result.error, HasSubstr("standard output takes one chart"));
-}

@@ -165,10 +165,11 @@ Look LookOf(std::string_view content) {
     constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
     if (content.starts_with(kUtf8Mark)) content.remove_prefix(kUtf8Mark.size());
     const std::string_view text = Trimmed(content);
-    const bool isXml = text.starts_with("<?xml") || text.starts_with("<!DOCTYPE");
-    if (text.starts_with("<svg") || (isXml && text.find("<svg") != std::string_view::npos))
-        return SVG_PICTURE;
-    if (isXml) return XML;
+    if (text.starts_with('<')) {
+        const auto has = [text](std::string_view tag) { return text.find(tag) != std::string_view::npos; };
+        if (has("<svg") && !has("<html")) return SVG_PICTURE;
+        if (text.starts_with("<?xml") || text.starts_with("<!DOCTYPE")) return XML;
+    }
     if (IsDxf(content)) return DXF_DRAWING;
     const Look look = LookOfLines(content); // sections may hold any character
     return look == PLAIN && HasManyControls(content) ? BINARY : look;

@@ -117,6 +117,7 @@ using ContentChange = std::function<bool(std::string& content, bool exists)>;
 /// file stays as it is, without an error; what it throws is passed on. A file that is not there is made. When
 /// a program that does not know of the lock makes, writes, replaces or removes the file meanwhile, `change`
 /// is called again with what that has left; only in the moment of the replacement itself this is not seen.
+/// A file that is written again and again gives errc::device_or_resource_busy after twenty calls.
 [[nodiscard]] VELMBASE_API std::error_code UpdateContents(const std::wstring& path,
                                                           const ContentChange& change);
 

@@ -152,10 +152,13 @@ bool AreSame(const struct stat& then, const struct stat& now) {
            then.st_ctim.tv_nsec == now.st_ctim.tv_nsec;
 }
 
-// Those who write the file in place one after the other are waited for as long as they do.
+// Those who write the file in place one after the other are waited for as long as they do, but for no more
+// than a minute: it may be one that never lets go.
 std::error_code WaitForLock(int fd) {
+    constexpr int kMostTurns = 6;
     struct stat then {};
     struct stat now {};
+    int turn = 0;
     do {
         if (const std::error_code error = Status(fd, then)) return error;
         for (int attempt = 0; attempt < kAttempts; ++attempt) {
@@ -163,7 +166,7 @@ std::error_code WaitForLock(int fd) {
             nanosleep(&kPause, nullptr);
         }
         if (const std::error_code error = Status(fd, now)) return error;
-    } while (!AreSame(then, now));
+    } while (!AreSame(then, now) && ++turn < kMostTurns);
     return std::make_error_code(std::errc::device_or_resource_busy);
 }
 
@@ -488,7 +491,7 @@ std::error_code ReplaceContents(const std::wstring& path, const ContentComposer&
 }
 
 std::error_code UpdateContents(const std::wstring& path, const ContentChange& change) {
-    for (;;) {
+    for (int beginning = 0; beginning < kMostBeginnings; ++beginning) {
         Place place;
         if (const std::error_code error = Lock(ToUtf8(path), place)) return error;
         std::string content;
@@ -499,6 +502,7 @@ std::error_code UpdateContents(const std::wstring& path, const ContentChange& ch
         const std::error_code error = Write(place, compose, InPlace::ALLOWED, IfChanged::TELL);
         if (error != kChangedMeanwhile) return error;
     }
+    return std::make_error_code(std::errc::device_or_resource_busy);
 }
 
 } // namespace FILES

@@ -4,6 +4,9 @@
 
 namespace FILES {
 
+/// How often an update begins anew because others write the file without a lock.
+inline constexpr int kMostBeginnings = 20;
+
 /// Has the content written piece by piece. The reason of the first piece that could not be, or
 /// errc::operation_canceled when the composer gave up by itself.
 template <typename Write> std::error_code Compose(const ContentComposer& compose, Write write) {

@@ -377,7 +377,7 @@ std::error_code ReplaceContents(const std::wstring& path, const ContentComposer&
 }
 
 std::error_code UpdateContents(const std::wstring& path, const ContentChange& change) {
-    for (;;) {
+    for (int beginning = 0; beginning < kMostBeginnings; ++beginning) {
         Place place;
         if (const std::error_code error = TakeTurn(path, InPlace::ALLOWED, place)) return error;
         std::string content;
@@ -388,6 +388,7 @@ std::error_code UpdateContents(const std::wstring& path, const ContentChange& ch
         const std::error_code error = Write(place, compose, IfChanged::TELL);
         if (error != kChangedMeanwhile) return error;
     }
+    return std::make_error_code(std::errc::device_or_resource_busy);
 }
 
 } // namespace FILES

@@ -122,6 +122,20 @@ TEST_F(UpdateContents, BeginsAgainWithWhatAProgramWithoutALockHasWritten) {
     }
 }
 
+TEST_F(UpdateContents, GivesUpAFileThatIsWrittenAgainAndAgain) {
+    WriteBytes(Path(), "0");
+    std::string written;
+    EXPECT_EQ(std::errc::device_or_resource_busy,
+              FILES::UpdateContents(Path(), [&](std::string& content, bool) {
+                  content += "+more";
+                  WriteBytes(Path(), written += "1");
+                  return true;
+              }));
+    EXPECT_EQ(20u, written.size());
+    EXPECT_EQ(written, ReadBytes(Path()));
+    EXPECT_EQ(1u, m_folder.NumFiles());
+}
+
 TEST_F(UpdateContents, ManyThreadsLoseNothingOfEachOther) {
     constexpr int kThreads = 10;
     constexpr int kUpdates = 10;

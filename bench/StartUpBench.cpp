@@ -40,7 +40,7 @@ std::string ManySections() {
     for (int section = 0; section < 20'000; ++section) {
         content += "[section" + std::to_string(section) + "]\n";
         for (int key = 0; key < 40; ++key)
-            content += "\tkey" + std::to_string(key) + " = value " + std::to_string(section) + "\n";
+            content += "\tkey" + std::to_string(key) + " = a value of " + std::to_string(section) + "\n";
     }
     return content;
 }

@@ -179,7 +179,9 @@ TEST(KeywordsFill, WrongUseAndUnreadableFilesHaveTheirCodes) {
           Row{{"fill", layout.Path(), "--project", layout.Beside(L"none")}, 3, "no such file"},
           Row{{"fill", layout.Path(), "--project", broken}, 3, "broken.ini:1: "},
           Row{{"fill", layout.Path(), "--project", other}, 1, "no section [Keywords]"},
-          Row{{"fill", layout.Path(), "--value", "n=1", "-o", layout.Beside(L"no/where")}, 3, "written"},
+          Row{{"fill", layout.Path(), "--value", "n=1", "-o", layout.Beside(L"no/where")},
+              3,
+              "there is no folder"},
           Row{{"fill"}, 2, "LAYOUT"}, Row{{}, 2, "subcommand"}}) {
         SCOPED_TRACE(testing::PrintToString(row.arguments));
         const ProgramResult result = Keywords(row.arguments);

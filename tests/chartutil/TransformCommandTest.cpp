@@ -162,7 +162,7 @@ TEST(TransformCommand, TellsWhatCannotBeReadOrWritten) {
     };
     for (const Row& row : {Row{missing, "", missing + ": no such file"},
                            Row{path, "", path + ": is a folder"}, Row{input, path, "is no regular file"},
-                           Row{input, missing + "/no/folder.csv", "cannot be written"}}) {
+                           Row{input, missing + "/no/folder.csv", "there is no folder"}}) {
         std::vector<std::string> arguments = {row.input, "--rotate", "1"};
         if (!row.output.empty()) arguments.insert(arguments.end(), {"--output", row.output});
         const ProgramResult result = Transform(arguments);

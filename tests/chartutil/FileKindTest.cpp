@@ -21,6 +21,8 @@ const std::string kBinary = "abc\0def"s;
 const std::string kSettings = "; of the plotter\r\n[General]\r\nName = 1\r\n";
 const std::string kContours = "[CONTOUR(0)]\nLevel = 1\n";
 const std::string kColors = "[ColorTable]\nEntry(0)=0,255,0,0\n";
+const std::string kProse =
+    "Dear diary,\ntoday we sounded the bay.\nIt rained, of course, and the gauge stood still.\n";
 const std::string kTable = "x,y\n1,2\n";
 
 std::string Utf8(std::wstring_view path) { return ToUtf8(path); }
@@ -40,7 +42,8 @@ TEST(FileKind, ContentOfAnotherKindIsNamed) {
              Row{FileKind::SETTINGS, kUtf16WithoutMark, "a text in UTF-16, no settings file"},
              Row{FileKind::SETTINGS, kBinary, "a binary file, no settings file"},
              Row{FileKind::SETTINGS, "\x01\x02\x03", "a binary file, no settings file"},
-             Row{FileKind::SETTINGS, kTable, "a text without sections, no settings file"},
+             Row{FileKind::SETTINGS, kTable, "a table, no settings file"},
+             Row{FileKind::SETTINGS, kProse, "a text without sections, no settings file"},
              Row{FileKind::SETTINGS, "<!DOCTYPE html>\n", "an XML file, no settings file"},
              Row{FileKind::SVG, "<!DOCTYPE html>\n<html><svg/></html>\n", "an XML file, no SVG picture"},
              Row{FileKind::CONTOURS, kSettings, "a settings file, no contour definition file"},
@@ -50,12 +53,19 @@ TEST(FileKind, ContentOfAnotherKindIsNamed) {
              Row{FileKind::TABLE, kSettings, "a settings file, no table"},
              Row{FileKind::TABLE, "first = 1\n" + kSettings, "a settings file, no table"},
              Row{FileKind::TABLE, kSvg, "an SVG picture, no table"},
+             Row{FileKind::TABLE, kProse, "a text without sections, no table"},
+             Row{FileKind::TABLE, "12 apostles\n7 seas\n", "a text without sections, no table"},
+             Row{FileKind::TABLE, "x,y\n1,2\nand so on\n", "a text without sections, no table"},
+             Row{FileKind::TABLE, "a|\"b\n1|2\n", "a text without sections, no table"},
              Row{FileKind::TEXT, kPdf, "a PDF file, no plain text"},
+             Row{FileKind::TEXT, kSvg, "an SVG picture, no plain text"},
+             Row{FileKind::TEXT, kSettings, "a settings file, no plain text"},
+             Row{FileKind::XML, kSettings, "a settings file, no XML file"},
              Row{FileKind::SVG, kSettings, "a settings file, no SVG picture"},
              Row{FileKind::SVG, kDxf, "a DXF drawing, no SVG picture"},
              Row{FileKind::PNG, kSvg, "an SVG picture, no PNG picture"},
              Row{FileKind::PDF, kPng, "a PNG picture, no PDF file"},
-             Row{FileKind::DXF, kTable, "a text without sections, no DXF drawing"},
+             Row{FileKind::DXF, kTable, "a table, no DXF drawing"},
          })
         EXPECT_EQ(row.mismatch, MismatchOf(row.content, row.kind)) << row.content;
 }
@@ -77,9 +87,14 @@ TEST(FileKind, WhatIsOfTheKindOrMayBeIsTaken) {
              Row{FileKind::COLOR_TABLE, kColors},
              Row{FileKind::TABLE, kTable},
              Row{FileKind::TABLE, "[east],[north]\n1,2\n"},
+             Row{FileKind::TABLE, "name;depth\n\"Bay; inner\";7\n"},
+             Row{FileKind::TABLE, "x\ty"},
+             Row{FileKind::TABLE, "x y z\n1  2 -3.5e1\n4\t5 6\n"},
+             Row{FileKind::TABLE, "1\n2\n"},
+             Row{FileKind::TABLE, "x,y\n" + std::string(70'000, '1') + ",2"}, // the second line goes on
              Row{FileKind::TEXT, kTable},
-             Row{FileKind::TEXT, kSvg},
-             Row{FileKind::TEXT, kSettings},
+             Row{FileKind::TEXT, kProse},
+             Row{FileKind::XML, kSvg},
              Row{FileKind::SVG, kSvg},
              Row{FileKind::SVG, "<!-- by hand -->\n<svg/>"},
              Row{FileKind::PNG, kPng},
@@ -94,8 +109,19 @@ TEST(FileKind, AnEmptyFileIsOfEveryKind) {
     for (const char* content : {"", "\r\n", "# to be done\n; later\n"})
         for (const FileKind kind :
              {FileKind::SETTINGS, FileKind::CONTOURS, FileKind::COLOR_TABLE, FileKind::TABLE, FileKind::TEXT,
-              FileKind::SVG, FileKind::PNG, FileKind::PDF, FileKind::DXF})
+              FileKind::SVG, FileKind::XML, FileKind::PNG, FileKind::PDF, FileKind::DXF})
             EXPECT_EQ("", MismatchOf(content, kind)) << content;
+}
+
+TEST(FileKind, ATextIsFilledInsideItsOwnKind) {
+    EXPECT_EQ(FileKind::TEXT, KindOfText("Bay of %name%\n"));
+    EXPECT_EQ(FileKind::TEXT, KindOfText(kTable));
+    EXPECT_EQ(FileKind::TEXT, KindOfText(""));
+    EXPECT_EQ(FileKind::SETTINGS, KindOfText(kSettings));
+    EXPECT_EQ(FileKind::SETTINGS, KindOfText(kContours));
+    EXPECT_EQ(FileKind::SVG, KindOfText(kSvg));
+    EXPECT_EQ(FileKind::XML, KindOfText("<!DOCTYPE html>\n"));
+    EXPECT_EQ(FileKind::DXF, KindOfText(kDxf));
 }
 
 TEST(RequireReplaceable, LooksAtTheFileThatIsThere) {
@@ -146,7 +172,7 @@ TEST(Chartutil, KeepsAFileOfAnotherKindUnlessForced) {
           target},
          kPdf,
          "x,y\n1000,2"},
-        {{"keywords", "fill", path(L"in.txt"), "--value", "name=Bay", "-o", target}, kPng, "Bay\n"},
+        {{"keywords", "fill", path(L"in.txt"), "--value", "name=Bay", "-o", target}, kSettings, "Bay\n"},
         {{"style", "line", "0.5,5,Dashed,255,1", "--format", "svg", "--picture", target}, kTable, "<?xml"},
         {{"text", "measure", "Bay", "--format", "svg", "--picture", target}, kContours, "<?xml"},
         {{"text", "sounding", "7", "--format", "svg", "--picture", target}, kTable, "<?xml"},

@@ -210,8 +210,8 @@ void Run(const ImportOptions& options) {
     const CptTable table = ReadCptFile(options.from, options.step);
     for (const std::string& remark : table.remarks) PrintNote(InputName(options.from) + ": " + remark);
     SaveColorTable(table.colors, options.to);
-    std::cout << Printable(OutputName(options.to)) << ": " << table.colors.NumEntries() << " bands from "
-              << ValueText(table.colors.EntryValue(0)) << " on\n";
+    PrintDone(OutputName(options.to) + ": " + std::to_string(table.colors.NumEntries()) + " bands from " +
+              ValueText(table.colors.EntryValue(0)) + " on");
 }
 
 // --- the command line ---

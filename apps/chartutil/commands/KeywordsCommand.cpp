@@ -221,12 +221,12 @@ std::wstring Filled(const Layout& layout, const std::string& path, const Values&
         if (known == values.end()) {
             ++numLeft;
             if (walk.IsWrapped())
-                PrintNote(place + "the keyword " + Quoted(name) +
-                          " begins on an earlier line and stays; keep a name on one line, and write \"%%\" "
-                          "for a percent sign");
+                PrintError(place + "the keyword " + Quoted(name) +
+                           " begins on an earlier line and stays; keep a name on one line, and write \"%%\" "
+                           "for a percent sign");
             else
-                PrintNote(place + "no value for the keyword " + Quoted(name) + "; give one with --value '" +
-                          ToUtf8(name) + "=...' or in the project file");
+                PrintError(place + "no value for the keyword " + Quoted(name) + "; give one with --value '" +
+                           ToUtf8(name) + "=...' or in the project file");
             continue;
         }
         if (layout.isLatin1 && std::any_of(known->second.begin(), known->second.end(), isTooHigh))
@@ -242,8 +242,10 @@ std::wstring Filled(const Layout& layout, const std::string& path, const Values&
 
 void Run(const FillOptions& options) {
     UseData(options);
-    if (!options.output.Empty()) RequireReplaceable(options.output, FileKind::TEXT, options.isForced);
     const Layout layout = ReadLayout(options.layout, options.isLatin1);
+    if (!options.output.Empty())
+        RequireReplaceable(options.output, KindOfText(Encoded(layout.text, layout.isLatin1)),
+                           options.isForced);
     const Values values = CollectValues(options);
     CKeywords keywords;
     keywords.AddKeywordsInString(layout.text);

@@ -11,7 +11,7 @@ bool PrintPlotErrors() {
     bool isAny = false;
     for (const std::wstring& context : PlotErrorReporter::Get().GetContexts()) {
         for (const ErrorString& error : PlotErrorReporter::Get()[context]) {
-            PrintNote(ToUtf8(error.Text()));
+            PrintError(ToUtf8(error.Text()));
             isAny = true;
         }
     }

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <iterator>
 #include <optional>
+#include <vector>
 
 namespace {
 
@@ -32,7 +33,8 @@ enum Look : unsigned {
     COLOR_TABLE = 1U << 10U,
     SETTINGS_FILE = 1U << 11U,
     HEADER = 1U << 12U, // a line of it could be that of a section
-    PLAIN = 1U << 13U,
+    COLUMNS = 1U << 13U,
+    PLAIN = 1U << 14U,
 };
 
 struct LookName {
@@ -52,6 +54,7 @@ constexpr LookName kLookNames[] = {
     {COLOR_TABLE, "a colour table"},
     {SETTINGS_FILE, "a settings file"},
     {HEADER, "another text"},
+    {COLUMNS, "a table"},
     {PLAIN, "a text without sections"},
 };
 
@@ -65,9 +68,10 @@ constexpr KindLooks kKinds[] = {
     {FileKind::SETTINGS, "settings file", kSettings},
     {FileKind::CONTOURS, "contour definition file", CONTOURS},
     {FileKind::COLOR_TABLE, "colour table", COLOR_TABLE},
-    {FileKind::TABLE, "table", PLAIN | HEADER},
-    {FileKind::TEXT, "plain text", kSettings | PLAIN | SVG_PICTURE | XML | DXF_DRAWING},
+    {FileKind::TABLE, "table", COLUMNS},
+    {FileKind::TEXT, "plain text", PLAIN | COLUMNS},
     {FileKind::SVG, "SVG picture", SVG_PICTURE},
+    {FileKind::XML, "XML file", XML | SVG_PICTURE},
     {FileKind::PNG, "PNG picture", PNG_PICTURE},
     {FileKind::PDF, "PDF file", PDF_FILE},
     {FileKind::DXF, "DXF drawing", DXF_DRAWING},
@@ -135,7 +139,50 @@ bool IsNamed(std::string_view name, std::wstring_view other) {
     return icompareW(SETTINGS::Widened(name), std::wstring(other));
 }
 
+// How many columns the line has; -1 when it is no line of a table with that separator, ' ' for any blanks. A
+// separator between quotes is none.
+int NumColumns(std::string_view line, char separator) {
+    bool isQuoted = false;
+    bool isInside = false; // of a text between blanks
+    int count = separator == ' ' ? 0 : 1;
+    for (const char c : line) {
+        if (c == '"') isQuoted = !isQuoted;
+        if (separator == ' ') {
+            const bool isBlank = c == ' ' || c == '\t';
+            count += !isBlank && !isInside;
+            isInside = !isBlank;
+        } else {
+            count += c == separator && !isQuoted;
+        }
+    }
+    return isQuoted ? -1 : count;
+}
+
+bool IsNumeric(std::string_view line) {
+    return line.find_first_not_of("0123456789+-.eE \t") == std::string_view::npos;
+}
+
+// A table: all of its first lines have the same columns. Between blanks these are numbers, or any text would
+// be one.
+bool HasColumns(std::string_view text) {
+    constexpr std::size_t kMostLines = 20;
+    std::vector<std::string_view> lines;
+    while (lines.size() < kMostLines && text.find('\n') != std::string_view::npos)
+        if (const std::string_view line = Trimmed(TakeLine(text)); !line.empty()) lines.push_back(line);
+    if (lines.empty() && text.size() < kBeginning) lines.push_back(Trimmed(text));
+    const auto areAlike = [&](char separator) {
+        const int count = NumColumns(lines.front(), separator);
+        return count > (separator == ' ' ? 0 : 1) && std::ranges::all_of(lines, [&](std::string_view line) {
+                   return NumColumns(line, separator) == count;
+               });
+    };
+    if (lines.empty()) return false;
+    const bool isNumeric = lines.size() > 1 && std::ranges::all_of(lines.begin() + 1, lines.end(), IsNumeric);
+    return std::ranges::any_of(std::string_view(",;\t|"), areAlike) || (isNumeric && areAlike(' '));
+}
+
 Look LookOfLines(std::string_view text) {
+    const bool hasColumns = HasColumns(text);
     bool isContours = false;
     bool isTable = false;
     bool hasHeader = false;
@@ -154,7 +201,9 @@ Look LookOfLines(std::string_view text) {
     }
     if (isContours) return CONTOURS;
     if (isTable) return COLOR_TABLE;
-    if (hasHeader) return hasKey ? SETTINGS_FILE : HEADER;
+    if (hasHeader && hasKey) return SETTINGS_FILE;
+    if (hasColumns) return COLUMNS;
+    if (hasHeader) return HEADER;
     return hasOther ? PLAIN : NOTHING;
 }
 
@@ -192,6 +241,24 @@ std::string MismatchOf(std::string_view content, FileKind kind) {
     const KindLooks& wanted = *std::ranges::find(kKinds, kind, &KindLooks::kind);
     if (look == NOTHING || (wanted.looks & look) != 0) return {};
     return std::string(std::ranges::find(kLookNames, look, &LookName::look)->name) + ", no " + wanted.name;
+}
+
+FileKind KindOfText(std::string_view content) {
+    switch (LookOf(content.substr(0, kBeginning))) {
+    case SVG_PICTURE:
+        return FileKind::SVG;
+    case XML:
+        return FileKind::XML;
+    case DXF_DRAWING:
+        return FileKind::DXF;
+    case CONTOURS:
+    case COLOR_TABLE:
+    case SETTINGS_FILE:
+    case HEADER:
+        return FileKind::SETTINGS;
+    default:
+        return FileKind::TEXT;
+    }
 }
 
 void RequireKind(const UserText& path, std::string_view content, FileKind kind, bool isForced) {

@@ -9,9 +9,11 @@ namespace CLI {
 class App;
 }
 
-/// The kinds of file that commands write. A table and a text are told from pictures and settings, not from
-/// each other; a text may be all of these that people can read.
-enum class FileKind { SETTINGS, CONTOURS, COLOR_TABLE, TABLE, TEXT, SVG, PNG, PDF, DXF };
+/// The kinds of file that commands write. Every table is a text.
+enum class FileKind { SETTINGS, CONTOURS, COLOR_TABLE, TABLE, TEXT, SVG, XML, PNG, PDF, DXF };
+
+/// What a text is, of those kinds that people can read.
+FileKind KindOfText(std::string_view content);
 
 /// What content is that is obviously of another kind: "a PNG picture, no settings file". Empty where it is of
 /// that kind or may be, as nothing at all may. It shows in the first 64 KB, so that these are enough.

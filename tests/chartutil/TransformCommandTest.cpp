@@ -136,7 +136,7 @@ TEST(TransformCommand, WritesItsOutputFileWholeOrNotAtAll) {
     const TemporaryFolder folder;
     const std::wstring input = folder.File(L"in.csv"), output = folder.File(L"\u00FC.csv");
     WriteBytes(input, "x,y\n1,2\n");
-    WriteBytes(output, "old");
+    WriteBytes(output, "x,y\n0,0\n");
     EXPECT_EQ(0, Transform({ToUtf8(input), "--translate", "1,1", "-o", ToUtf8(output)}).exitCode);
     EXPECT_EQ("x,y\n2,3\n", ReadBytes(output));
 

@@ -19,7 +19,7 @@ ProgramResult Transform(std::vector<std::string> arguments, std::string_view inp
 TEST(TransformCommand_Files, KeepsModeAndLinksOfItsOutput) {
     const TemporaryFolder folder;
     WriteBytes(folder.Path() / "in.csv", "x,y\n1,2\n");
-    WriteBytes(folder.Path() / "real.csv", "old");
+    WriteBytes(folder.Path() / "real.csv", "x,y\n0,0\n");
     std::filesystem::create_symlink("real.csv", folder.Path() / "soft.csv");
     ASSERT_EQ(0, chmod(ToUtf8(folder.File(L"real.csv")).c_str(), 0600));
     ASSERT_EQ(0, Transform({ToUtf8(folder.File(L"in.csv")), "--translate", "1,1", "-o",
@@ -59,7 +59,7 @@ TEST(TransformCommand_Files, HoldsNoMoreThanALineOfItsTable) {
 
 TEST(TransformCommand_Files, AFailedChangeLeavesTheOldTableAndNothingElse) {
     const TemporaryFolder folder;
-    WriteBytes(folder.Path() / "out.csv", "old");
+    WriteBytes(folder.Path() / "out.csv", "x,y\n0,0\n");
     ASSERT_EQ(0, chmod(ToUtf8(folder.File(L"out.csv")).c_str(), 0600));
     // The change fails behind the first block, when some of it has been written.
     std::string table = "x,y\n";
@@ -67,11 +67,11 @@ TEST(TransformCommand_Files, AFailedChangeLeavesTheOldTableAndNothingElse) {
     EXPECT_EQ(3,
               Transform({"-", "--translate", "1,1", "-o", ToUtf8(folder.File(L"out.csv"))}, table + "1,bad\n")
                   .exitCode);
-    EXPECT_EQ("old", ReadBytes(folder.Path() / "out.csv"));
+    EXPECT_EQ("x,y\n0,0\n", ReadBytes(folder.Path() / "out.csv"));
     EXPECT_EQ(1u, folder.NumFiles());
     // Another name of the file would go on having the old table.
     std::filesystem::create_hard_link(folder.Path() / "out.csv", folder.Path() / "too.csv");
     EXPECT_EQ(3,
               Transform({"-", "--translate", "1,1", "-o", ToUtf8(folder.File(L"out.csv"))}, table).exitCode);
-    EXPECT_EQ("old", ReadBytes(folder.Path() / "too.csv"));
+    EXPECT_EQ("x,y\n0,0\n", ReadBytes(folder.Path() / "too.csv"));
 }

@@ -239,14 +239,14 @@ TEST(Interrupt, ATableInTheMakingGoesAndTheOldOneStays) {
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
         const TemporaryFolder folder;
         const fs::path output = folder.Path() / "out.csv";
-        WriteBytes(output, "old");
+        WriteBytes(output, "x,y\n0,0\n");
         Running run({"transform", "-", "--translate", "1,1", "-o", output.string()});
         run.Feed("x,y\n1,2\n3,4\n");
         run.WaitUntilItWrites(output);
         run.Signal(number); // while it waits for more, or is about to
         EXPECT_EQ(number, run.End());
         EXPECT_EQ("chartutil: interrupted; nothing was changed\n", run.Error());
-        EXPECT_EQ("old", ReadBytes(output));
+        EXPECT_EQ("x,y\n0,0\n", ReadBytes(output));
         EXPECT_EQ(1u, folder.NumFiles());
     }
 }

@@ -606,7 +606,7 @@ std::uint32_t IniDocument::LineOf(const std::wstring& section, const std::wstrin
 
 ErrorString IniDocument::AddSection(const std::wstring& section) {
     if (HasSection(section)) return {};
-    if (const ErrorString error = SETTINGS::CheckSectionName(section); !error) return error;
+    if (ErrorString error = SETTINGS::CheckSectionName(section); !error) return error;
     m_data->AddSection(section);
     return {};
 }
@@ -617,8 +617,8 @@ ErrorString IniDocument::Set(const std::wstring& section, const std::wstring& ke
     KeyEntry* const entry = block ? m_data->Open(*block).Find(key) : nullptr;
     const std::wstring comment =
         entry ? Widened(SETTINGS::Parse(entry->row->Text()).comment) : std::wstring();
-    if (const ErrorString error = SETTINGS::CheckKeyLine(key, value, comment); !error) return error;
-    if (const ErrorString error = AddSection(section); !error) return error;
+    if (ErrorString error = SETTINGS::CheckKeyLine(key, value, comment); !error) return error;
+    if (ErrorString error = AddSection(section); !error) return error;
     const std::size_t position = m_data->sections.Find(section);
     if (entry)
         m_data->SetValue(position, entry->row, Narrowed(value));
@@ -636,8 +636,7 @@ ErrorString IniDocument::SetComment(const std::wstring& section, const std::wstr
     Row& row = *entry->row;
     const Bytes text = row.Text();
     const Line line = SETTINGS::Parse(text);
-    if (const ErrorString error = SETTINGS::CheckKeyLine(Widened(line.name), Widened(line.value), comment);
-        !error)
+    if (ErrorString error = SETTINGS::CheckKeyLine(Widened(line.name), Widened(line.value), comment); !error)
         return error;
     const std::string bytes = Narrowed(comment);
     const std::size_t end = EndIn(text, SETTINGS::Trimmed(text));
@@ -679,7 +678,7 @@ bool IniDocument::Remove(const std::wstring& section, const std::wstring& key) {
 ErrorString IniDocument::Rename(const std::wstring& section, const std::wstring& newName) {
     Block* const block = m_data->Find(section);
     if (!block) return NoSection(section);
-    if (const ErrorString error = SETTINGS::CheckSectionName(newName); !error) return error;
+    if (ErrorString error = SETTINGS::CheckSectionName(newName); !error) return error;
     if (HasSection(newName)) return ErrorString(L"there is a section [") << newName << L"] already";
     Row& header = m_data->Open(*block).rows.front();
     const Bytes text = header.Text();
@@ -699,7 +698,7 @@ ErrorString IniDocument::Rename(const std::wstring& section, const std::wstring&
     const Bytes text = entry->row->Text();
     const Line line = SETTINGS::Parse(text);
     if (newName.empty()) return L"the key name is empty";
-    if (const ErrorString error = SETTINGS::CheckKeyLine(newName, Widened(line.value), Widened(line.comment));
+    if (ErrorString error = SETTINGS::CheckKeyLine(newName, Widened(line.value), Widened(line.comment));
         !error)
         return error;
     if (lines.Find(newName))

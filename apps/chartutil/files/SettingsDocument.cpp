@@ -109,6 +109,7 @@ std::vector<SectionKey> SettingsDocument::RequireKeys(const std::wstring& sectio
         if (std::vector<SectionKey> keys = Keys(section, name); !keys.empty()) return keys;
     const Section whole = RequireSection(section);
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(whole.NumKeys()));
     for (int i = 0; i < whole.NumKeys(); ++i) names.push_back(Shown(whole[i].GetName().String()));
     ThrowNoKey(m_name, Shown(name), Shown(whole.GetName().String()), names);
 }

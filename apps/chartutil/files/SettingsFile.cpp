@@ -63,6 +63,7 @@ void ThrowSettingsFault(const std::string& name, const IniFile::Fault& fault) {
 Section& RequireSection(IniFile& file, const UserText& path, const UserText& name) {
     if (file.HasSection(name.Wide())) return file[name.Wide()];
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(file.NumSections()));
     for (int i = 0; i < file.NumSections(); ++i) names.push_back(ToUtf8(file[i].GetName().String()));
     ThrowNoSection(path.Utf8(), name.Utf8(), names);
 }

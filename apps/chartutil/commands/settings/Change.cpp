@@ -52,7 +52,7 @@ std::string Set(SettingsDocument& document, const SetSetting& options) {
 std::string Remove(SettingsDocument& document, const RemoveSetting& options) {
     const Section section = document.RequireSection(document.Stored(options.section));
     const std::wstring name = section.GetName();
-    const std::string shown = InBrackets(document, section);
+    std::string shown = InBrackets(document, section);
     if (!options.key) {
         if (document.Lines().SectionNames().size() == 1)
             throw CommandError(ExitCode::WRONG_USE,

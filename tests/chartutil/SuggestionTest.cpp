@@ -31,6 +31,11 @@ TEST(Suggestion, NamesTheNearestWithinAThirdOfTheLetters) {
     }
 }
 
+TEST(Suggestion, GivesUpWhatNobodyTypes) {
+    EXPECT_EQ(std::string(200, 'a'), NearestName(std::string(199, 'a'), {std::string(200, 'a')}));
+    EXPECT_EQ("", NearestName(std::string(201, 'a'), {std::string(200, 'a')}));
+}
+
 TEST(Suggestion, IsHalfASentence) {
     EXPECT_EQ("; did you mean [Tides]?", DidYouMean("Tdies", {"Tides"}, '[', ']'));
     EXPECT_EQ("", DidYouMean("Gauges", {"Tides"}, '[', ']'));

@@ -36,12 +36,14 @@ std::size_t Distance(std::wstring_view a, std::wstring_view b) {
 } // namespace
 
 std::string NearestName(std::string_view typed, const std::vector<std::string>& names) {
+    constexpr std::size_t kLongest = 200; // nobody types more, and the work grows with its square
     const std::wstring letters = Letters(typed);
+    if (letters.size() > kLongest) return {};
     const std::string* nearest = nullptr;
     std::size_t limit = letters.size() / 3 + 1; // the distance has to be below
     for (const std::string& name : names) {
         const std::wstring other = Letters(name);
-        const auto [shorter, longer] = std::minmax(letters.size(), other.size());
+        const auto [shorter, longer] = std::minmax({letters.size(), other.size()});
         if (longer - shorter >= limit) continue;
         const std::size_t distance = Distance(letters, other);
         if (distance >= limit) continue;

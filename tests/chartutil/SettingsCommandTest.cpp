@@ -455,6 +455,9 @@ TEST_F(SettingsCommand, GetTakesATextForWhatIsNotThere) {
     const Json document = Json::parse(Output("get", {"Chart", "Author", "--default", "none", "--json"}));
     EXPECT_EQ("Author", document["name"]);
     EXPECT_EQ("none", document["value"]);
+    EXPECT_EQ("Chart", document["section"]);
+    EXPECT_EQ("Nowhere",
+              Json::parse(Output("get", {"Nowhere", "k", "--default", "none", "--json"}))["section"]);
     std::filesystem::remove(Native());
     EXPECT_EQ(3, Run("get", {"Chart", "Author", "--default", "none"}).exitCode);
 }

@@ -165,7 +165,7 @@ TEST_F(SettingsCommand_ForeignFiles, StandardInputIsAFileToo) {
     const std::string bytes = "[A]\nk = v\n";
     EXPECT_EQ("v\n", Run("get", {"A", "k"}, bytes).output);
     EXPECT_EQ("[A]\nk = v\n", Run("show", {}, bytes).output);
-    EXPECT_EQ(1, Run("check", {}, bytes).exitCode);
+    EXPECT_THAT(Run("check", {}, bytes).output, HasSubstr("standard input\n  A  no seal"));
 
     const ProgramResult set = Run("set", {"A", "k", "w"}, bytes);
     EXPECT_EQ("[A]\nk = w\n", set.output);
@@ -180,4 +180,33 @@ TEST_F(SettingsCommand_ForeignFiles, StandardInputIsAFileToo) {
     EXPECT_EQ(1, refused.exitCode);
     EXPECT_EQ("", refused.output);
     EXPECT_THAT(refused.error, HasSubstr("standard input: there is no section [B]"));
+}
+
+TEST_F(SettingsCommand_ForeignFiles, AFileInUtf8GetsNoOtherBytes) {
+    const std::string utf8 = "[A]\nk = \u00FC\nplain = 1\n";
+    const std::string latin = ToUtf8(m_folder.File(L"latin.ini"));
+    const std::string same = ToUtf8(m_folder.File(L"same.ini"));
+    WriteBytes(m_folder.File(L"latin.ini"), "[A]\nplain = \xE9\n");
+    WriteBytes(m_folder.File(L"same.ini"), "[A]\nplain = \u00E9\n");
+    const Arguments refused[] = {{"set", "A", "plain", "\u00E9"},
+                                 {"set", "A", "plain", "\u00E9", "--dry-run"},
+                                 {"set", "A", "plain", "1", "--comment", "\u00E9"},
+                                 {"set", "\u00C4", "plain", "1"},
+                                 {"rename", "A", "\u00C4"},
+                                 {"rename", "A", "\u00C4", "--key", "plain"},
+                                 {"merge", latin}};
+    Write(utf8);
+    for (const Arguments& command : refused) {
+        SCOPED_TRACE(::testing::PrintToString(command));
+        const ProgramResult result = Run(command.front(), {command.begin() + 1, command.end()});
+        EXPECT_EQ(2, result.exitCode);
+        EXPECT_EQ("", result.output);
+        EXPECT_THAT(result.error, HasSubstr("nothing was written; give --encoding utf-8"));
+        EXPECT_EQ(utf8, Bytes());
+    }
+    EXPECT_EQ(0, Run("merge", {same}).exitCode);
+    EXPECT_EQ("[A]\nk = \u00FC\nplain = \u00E9\n", Bytes());
+    EXPECT_EQ(0, Run("set", {"A", "k", "1"}).exitCode);
+    EXPECT_EQ(0, Run("set", {"A", "plain", "\u00E9", "--force"}).exitCode);
+    EXPECT_EQ("[A]\nk = 1\nplain = \xE9\n", Bytes());
 }

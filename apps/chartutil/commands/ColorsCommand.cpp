@@ -5,6 +5,7 @@
 #include "apps/chartutil/commands/OutputOptions.h"
 #include "apps/chartutil/commands/colors/ColorTablePicture.h"
 #include "apps/chartutil/commands/colors/PalettePicture.h"
+#include "apps/chartutil/drawing/LabColor.h"
 #include "apps/chartutil/files/ColorTableFile.h"
 #include "apps/chartutil/files/CptFile.h"
 #include "apps/chartutil/files/FileKind.h"

@@ -63,26 +63,27 @@ SettingsDocument::SettingsDocument(const SettingsSource& source, std::string con
 
 std::wstring SettingsDocument::Stored(const UserText& text) const {
     std::wstring stored = StoredText(text, m_encoding);
-    (void)Shown(stored);
+    Consider(stored);
     HintAtEncoding(); // before it is not found, or refused
     return stored;
 }
 
 std::string SettingsDocument::Shown(std::wstring_view stored) const {
-    const auto isBeyondAscii = [](wchar_t c) { return c > 0x7F; };
-    if (!m_isBeyondAscii && std::ranges::any_of(stored, isBeyondAscii)) {
-        m_isBeyondAscii = true;
-        m_looksLikeUtf8 = m_encoding == TextEncoding::ONE_BYTE && LooksLikeUtf8(m_lines.Text());
-    }
+    Consider(stored);
     return ShownText(stored, m_encoding);
+}
+
+void SettingsDocument::Consider(std::wstring_view stored) const {
+    const auto isBeyondAscii = [](wchar_t c) { return c > 0x7F; };
+    if (m_isBeyondAscii || std::ranges::none_of(stored, isBeyondAscii)) return;
+    m_isBeyondAscii = true;
+    m_looksLikeUtf8 = m_encoding == TextEncoding::ONE_BYTE && LooksLikeUtf8(m_lines.Text());
 }
 
 bool SettingsDocument::HasSection(const std::wstring& name) const {
     if (m_lines.HasSection(name)) return true;
     if (!name.empty() && icompareW(name, m_hiddenSection))
-        throw CommandError(ExitCode::CHECK_FAILED, m_name + ": a byte order mark hides the section [" +
-                                                       Shown(name) +
-                                                       "], as the file is in UTF-8; give --encoding utf-8");
+        throw CommandError(ExitCode::CHECK_FAILED, HiddenText());
     return false;
 }
 
@@ -131,9 +132,20 @@ std::vector<std::wstring> SettingsDocument::RequireSections(const std::vector<Us
 }
 
 void SettingsDocument::HintAtEncoding() const {
-    if (std::exchange(m_looksLikeUtf8, false))
+    if (m_looksLikeUtf8 && !std::exchange(m_isHinted, true))
         PrintNote("chartutil: note: " + m_name +
                   ": looks like UTF-8, and is read as one byte a character; give --encoding utf-8");
+}
+
+void SettingsDocument::RequireOneEncoding() const {
+    if (!m_looksLikeUtf8) return;
+    const auto isOther = [](const std::string& line) { return !IsAscii(line) && !LooksLikeUtf8(line); };
+    for (const IniDocument::Change& change : m_lines.Changes())
+        if (std::ranges::any_of(change.after, isOther))
+            throw CommandError(ExitCode::WRONG_USE,
+                               m_name +
+                                   ": the text would be written as one byte a character into a file that is "
+                                   "in UTF-8; nothing was written; give --encoding utf-8");
 }
 
 bool ChangeSettings(const SettingsChange& change, const std::function<void(SettingsDocument&)>& edit) {
@@ -146,6 +158,7 @@ bool ChangeSettings(const SettingsChange& change, const std::function<void(Setti
         const std::string before = change.isDryRun ? content : std::string();
         SettingsDocument document(change, std::move(content));
         edit(document);
+        if (!change.isForced) document.RequireOneEncoding();
         if (change.isDryRun) PrintDifference(document, before);
         document.HintAtEncoding();
         StopIfInterrupted();

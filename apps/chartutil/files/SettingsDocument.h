@@ -36,6 +36,10 @@ public:
     std::wstring Stored(const UserText& text) const;
     std::string Shown(std::wstring_view stored) const;
 
+    /// Looks, before the first text beyond ASCII is used, whether the file looks like UTF-8. Stored() and
+    /// Shown() do so with theirs.
+    void Consider(std::wstring_view stored) const;
+
     // Names are as the file has them, and match whatever their letter case.
 
     /// Whether there is a section of that name. One that cannot be seen behind a byte order mark ends the
@@ -57,9 +61,11 @@ public:
     /// The sections of these names; without names all, of which there has to be one (ExitCode::CHECK_FAILED).
     std::vector<std::wstring> RequireSections(const std::vector<UserText>& names) const;
 
-    /// Notes, once, that the file looks like UTF-8, if that changes one of the texts that were given or shown
-    /// so far.
+    /// Notes, once, that the file looks like UTF-8, if that changes one of the texts that were used so far.
     void HintAtEncoding() const;
+
+    /// Ends the command (ExitCode::WRONG_USE) where an edit has put other bytes into a file that is in UTF-8.
+    void RequireOneEncoding() const;
 
 private:
     std::string HiddenText() const;
@@ -67,8 +73,9 @@ private:
     std::string m_name;
     TextEncoding m_encoding;
     std::wstring m_hiddenSection; ///< behind a byte order mark that is not known as one; empty for none
-    mutable bool m_isBeyondAscii = false; ///< a text that was given or shown
-    mutable bool m_looksLikeUtf8 = false; ///< the content, which is still to be told
+    mutable bool m_isBeyondAscii = false; ///< a text that was used
+    mutable bool m_looksLikeUtf8 = false; ///< the content, if such a text asked for it
+    mutable bool m_isHinted = false;
     IniDocument m_lines;
 };
 

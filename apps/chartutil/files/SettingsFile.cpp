@@ -29,18 +29,16 @@ IniFile OpenSettings(const UserText& path) {
 IniFile SettingsOf(std::string_view content, const UserText& path) {
     IniFile file;
     IniFile::Fault fault;
-    if (file.Open(path.Wide(), fault)) return file;
-    if (fault.kind == IniFile::Fault::NOT_READABLE) ThrowNotReadable(path);
-    ThrowSettingsFault(path.Utf8(), fault);
+    if (file.ReadText(content, fault)) return file;
+    ThrowSettingsFault(InputName(path), fault);
 }
 
 FileObject OpenFileObject(const UserText& path) {
     const Progress progress(InputName(path));
     FileObject file;
     std::uint32_t line = 0;
-    if (file.Open(path.Wide(), 0, line)) return file;
-    if (line > 0) ThrowAtLine(path.Utf8(), line, kNamelessSection);
-    ThrowNotReadable(path);
+    if (!file.ReadText(ReadFile(path), line)) ThrowAtLine(InputName(path), line, kNamelessSection);
+    return file;
 }
 
 void SaveSettings(const IniFile& file, const UserText& path) {
@@ -65,7 +63,7 @@ Section& RequireSection(IniFile& file, const UserText& path, const UserText& nam
     std::vector<std::string> names;
     names.reserve(static_cast<std::size_t>(file.NumSections()));
     for (int i = 0; i < file.NumSections(); ++i) names.push_back(ToUtf8(file[i].GetName().String()));
-    ThrowNoSection(path.Utf8(), name.Utf8(), names);
+    ThrowNoSection(InputName(path), name.Utf8(), names);
 }
 
 void ThrowNoSection(const std::string& file, const std::string& name, const std::vector<std::string>& names) {

@@ -4,12 +4,6 @@
 
 #include <algorithm>
 
-namespace {
-
-bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
-
-} // namespace
-
 std::wstring StoredText(const UserText& text, TextEncoding encoding) {
     return encoding == TextEncoding::UTF_8 ? SETTINGS::Widened(text.Utf8()) : text.Wide();
 }
@@ -21,8 +15,12 @@ std::string ShownText(std::wstring_view stored, TextEncoding encoding) {
     return bytes;
 }
 
+bool IsAscii(std::string_view content) {
+    return std::ranges::all_of(content, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
 bool LooksLikeUtf8(std::string_view content) {
-    if (std::ranges::all_of(content, IsAscii)) return false;
+    if (IsAscii(content)) return false;
     const std::wstring text = FromUtf8(content);
     // A byte that is no part of a character in UTF-8 becomes one half of a pair, without the other.
     for (std::size_t i = 0; i < text.size(); ++i) {

@@ -19,6 +19,9 @@ std::wstring StoredText(const UserText& text, TextEncoding encoding);
 /// What such a text of the library says, in UTF-8.
 std::string ShownText(std::wstring_view stored, TextEncoding encoding);
 
+/// Whether all bytes are those of ASCII.
+bool IsAscii(std::string_view content);
+
 /// Whether there are bytes beyond ASCII in the content of a file, and all of them are UTF-8.
 bool LooksLikeUtf8(std::string_view content);
 

@@ -41,27 +41,31 @@ public:
             RequireStored(m_base.Lines().AddSection(name));
             ++m_counts.addedSections;
         }
+        const Section before = m_base.Lines().Read(name);
         bool isChanged = false;
-        for (const SectionKey& key : Settings(changes)) isChanged = Merge(name, key, isChanged) || isChanged;
+        for (const SectionKey& key : Settings(changes)) {
+            StopIfInterrupted();
+            const SectionKey& old = before[key.GetName()];
+            if (old.IsValid() && old.GetValue() == key.GetValue()) {
+                ++m_counts.same;
+                continue;
+            }
+            if (!isChanged) RequireNoEdits(m_base, name, m_options);
+            isChanged = true;
+            Set(name, key, !old.IsValid());
+        }
         if (isChanged) RenewSeal(m_base, name, m_options);
     }
 
     const Counts& Result() const { return m_counts; }
 
 private:
-    // Whether the key was another one before. The first that was asks for the section's seal.
-    bool Merge(const std::wstring& section, const SectionKey& key, bool isSectionChanged) {
+    void Set(const std::wstring& section, const SectionKey& key, bool isNew) {
         const std::wstring name = key.GetName();
-        const std::vector<SectionKey> there = m_base.Keys(section, name);
-        if (!there.empty() && there.front().GetValue() == key.GetValue()) {
-            ++m_counts.same;
-            return false;
-        }
-        if (!isSectionChanged) RequireNoEdits(m_base, section, m_options);
+        m_base.Consider(name + key.GetValue() + key.GetComments());
         RequireStored(m_base.Lines().Set(section, name, key.GetValue()));
-        if (there.empty()) RequireStored(m_base.Lines().SetComment(section, name, key.GetComments()));
-        ++(there.empty() ? m_counts.addedKeys : m_counts.set);
-        return true;
+        if (isNew) RequireStored(m_base.Lines().SetComment(section, name, key.GetComments()));
+        ++(isNew ? m_counts.addedKeys : m_counts.set);
     }
 
     SettingsDocument& m_base;

@@ -80,6 +80,13 @@ std::vector<SectionKey> AskedKeys(const SettingsDocument& document, const GetSet
     return keys;
 }
 
+// As the file spells it; of one that is not there as the user does.
+std::string SectionNameOf(const SettingsDocument& document, const GetSetting& options) {
+    const std::wstring name = document.Stored(options.section);
+    return document.HasSection(name) ? document.Shown(document.Lines().Read(name).GetName().String())
+                                     : options.section.Utf8();
+}
+
 } // namespace
 
 void Run(const ShowSettings& options) {
@@ -110,11 +117,10 @@ void Run(const GetSetting& options) {
     const SettingsDocument document(options);
     const std::vector<SectionKey> keys = AskedKeys(document, options);
     Json found = Json::array();
+    const std::string section = options.json ? SectionNameOf(document, options) : std::string();
     for (const SectionKey& key : keys) {
         if (options.json) {
-            const Section section = document.Lines().Read(document.Stored(options.section));
-            found.push_back(
-                {{"file", options.file.Utf8()}, {"section", document.Shown(section.GetName().String())}});
+            found.push_back({{"file", options.file.Utf8()}, {"section", section}});
             found.back().update(ToJson(document, key));
         } else {
             const std::wstring& text = options.wantsComment ? key.GetComments() : key.GetValue();

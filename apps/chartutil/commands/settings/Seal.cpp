@@ -1,6 +1,7 @@
 #include "apps/chartutil/commands/ForEachFile.h"
 #include "apps/chartutil/commands/settings/Seals.h"
 #include "apps/chartutil/commands/settings/Settings.h"
+#include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/terminal/ColorText.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "apps/chartutil/terminal/Console.h"
@@ -74,7 +75,7 @@ void PrintState(const std::string& name, Seal seal) {
 void PrintSealed(const UserText& path, const SealReport& report) {
     constexpr const char* kDone[] = {"was sealed", "sealed anew, it had been edited", "sealed"};
     const std::vector<std::string> names = NameColumn(report.names);
-    PrintDone(path.Utf8());
+    PrintDone(InputName(path));
     for (std::size_t i = 0; i < names.size(); ++i)
         PrintDone("  " + names[i] + "  " + std::to_string(report.checksums[i]) + "  " +
                   kDone[static_cast<int>(report.seals[i])]);
@@ -141,7 +142,7 @@ void Run(const CheckSettings& options) {
         const std::vector<std::string> names = NameColumn(found.names);
         const int numBadBefore = numBad;
         Json states = Json::array();
-        if (!options.json) std::cout << Printable(path.Utf8()) << '\n';
+        if (!options.json) std::cout << Printable(document.Name()) << '\n';
         for (std::size_t i = 0; i < names.size(); ++i) {
             const Seal seal = found.seals[i];
             ++numSections;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/CRCChecksum.h"
 
 #include "VelmBase/Utf16.h"

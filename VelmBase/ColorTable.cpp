@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/ColorTable.h"
 
 #include "VelmBase/FormatString.h"

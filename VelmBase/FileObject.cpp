@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/FileObject.h"
 
 #include "VelmBase/SettingsText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/FormatString.h"
 
 #include <algorithm>

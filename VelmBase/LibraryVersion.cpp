@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/LibraryVersion.h"
 
 #include "VelmBase/UntilUnloaded.h"

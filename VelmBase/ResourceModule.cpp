@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/ResourceModule.h"
 
 #include "VelmBase/Module.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/WideString.h"
 
 #include "VelmBase/NumberText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The nearest DXF index beside a search of the palette, HSV beside QColor, and the look-up of a band beside
 // std::upper_bound. Every benchmark goes through the same random inputs; the time is that of one of them.
 

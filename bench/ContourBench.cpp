@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Contour definition files of 10,000 and 100,000 levels. The peer does the same with GLib's GKeyFile: the
 // same sections, keys and values, read with its typed getters into the same records.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The contour editor with 10,000 and 100,000 contours: from the call to the dialog that is drawn, and
 // removing one row in the middle. The peer is a dialog with a QTreeWidget, filled with the same texts and
 // swatches.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CRC-32 in memory and of a file, beside zlib, libdeflate and the plain slicing-by-8 of textbooks.
 
 #include "UtilityDLL/settings/CRCFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the last step of a worker to its end in the host's event loop: our message beside Qt's queued signal.
 
 #include "Framework/windows/Wnd.h"

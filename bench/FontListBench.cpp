@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Filling a list with the installed faces beside Qt's own ways to it: its list of faces in a plain list, and
 // its control for fonts. Each round makes the control anew, as a dialog does that opens.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bounding boxes, transformations and rectangles of planar and spatial points beside Eigen, glm and
 // Boost.Geometry: over 10 million points, which stream from memory, and over 16,000, which stay in the cache.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keyword sets over 10 MB of layout text with 1,000 different names, a wide character counted as one byte.
 // The peer does the same job with GLib: strchr for the percent signs and a GHashTable for the counts.
 

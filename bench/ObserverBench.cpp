@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A notification of ten subscribers, found by the name of their context among a thousand, and many
 // subscribers that come and go. The peers keep a signal for each name in a std::unordered_map.
 

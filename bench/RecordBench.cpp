@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Records in sections and in one line, beside the same with a wide string stream for each value.
 
 #include "UtilityDLL/colors/DXFColor.h"

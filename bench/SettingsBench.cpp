@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Settings files beside their peers: opening and saving a 20 MB file of 20,000 sections with 20 keys,
 // look-ups in a small and in a large section, removing keys and renaming sections one by one, editing the
 // lines of a file, what the opened file holds in memory, and how the work grows.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Charts from soundings to the picture, as whole processes: `chartutil sheet` to SVG beside GMT to
 // PostScript, which makes a surface of as many cells, colours it, traces and labels contours, and writes
 // depths, of each 300 m the median one. Its triangulation is for few soundings; of many it grids the medians

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole processes, from the call that starts them until they have ended: a small command beside a peer's and
 // beside a C++ program that does nothing, and the same on a file of 20 MB. Their output goes to /dev/null.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a line of text takes, beside QFontMetricsF, Pango and HarfBuzz alone, in the same font of about the
 // same size. The texts are numbered, so that nobody can keep the result of one; the time is that of one text.
 

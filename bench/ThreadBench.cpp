@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Starting work in a thread, and values that are read while they are written, beside what the C++ library
 // has.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Libraries that are headers alone serve every target, wherever they are installed for this machine. Each is linked
 # into a folder of its own, so that nothing else of the system's include folder gets onto the path of a cross build.
 function(velm_header_only target folder)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What `cmake --install` lays down: libraries, headers under their own folders, the package for find_package and
 # pkg-config, the host program and its data.
 include(CMakePackageConfigHelpers)

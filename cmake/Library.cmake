@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What every target of this project is built with, and how a library of it is made.
 
 add_library(ProjectOptions INTERFACE)
@@ -73,6 +74,8 @@ function(velm_library target folder macro)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:ProjectOptions>)
     if(NOT WIN32)
+        # What a debugger reads of them, and what the comparison of interfaces does (tools/abi.sh); packages have it apart.
+        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-g>)
         target_link_options(${target} PRIVATE LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
         set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     endif()

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The libraries share one C++ runtime, so that texts and exceptions can pass between them: its DLLs are put beside the
 # programs that are built, and installed with them.
 set(runtime_dlls)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Qt 6 is in modules alone, which lie in the folder utilitydll beside the libraries and are loaded when something
 # needs them. Nothing that a server loads links it.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What the package for Windows has besides: how to use it, and the licences of what it ships of others, as Debian's packages
 # have them. The C++ runtime's refers to the GPL, whose text goes with it.
 configure_file(cmake/WindowsReadMe.txt.in ${PROJECT_BINARY_DIR}/ReadMe.txt @ONLY NEWLINE_STYLE CRLF)

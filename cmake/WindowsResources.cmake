@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What Windows reads in a program or library without running it: its version, its icon, and the controls that it asks for.
 enable_language(RC)
 

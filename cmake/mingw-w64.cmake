@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Builds for Windows on Linux with Debian's mingw-w64 and its thread library; programs of the build run under Wine.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Colour tables: a "col" file is read without fail, its entries ascend, and a table that is saved is read
 // back as it was. The input is the file's entries, a line each.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line: whatever the arguments and the files, the program ends with one of its codes. The input
 // is one argument a line up to an empty line; the rest is both the file "f" and standard input.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Contour definition files: what is loaded against the settings store's reading of the same file, and saving
 // what was loaded: from the first save on a file loads and saves as itself.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checked files. The first byte chooses: the rest as a file that is opened for reading, or as a script of
 // writes and seeks whose result must be that of a plain buffer, sealed.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one-line form of a drop: a text is an object or none, never half of one, and an object's own form reads
 // back as the object. Two bytes of the input are a character.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A font file: opened as a face, and measured with characters of all kinds. The first byte chooses the face
 // of the file, the second the characters.
 

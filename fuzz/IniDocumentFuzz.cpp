@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Edits of settings files: whatever the bytes and the edits, a refused edit changes nothing, and what is read
 // of an edited text is what a model of its sections holds; the changes told are those that were made. The
 // input is a number of edits, the edits (kind, section, key and text, each with its length), and the file.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keyword text: the placeholder scan against its rule written out character by character, and the forms in
 // which a set is stored. A byte of the input is a character.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Language files: any bytes are read without harm, in proportion to their size; a text can be shown; damage
 // ends with the entry that has it.
 

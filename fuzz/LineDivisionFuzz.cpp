@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The division of text into lines: each fits or is one character, in their order they give the text back less
 // blanks and line breaks, none ends within a character, and what is measured stays in proportion. The first
 // byte says how wide the lines are, the second how wide the characters of the rest, in bytes.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts of number fields: what is taken is what a stream of the "C" locale reads from the same text,
 // within the range, and shown again it is the same number to the field's digits; what is not taken has a
 // sentence. Steps of a width stay on tenths, not below 0. The first byte says how wide the characters of the

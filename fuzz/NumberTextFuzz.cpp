@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Number extraction: for every type the result and the target are those of the standard wide stream in the
 // classic locale. The first byte says how wide the characters of the rest are.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one-line forms of text styles, depth labels, lines and DXF lines: a line is read without fail, and a
 // record's own line gives the record again, within the stated losses. The first byte chooses the record; a
 // byte of the rest is a character.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Settings of a project: any text opens with reports or is refused, reports name the file, and there are no
 // more of them than anybody reads.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Records from hostile sections, the text of grid styles among them: a section is read without fail, and what
 // a record writes of it gives the same text when it is read and written again. The input is lines of
 // "key=value"; a byte is a character.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Settings files: any bytes are read without harm; what one reading made of a file is what every further one
 // makes of it; a seal holds for names and values and for nothing else.
 

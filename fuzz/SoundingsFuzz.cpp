@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Soundings as tables: any text is read to its end or refused, what is read is finite, and nothing of the
 // table's size is kept beside it.
 

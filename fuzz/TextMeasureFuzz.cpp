@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measuring text: the bytes up to the first line feed are a text style's one-line form (with the items of a
 // depth label, where they are there), the rest is the text, a byte for a character below 128 and two for one
 // above. Every style and text give finite numbers, and the heights and lines that were promised.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Programs and libraries that tests run, load, or put in the place of others: each beside the test that needs it.
 
 # The module's start-up alone, with stand-ins for what it calls, and a program that loads it. The stand-ins need some

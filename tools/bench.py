@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs the benchmark programs of a build folder and prints, per task, our time beside each peer's.
 
 usage: tools/bench.py [BUILD_FOLDER] [NAME_PART...]

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the benchmarks and prints our times beside the peers': tools/bench.sh [NAME_PART...]
 set -euo pipefail
 cd "$(dirname "$0")/.."

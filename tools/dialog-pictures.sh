@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Takes pictures of every dialog and control, in English and German.
 #   tools/dialog-pictures.sh FOLDER [SCALE]      light and dark
 #   tools/dialog-pictures.sh --windows FOLDER    as Wine shows those of Windows, FOLDER/windows-*.png

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the fuzz targets and runs each from its kept inputs, as many at once as there are processors.
 #   tools/fuzz.sh [EXECUTIONS [NAME...]]     a number of executions a target, 200,000 without it
 #   tools/fuzz.sh --seconds N [NAME...]      a time a target

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Checks the layout of every source (clang-format) and what clang-tidy finds.
 #   tools/lint.sh                 libraries, program and tests, with the analyzer that follows paths through the code
 #   tools/lint.sh --quick         libraries and program, without that analyzer, which takes most of the time
@@ -17,6 +18,10 @@ prepare $packages_build $packages_test $packages_lint
 
 step "clang-format"
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run --Werror
+
+step "Licence lines"
+! git ls-files '*.cpp' '*.h' '*.py' '*.sh' '*.cmake' '*CMakeLists.txt' | xargs grep -L '^\(#\|//\) SPDX-License-Identifier: MIT$' | grep . ||
+    { echo "tools/lint.sh: these sources do not name their licence in their first lines" >&2; exit 1; }
 [ ${#sources[@]} -gt 0 ] || exit 0
 
 step "clang-tidy"

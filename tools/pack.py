@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """tools/pack.py FOLDER FILE.zip: packs the folder with all that is in it.
 
 The same files give the same bytes: they are sorted by name, and have one time and no owner.

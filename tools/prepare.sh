@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by ./run, ./test and the tools: installs the Debian packages that a step needs and are not there yet.
 
 packages_build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev qt6-base-dev fonts-dejavu-core fonts-liberation pkg-config libfontconfig-dev libfreetype-dev libharfbuzz-dev libgdal-dev libboost-dev"

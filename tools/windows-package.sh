@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes the package for Windows: libraries, program, headers and data, which only have to be unpacked.
 #   tools/windows-package.sh [FILE.zip]           builds it; else build/windows/utilitydll-VERSION-windows-x86_64.zip
 #   tools/windows-package.sh --built FOLDER FILE  packs what that folder has built

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs a Windows program under Wine: tools/wine.sh [--display] [--dpi NUMBER] FOLDER PROGRAM [ARGUMENT...]
 # Wine's registry, its drive C and what it takes for the user's home lie in FOLDER, which is made by the first call;
 # nothing is written anywhere else. Its fonts are this machine's, found through fontconfig. No display is needed; with

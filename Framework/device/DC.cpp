@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/device/DC.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/device/GdiObject.h"
 
 #include <algorithm>

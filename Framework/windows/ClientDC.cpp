@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/ClientDC.h"
 
 // What is measured is the same on every display that a window of this program may be on.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/ColorWell.h"
 
 #include "Framework/windows/ColorDialog.h"

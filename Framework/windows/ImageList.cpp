@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/ImageList.h"
 
 int CImageList::Add(COLORREF color) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/SpinButtonCtrl.h"
 
 #include "Framework/windows/private/NativeControls.h"

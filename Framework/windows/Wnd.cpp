@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/Wnd.h"
 
 #include "Framework/windows/private/MessageQueue.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/Extents3D.h"
 
 GTL_TEMPLATE(GTL::Extents3D<float>);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/GeoPrimitive.h"
 
 GTL_TEMPLATE(GTL::GeoPrimitiveBase<GTL::Point2D<int>>);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/Point3D.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/Vector2D.h"
 
 GTL_TEMPLATE(GTL::Vector2D<int>);

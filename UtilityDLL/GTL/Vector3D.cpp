@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/Vector3D.h"
 
 #include "VelmBase/Math.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/colors/ColorButton.h"
 
 #include "Framework/device/DC.h"

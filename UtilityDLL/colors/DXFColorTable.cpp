@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/colors/DXFColorTable.h"
 
 namespace {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/colors/RGBColor.h"
 
 // Not inline: where the sum is close to a whole number, a host whose compiler fuses multiplications and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/contours/ContourDefinitionList.h"
 
 #include "UtilityDLL/colors/DXFColor.h"

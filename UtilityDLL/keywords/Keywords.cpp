@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/keywords/Keywords.h"
 
 #include "UtilityDLL/keywords/Placeholders.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/ContourInfo.h"
 
 #include "UtilityDLL/presentation/private/Fields.h"

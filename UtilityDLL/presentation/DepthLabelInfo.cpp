@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/DepthLabelInfo.h"
 
 #include "UtilityDLL/presentation/private/OneLineForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/PanelInfo.h"
 
 #include "UtilityDLL/presentation/private/Fields.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/TextInfo.h"
 
 #include "UtilityDLL/presentation/private/Fields.h"

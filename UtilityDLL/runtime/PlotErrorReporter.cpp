@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/runtime/PlotErrorReporter.h"
 
 #include "VelmBase/Utf16.h"

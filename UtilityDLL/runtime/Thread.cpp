@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/runtime/Thread.h"
 
 #include "Framework/system/CriticalSection.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/runtime/UtilityTimer.h"
 
 #include "VelmBase/Clock.h"

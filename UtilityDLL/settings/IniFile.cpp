@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/IniFile.h"
 
 #include "UtilityDLL/res/private/StringTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/SectionKey.h"
 
 #include "VelmBase/NumberText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/FontCombo.h"
 
 #include "Framework/windows/ClientDC.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/GDIMapper.h"
 
 #include "UtilityDLL/GTL/Element.h"

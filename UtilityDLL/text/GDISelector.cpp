@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/GDISelector.h"
 
 GDISelector::GDISelector(CDC* dc, CGdiObject& object) : m_dc(dc) { Select(object.m_hObject); }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/TextHeightFactComp.h"
 
 #include "UtilityDLL/GTL/Element.h"

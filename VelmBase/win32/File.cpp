@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/File.h"
 
 #include "VelmBase/win32/private/Handle.h"

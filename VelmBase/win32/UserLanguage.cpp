@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/private/UserLanguage.h"
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/Program.h"
 
 #include "UtilityDLL/module/UtilityDLL.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/Version.h"
 
 #include "VelmBase/LibraryVersion.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/Program.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/work/Interrupt.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counts its runs in a settings file, in which people may keep what they like, and tells when somebody else
 // has edited the count.
 #include <UtilityDLL/settings/IniDocument.h>

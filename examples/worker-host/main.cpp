@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // worker-host [FOLDER [--quit]]: fingerprints the folder's files in a thread; --quit: starts and ends by
 // itself
 #include <Framework/windows/Wnd.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/ComboBox.h"
 
 #include "tests/Framework/TestDialog.h"

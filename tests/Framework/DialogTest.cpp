@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/Dialog.h"
 
 #include "Framework/windows/Button.h"

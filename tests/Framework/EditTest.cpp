@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/Edit.h"
 
 #include "tests/Framework/TestDialog.h"

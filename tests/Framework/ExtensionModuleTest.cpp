@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/system/ExtensionModule.h"
 
 #include "UtilityDLL/module/UtilityDLL.h"

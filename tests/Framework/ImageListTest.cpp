@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/ImageList.h"
 
 #include <gtest/gtest.h>

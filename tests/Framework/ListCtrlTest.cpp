@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/ListCtrl.h"
 
 #include "tests/Framework/TestDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CDialog::MessageBoxW().
 
 #include "tests/Framework/TestDialog.h"

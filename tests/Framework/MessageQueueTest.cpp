@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The queue between threads and a window, without a system behind it: what ThreadSanitizer can follow to the
 // end.
 

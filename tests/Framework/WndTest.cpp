@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/EventLoop.h"
 #include "tests/support/RecordingWindow.h"
 #include "tests/support/StartLine.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/Angle.h"
 
 #include "tests/support/GeometryPrinters.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/CircIterator.h"
 
 #include "tests/support/GeometryPrinters.h"

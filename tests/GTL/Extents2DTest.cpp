@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/Extents2D.h"
 
 #include "UtilityDLL/GTL/Transformation2D.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Built as a host's code may be: for a processor that multiplies and adds in one step, and told to do so
 // wherever it can. The geometry's results are those of single steps all the same, to the last bit.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/Rectangle.h"
 
 #include "tests/support/GeometryPrinters.h"

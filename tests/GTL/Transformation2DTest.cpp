@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/Transformation2D.h"
 
 #include "tests/support/GeometryPrinters.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/UnitType.h"
 
 #include "tests/support/Random.h"

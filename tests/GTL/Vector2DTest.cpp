@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/Vector2D.h"
 
 #include "tests/support/GeometryPrinters.h"

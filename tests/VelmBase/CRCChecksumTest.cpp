@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/CRCChecksum.h"
 
 #include "tests/support/Random.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/ErrorString.h"
 
 #include <gtest/gtest.h>

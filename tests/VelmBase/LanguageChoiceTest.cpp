@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/private/LanguageChoice.h"
 
 #include "tests/support/Language.h"

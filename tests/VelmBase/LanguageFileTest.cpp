@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/private/LanguageFile.h"
 
 #include "tests/support/TestFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/Math.h"
 
 #include "tests/support/Random.h"

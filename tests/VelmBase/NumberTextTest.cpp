@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/NumberText.h"
 
 #include "tests/support/NumberTexts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/File.h"
 
 #include "tests/support/TestFiles.h"

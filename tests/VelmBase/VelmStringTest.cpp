@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/VelmString.h"
 
 #include "tests/support/Random.h"

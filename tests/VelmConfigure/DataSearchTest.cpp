@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmConfigure/DataSearch.h"
 
 #include "VelmBase/Environment.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VersionControl/VersionControl.h"
 
 #include "VelmBase/LibraryVersion.h"

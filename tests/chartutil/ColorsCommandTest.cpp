@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/colors/DXFColor.h"
 #include "VelmBase/ColorTable.h"
 #include "VelmBase/FileObject.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the command says before any window is made; what its window does is in EditCommand_DialogTest.
 
 #include "tests/support/Program.h"

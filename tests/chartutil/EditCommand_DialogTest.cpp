@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command with its dialog, in this process: what is saved, and what its caller is told.
 
 #include "UtilityDLL/contours/ContourDefinitionList.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/terminal/Errors.h"
 
 #include "tests/support/TestFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/files/FileKind.h"
 
 #include "apps/chartutil/terminal/Errors.h"

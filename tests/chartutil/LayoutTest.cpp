@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/drawing/Layout.h"
 
 #include <gmock/gmock.h>

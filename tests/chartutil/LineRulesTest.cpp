@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/files/LineRules.h"
 
 #include "UtilityDLL/settings/IniFile.h"

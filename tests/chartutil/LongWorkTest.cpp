@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/work/LongWork.h"
 
 #include "VelmBase/File.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/terminal/Numbers.h"
 
 #include <cmath>

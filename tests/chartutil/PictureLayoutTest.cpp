@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands' pictures hold their texts: none is cut off by the page, none lies on another.
 
 #include "apps/chartutil/commands/colors/ColorTablePicture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/terminal/ProgressBar.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Two settings files: what differs, and one merged into the other. And what an edit would change.
 
 #include "tests/support/Program.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files that are not the suite's own: of another kind, in UTF-8, or standard input.
 
 #include "tests/support/Program.h"

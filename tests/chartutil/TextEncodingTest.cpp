@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/files/TextEncoding.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/files/UnifiedDiff.h"
 
 #include <gmock/gmock.h>

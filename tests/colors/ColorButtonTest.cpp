@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The button without a look at its pixels, which ColorButton_FaceTest has.
 
 #include "UtilityDLL/colors/ColorButton.h"

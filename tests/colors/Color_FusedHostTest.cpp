@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // This file is compiled as a host may be: for a processor with fused multiply-add, and free to use it. What
 // the library's headers bring into it must give the colours that the library gives.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/colors/DXFColor.h"
 
 #include "UtilityDLL/colors/HSVColor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/colors/HSVColor.h"
 
 #include "tests/support/ColorPrinters.h"

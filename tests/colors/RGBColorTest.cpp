@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/colors/RGBColor.h"
 
 #include "tests/support/ColorPrinters.h"

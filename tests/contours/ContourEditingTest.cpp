@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/contours/private/ContourEditing.h"
 
 #include "tests/support/TestFiles.h"

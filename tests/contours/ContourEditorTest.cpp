@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/contours/ContourEditor.h"
 
 #include "Framework/windows/DpiCor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/keywords/Placeholders.h"
 
 #include "tests/support/Random.h"

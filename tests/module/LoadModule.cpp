@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loads the module that the first argument names, says how its start-up ended, runs a thread, and unloads it.
 
 #include "VelmBase/ErrorString.h"

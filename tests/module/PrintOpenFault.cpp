@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opens each settings file that is named and prints the fault's text as UTF-8, with a "|" behind it.
 
 #include "UtilityDLL/settings/IniFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A version-control library that says no to everybody.
 
 #include "VersionControl/VersionControl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stands in for the libraries that the module's start-up calls: each call is a line on standard output, and
 // the one that the environment variable FAILING_STEP names fails.
 

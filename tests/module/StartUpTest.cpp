@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/module/UtilityDLL.h"
 
 #include "tests/support/Language.h"

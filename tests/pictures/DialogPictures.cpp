@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes the pictures of the dialogs and controls: DialogPictures PREFIX SUFFIX light|dark. The language is
 // that of UTILITYDLL_LANGUAGE, the scale that of the display; tools/dialog-pictures.sh goes through them.
 

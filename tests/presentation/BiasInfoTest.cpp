@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/BiasInfo.h"
 
 #include "tests/support/Records.h"

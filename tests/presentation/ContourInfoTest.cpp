@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/ContourInfo.h"
 
 #include "tests/support/Records.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/DepthLabelInfo.h"
 
 #include "tests/support/Random.h"

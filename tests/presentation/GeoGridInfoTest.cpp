@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/GeoGridInfo.h"
 
 #include "VelmBase/Math.h"

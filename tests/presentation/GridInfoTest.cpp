@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/GridInfo.h"
 
 #include "VelmBase/FormatString.h"

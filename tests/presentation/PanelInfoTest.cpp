@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/PanelInfo.h"
 
 #include "tests/support/Records.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/presentation/SunIlluminationInfo.h"
 
 #include "tests/support/Records.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts that people see, in processes of their own, in the languages that they may have chosen.
 
 #include "tests/support/PackageCopy.h"

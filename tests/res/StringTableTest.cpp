@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/res/private/StringTable.h"
 
 #include "tests/support/Language.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every language that is shipped has every text, and nothing of what the program needs is lost in it.
 
 #include "UtilityDLL/res/private/StringTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/runtime/DropObject.h"
 
 #include "tests/support/Random.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host that loads the library while it runs, starts a worker, and then ends in one of several ways, with
 // the worker at work: LoadingHost LIBRARY HOW. Its exit code is 0 when all went as it should.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host that ends with static subscribers in the program and in a library, made before the observer (older),
 // after it (younger), or without anybody having used it (unused).
 //   ObserverAtExit older|younger|unused return|exit

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library of a host with a static subscriber of its own.
 
 #include "tests/runtime/Witness.h"

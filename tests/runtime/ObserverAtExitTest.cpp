@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/Program.h"
 #include "tests/support/TestFiles.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a subscriber may do while it is called: everything. Nobody who is gone is called, everybody else once.
 
 #include "UtilityDLL/runtime/Observer.h"

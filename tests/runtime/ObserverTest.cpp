@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/runtime/Observer.h"
 
 #include "tests/runtime/Calls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/runtime/PlotErrorReporter.h"
 
 #include "tests/support/Random.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/runtime/PointMimic.h"
 
 #include "tests/support/Random.h"

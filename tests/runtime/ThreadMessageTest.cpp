@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The message at the end of a run, from the worker through the host's event loop to the window.
 
 #include "UtilityDLL/runtime/Thread.h"

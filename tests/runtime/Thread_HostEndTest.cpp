@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A worker at work while its host unloads the library or ends: a program of its own for each way.
 #include "tests/support/Program.h"
 #include "tests/support/TestFiles.h"

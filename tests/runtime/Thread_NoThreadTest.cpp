@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What Start() leaves behind when the system gives no thread.
 #include "UtilityDLL/runtime/Thread.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/CRCFile.h"
 
 #include "VelmBase/CRCChecksum.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/FileChecksum.h"
 
 #include "VelmBase/CRCChecksum.h"

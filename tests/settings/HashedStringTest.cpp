@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/HashedString.h"
 
 #include "VelmBase/CRCChecksum.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/IniDocument.h"
 #include "tests/support/IniFiles.h"
 #include "tests/support/Random.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/IniFile.h"
 
 #include "tests/support/IniFiles.h"

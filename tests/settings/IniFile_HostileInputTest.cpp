@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/IniFiles.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/detail/NamedSequence.h"
 
 #include "UtilityDLL/settings/IniFile.h"

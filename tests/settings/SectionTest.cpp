@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/Section.h"
 
 #include "VelmBase/CRCChecksum.h"

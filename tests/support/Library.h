@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// A shared library by its path in the system's narrow text; null when it cannot be loaded.

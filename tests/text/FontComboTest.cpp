@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list as a program sees it; FontCombo_ListTest looks at what the user has.
 
 #include "UtilityDLL/text/FontCombo.h"

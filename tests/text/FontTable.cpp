@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Prints what this platform measures of fonts and texts, as comma separated values.
 
 #include "tests/text/FontTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/GDIMapper.h"
 
 #include "tests/support/Random.h"

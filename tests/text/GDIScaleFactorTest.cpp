@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/GDIScaleFactor.h"
 
 #include <gtest/gtest.h>

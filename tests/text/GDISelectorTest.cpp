@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/GDISelector.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/private/MeasuringDevice.h"
 
 #include <climits>

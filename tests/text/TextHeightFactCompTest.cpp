@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/TextHeightFactComp.h"
 
 #include "Framework/device/DC.h"

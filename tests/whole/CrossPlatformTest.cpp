@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files in tests/golden were composed without this library and reviewed: every platform must write these very
 // bytes and accept them.
 #include "UtilityDLL/settings/CRCFile.h"

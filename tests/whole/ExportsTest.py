@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Fails when a library exports a name that no header declares as exported, or lacks a declared function.
 
 Usage: ExportsTest.py LIBRARY... --headers FOLDER... --nm NM --objdump OBJDUMP

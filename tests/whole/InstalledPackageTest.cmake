@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Uses the package as a host does, after `cmake --install` into a folder of its own. One step a call:
 #   Install       fills WORK/prefix
 #   Unpack        fills WORK/prefix with what the zip for Windows has, which PACK makes

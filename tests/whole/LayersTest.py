@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Holds every include against the tables of docs/architecture.md: which room stands on which, and which places may
 include more than the C++ library. Nothing includes upward or in a circle, and no source asks for its platform.
 

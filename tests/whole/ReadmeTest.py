@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Does what README.md says, as it is printed there: in a folder that has what a fresh clone has and the built program
 where ./run puts it, its commands in their order, and then the example, which the build compiles as it is printed."""
 

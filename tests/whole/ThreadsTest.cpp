@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Several threads may ask one object at once, as long as all calls are const, and each may work with objects
 // of its own, also with copies that share their texts. Run under the thread sanitizer as well (./test
 // --threads).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every function that takes a path, in folders whose names no single code page holds.
 #include "UtilityDLL/colors/DXFColorTable.h"
 #include "UtilityDLL/settings/CRCFile.h"

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Holds what the package for Windows has against what any machine with Windows can give it.
 
 Usage: WindowsPackageTest.py FOLDER --objdump OBJDUMP --machine PATH...

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/device/freetype/private/DeviceContext.h"
 
 #include "VelmBase/WideString.h"

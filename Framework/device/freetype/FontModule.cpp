@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/device/freetype/private/FontModule.h"
 
 #include "VelmBase/Module.h"

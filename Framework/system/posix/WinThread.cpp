@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/system/WinThread.h"
 
 #include <atomic>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/system/CriticalSection.h"
 
 #include <new>

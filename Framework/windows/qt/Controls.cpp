@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/qt/private/Controls.h"
 
 #include "Framework/windows/private/WindowModule.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/qt/private/ListView.h"
 
 #include "Framework/windows/qt/private/Swatch.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/qt/private/Toolkit.h"
 
 #include "Framework/windows/qt/private/Application.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/DpiCor.h"
 
 #include <windows.h>

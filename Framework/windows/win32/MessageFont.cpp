@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/win32/private/MessageFont.h"
 
 SharedFont MakeMessageFont() {

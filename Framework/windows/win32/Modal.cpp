@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/win32/private/Modal.h"
 
 #include "Framework/windows/win32/private/WindowLink.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/private/NativeWindow.h"
 
 #include "Framework/windows/win32/private/Dialog.h"

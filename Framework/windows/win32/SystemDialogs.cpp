@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/win32/private/SystemDialogs.h"
 
 #include "Framework/windows/win32/private/Modal.h"

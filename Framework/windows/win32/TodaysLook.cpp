@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/win32/private/TodaysLook.h"
 
 #include "VelmBase/Module.h"

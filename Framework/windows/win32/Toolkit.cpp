@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/windows/win32/private/Controls.h"
 #include "Framework/windows/win32/private/Dialog.h"
 #include "Framework/windows/win32/private/Modal.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/contours/private/NumberField.h"
 
 #include "VelmBase/NumberText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/keywords/detail/TextIndex.h"
 
 namespace {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// The module's start-up and its end, which the system calls through the backend. `instance` is the module's

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/module/private/Attach.h"
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/runtime/private/ContextHash.h"
 
 #include <random>

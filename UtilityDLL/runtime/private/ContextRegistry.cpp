@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/runtime/private/ContextRegistry.h"
 
 #include <algorithm>

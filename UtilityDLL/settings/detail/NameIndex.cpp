@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/detail/NameIndex.h"
 
 #include "UtilityDLL/settings/detail/SeededHash.h"

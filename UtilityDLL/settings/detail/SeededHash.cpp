@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/detail/SeededHash.h"
 
 #include "VelmBase/WideString.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/private/DepthLabelText.h"
 
 #include "UtilityDLL/presentation/DepthLabelInfo.h"

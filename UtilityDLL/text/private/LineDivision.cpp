@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/private/LineDivision.h"
 
 #include "UtilityDLL/text/private/Character.h"

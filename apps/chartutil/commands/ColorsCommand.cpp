@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/colors/HSVColor.h"
 #include "VelmBase/Math.h"
 #include "apps/chartutil/commands/AddCommand.h"

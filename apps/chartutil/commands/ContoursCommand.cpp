@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/contours/ContourDefinitionList.h"
 #include "VelmBase/NumberText.h"
 #include "apps/chartutil/commands/AddCommand.h"

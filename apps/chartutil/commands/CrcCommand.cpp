@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/detail/CRCTrailer.h"
 #include "VelmBase/CRCChecksum.h"
 #include "VelmBase/File.h"

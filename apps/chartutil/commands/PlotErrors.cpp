@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/PlotErrors.h"
 
 #include "UtilityDLL/runtime/PlotErrorReporter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // What went wrong while a chart was composed and did not stop it, as the PlotErrorReporter has it.

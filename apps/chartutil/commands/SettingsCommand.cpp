@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/AddCommand.h"
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/commands/settings/Settings.h"

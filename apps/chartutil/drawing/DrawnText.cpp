@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/drawing/DrawnText.h"
 
 #include "apps/chartutil/work/LongWork.h"

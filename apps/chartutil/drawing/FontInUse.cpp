@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/drawing/FontInUse.h"
 
 #include "Framework/device/DC.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/drawing/PictureFile.h"
 
 #include "apps/chartutil/drawing/PictureModule.h"

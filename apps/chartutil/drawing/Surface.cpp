@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/drawing/Surface.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/drawing/SvgFile.h"
 
 #include "VelmBase/WideString.h"

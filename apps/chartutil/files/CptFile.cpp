@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/files/CptFile.h"
 
 #include "UtilityDLL/colors/HSVColor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/files/Files.h"
 
 #include "apps/chartutil/files/StandardStreams.h"

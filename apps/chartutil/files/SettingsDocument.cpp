@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/files/SettingsDocument.h"
 
 #include "VelmBase/File.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/files/SettingsFile.h"
 
 #include "VelmBase/WideString.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/files/SettingsLines.h"
 
 #include "VelmBase/SettingsText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/files/TableLines.h"
 
 #include "apps/chartutil/files/StandardStreams.h"

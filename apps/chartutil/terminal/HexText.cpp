@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/terminal/HexText.h"
 
 std::string HexText(const RGBColor& color) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/terminal/Json.h"
 
 #include "apps/chartutil/terminal/Console.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dialog-host [--picture FILE.png]: a dialog of Qt that has controls of the library among its own; --picture:
 // draws itself into the file instead of on the screen
 #include <UtilityDLL/colors/ColorButton.h>

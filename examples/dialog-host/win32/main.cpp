@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dialog-host [--picture FILE.bmp]: a window of the system that has controls of the library among its own,
 // and opens its editor of contours; --picture: draws itself into the file instead of on the screen
 #include <UtilityDLL/colors/ColorButton.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Faces of font files: what they take from others, and that damage of every kind does no harm.
 
 #include "Framework/device/freetype/module/private/Installed.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The installed fonts, as they are enumerated.
 
 #include "Framework/device/DC.h"

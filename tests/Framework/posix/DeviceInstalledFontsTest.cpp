@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is installed, and what becomes of it: each test has fonts of its own, in a process of its own, since a
 // process asks once what there is.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The module with the fonts: when it is loaded, and what is measured without it.
 
 #include "Framework/device/DC.h"

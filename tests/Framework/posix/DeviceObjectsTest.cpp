@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Handles of the device interface: numbers that are never given twice.
 
 #include "Framework/device/DC.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What text measures without the rounding to pixels of Windows: exactly what the font's tables say. The
 // expected font units were taken from the tables of the installed fonts.
 

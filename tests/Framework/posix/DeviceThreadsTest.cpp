@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The device interface, called by several threads at once.
 
 #include "Framework/device/DC.h"

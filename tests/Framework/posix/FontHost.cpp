@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Prints what a text takes in a font, or that it cannot be measured: for DeviceModuleTest, which gives it a
 // font module, another, or none.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A module for windows that was built with another version, whose functions must not be called.
 
 #include "Framework/windows/private/WindowModule.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The priority of a thread is its niceness here.
 #include "Framework/system/WinThread.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host that makes a window, or says why not. It finds the libraries in the folder lib beside itself.
 
 #include "Framework/windows/Wnd.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where windows come from a module: where it is looked for, and what is said when it cannot be used.
 
 #include "tests/support/Program.h"

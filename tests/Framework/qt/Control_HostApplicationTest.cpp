@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Controls in a host's own windows, and as the QApplication and its widgets come and go.
 
 #include "Framework/windows/Button.h"

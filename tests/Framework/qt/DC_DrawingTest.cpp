@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is drawn on the context of a request to draw.
 
 #include "Framework/device/DC.h"

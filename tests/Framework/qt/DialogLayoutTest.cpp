@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a dialog looks when it opens: what its list shows, and what a user can type over.
 
 #include "Framework/windows/Dialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Dialogs of hosts that have no QApplication, or no display, or one whose last window a dialog is.
 
 #include "Framework/windows/ColorDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What dialogs look like, and what screen readers say.
 
 #include "Framework/windows/Button.h"

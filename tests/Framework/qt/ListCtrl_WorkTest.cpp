@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How much a list does for what changes: views do work for each signal of their model.
 
 #include "Framework/windows/ListCtrl.h"

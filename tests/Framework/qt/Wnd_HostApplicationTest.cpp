@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What becomes of windows as the QApplication and its widgets come and go.
 
 #include "VelmBase/WideString.h"

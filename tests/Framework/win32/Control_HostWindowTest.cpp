@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Controls that a host has placed into a window of its own, on a display of its own.
 
 #include "Framework/windows/Button.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Who has the keyboard and the mouse where the system's own controls would lose it.
 
 #include "Framework/windows/Button.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How large a dialog with a list opens.
 
 #include "Framework/windows/ListCtrl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a dialog does with the windows and the messages of a program that has its own.
 
 #include "Framework/windows/ColorDialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lengths on displays of two resolutions: ctest runs this on each, and says in DISPLAY_DPI which it is.
 
 #include "Framework/windows/DpiCor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The header of Windows after the library's: it makes macros of names that the library has as well.
 
 #include "tests/support/EventLoop.h"

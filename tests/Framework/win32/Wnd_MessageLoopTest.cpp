@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What becomes of windows in the hands of the system: other messages, its own functions, full queues.
 
 #include <windows.h> // before the library's header, as hosts have it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What processes that save the same file do to each other between two of their steps. The system calls that
 // lie there are replaced for this program: others come in between, and ten seconds of waiting take no time.
 #include "VelmBase/File.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Why a file could not be written or read, in the words of the system.
 #include "VelmBase/File.h"
 

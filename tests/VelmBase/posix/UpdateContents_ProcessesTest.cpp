@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Processes that change one file at the same time, and such as are ended in the middle of it.
 #include "VelmBase/File.h"
 

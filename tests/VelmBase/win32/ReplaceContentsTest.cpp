@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What FILES promises where Windows' own rules are in the way: share modes, read-only files, attributes and
 // access lists, long paths, names of devices and of streams. The rules that all platforms share are tested
 // beside.

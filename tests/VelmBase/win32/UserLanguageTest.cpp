@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/private/UserLanguage.h"
 
 #include "VelmBase/private/LanguageChoice.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/Program.h"
 
 #include <gmock/gmock.h>

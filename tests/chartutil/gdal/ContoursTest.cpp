@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/chartutil/gdal/SheetSamples.h"
 
 #include <algorithm>

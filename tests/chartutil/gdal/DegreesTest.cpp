@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/scene/Degrees.h"
 
 #include "VelmBase/NumberText.h"

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Reads the tiny chart's drawing by ezdxf, which has no code in common with what writes it, and holds it to the project's
 own files: the levels, the soundings and the paper. CHARTUTIL names the program.
 """

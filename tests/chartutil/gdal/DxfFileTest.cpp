@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/drawing/PictureModule.h"
 #include "tests/chartutil/gdal/DxfReader.h"
 #include "tests/support/Program.h"

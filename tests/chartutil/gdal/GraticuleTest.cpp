@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/scene/Graticule.h"
 
 #include "tests/support/Charts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/geometry/NearestCells.h"
 
 #include <cmath>

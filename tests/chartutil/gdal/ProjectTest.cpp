@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/project/Project.h"
 
 #include "UtilityDLL/runtime/PlotErrorReporter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/scene/Scene.h"
 
 #include "UtilityDLL/runtime/PlotErrorReporter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tiny chart in each format. SVG is read element by element; what it has, DXF has in the same order, PDF
 // at the same place, and PNG in the same pixels.
 

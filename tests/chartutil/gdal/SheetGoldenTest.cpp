@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tiny chart's picture was looked at and is kept, so that no change of it goes unseen. CONTRIBUTING.md
 // says how it is renewed.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/project/Soundings.h"
 
 #include "UtilityDLL/runtime/PlotErrorReporter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arguments are bytes on this system, and those of a script may be no UTF-8.
 
 #include "tests/support/Program.h"

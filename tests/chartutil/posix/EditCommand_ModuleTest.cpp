@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/PackageCopy.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The widths that pictures are laid out by, held against the font's own files.
 
 #include "VelmBase/WideString.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole processes that are asked to end in the middle of their work: nothing is half written, no temporary
 // file stays, and whoever started the program sees that it was interrupted. The moment is made certain by
 // what the program waits for, never by time.

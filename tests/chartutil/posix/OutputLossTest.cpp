@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What chartutil says when nobody gets its output: a disk that is full, a reader that is gone.
 
 #include "tests/support/Program.h"

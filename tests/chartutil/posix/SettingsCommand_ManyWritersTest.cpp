@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Programs that change one settings file at the same time.
 
 #include "tests/support/Program.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What chartutil shows on a terminal: colours and a progress bar, but nothing by which a file could steer it.
 
 #include "tests/support/Program.h"

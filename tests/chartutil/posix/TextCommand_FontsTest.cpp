@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the commands on texts say where fontconfig knows no font, a damaged one or an odd one, of arguments
 // that are no UTF-8 and of input without end.
 

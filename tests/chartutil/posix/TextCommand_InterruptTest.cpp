@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ctrl-C while a text is measured that takes many seconds.
 
 #include "tests/chartutil/posix/TypedCtrlC.h"

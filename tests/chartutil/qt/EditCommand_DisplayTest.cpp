@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program itself where it has no display, and where it is stopped while its dialog is open.
 
 #include "tests/chartutil/posix/TypedCtrlC.h"

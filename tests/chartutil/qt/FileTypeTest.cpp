@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The file type that the package brings to the desktop, as Qt reads it. The name *.cdf is that of other
 // files as well.
 

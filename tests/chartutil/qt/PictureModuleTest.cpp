@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What only a program with the Qt module can be asked: PNG and PDF pictures, and where Qt is loaded.
 
 #include "apps/chartutil/drawing/PictureModule.h"

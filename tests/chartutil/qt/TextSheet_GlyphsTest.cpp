@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whether what is drawn lies in the rectangles that were measured for it: a white cover over them leaves a
 // white page.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The button as the user sees and uses it: its pixels, mouse and keyboard, screen readers.
 
 #include "UtilityDLL/colors/ColorButton.h"

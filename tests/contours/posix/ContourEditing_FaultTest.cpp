@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Disks that are full, and files and folders that a user may not read or write.
 
 #include "UtilityDLL/contours/private/ContourEditing.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a screen reader says of the dialogs: each control that the keyboard reaches has a role, and a name or
 // a label, in the order of Tab.
 

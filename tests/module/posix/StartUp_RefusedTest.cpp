@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Nothing keeps a library from being loaded here: the module tells its program, and that ends.
 
 #include "tests/support/PackageCopy.h"

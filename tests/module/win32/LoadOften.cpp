@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program that is not linked with the suite: LoadOften COUNT LIBRARY [KEPT] loads and unloads the library
 // COUNT times, and calls its function Use() where it has one. It prints for each thing of the system how much
 // the process has of it after the first ten times, and in the end. The library KEPT stays loaded all the

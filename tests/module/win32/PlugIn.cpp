@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library of a host that uses the suite: whoever loads and unloads it, loads and unloads the suite with it.
 
 #include "Framework/windows/Dialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system does not load a module that fails to start up, and no program that needs it.
 
 #include "tests/support/PackageCopy.h"

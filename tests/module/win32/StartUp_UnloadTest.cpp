@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is left behind in a program that loads and unloads the library again and again, or tries to. It shows
 // windows, on a display of its own.
 

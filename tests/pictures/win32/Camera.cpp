@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/pictures/Camera.h"
 
 #include "Framework/windows/DpiCor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts as the system has them from the library's resources.
 
 #include "UtilityDLL/res/private/StringTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/CRCFile.h"
 
 #include "tests/support/TestFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files above 4 GiB: sparse, so they take no room, but every byte of them is checked.
 
 #include "UtilityDLL/settings/CRCFile.h"

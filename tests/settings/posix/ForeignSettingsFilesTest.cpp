@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/IniDocument.h"
 #include "UtilityDLL/settings/IniFile.h"
 #include "tests/support/TestFiles.h"

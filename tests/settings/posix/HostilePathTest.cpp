@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Paths that lead to no plain file, on POSIX systems: every reader and writer of files refuses them at once,
 // without waiting at a pipe, reading a device for ever or replacing what stands there.
 

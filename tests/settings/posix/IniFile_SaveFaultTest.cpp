@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Saving under fault, on POSIX systems: whatever happens, the file is the whole old one or the whole new one,
 // and the result of the save says which.
 

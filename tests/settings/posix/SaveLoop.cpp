@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host that saves and opens a settings file, for tests that kill it, trace it or run several at once.
 //   SaveLoop save   PATH VALUE KEYS   saves once: one sealed section of KEYS keys of VALUE
 //   SaveLoop update PATH TEXT COUNT   puts TEXT and a line end behind what the file holds, COUNT times

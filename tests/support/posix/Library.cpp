@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/Library.h"
 
 #include <dlfcn.h>

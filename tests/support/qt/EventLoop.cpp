@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/EventLoop.h"
 
 #include "tests/support/TestFiles.h"

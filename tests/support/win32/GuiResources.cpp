@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/win32/GuiResources.h"
 
 #include <vector>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The factor in numbers that can be reckoned by head, of a font that is made for them.
 
 #include "UtilityDLL/text/TextHeightFactComp.h"

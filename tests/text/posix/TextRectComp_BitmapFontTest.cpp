@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A font without outlines where there is no other.
 
 #include "Framework/device/DC.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A font that says its descent is higher than its cell, as a damaged or a made one can.
 
 #include "UtilityDLL/text/TextHeightFactComp.h"

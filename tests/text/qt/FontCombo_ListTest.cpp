@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list of faces as the user has it.
 
 #include "UtilityDLL/text/FontCombo.h"

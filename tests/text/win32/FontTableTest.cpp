@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The device interface of Linux against Windows' own: FontTable printed there what this program measures here
 // with the same font files. docs/text-on-both-platforms.md tells what differs, and why.
 

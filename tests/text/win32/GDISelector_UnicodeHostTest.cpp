@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host of wide text, with the header of Windows before the library's.
 
 #define UNICODE

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a font that fails to measure costs the others: the library's calls for contexts and fonts come here,
 // and go on to the system.
 

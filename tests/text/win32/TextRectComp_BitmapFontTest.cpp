@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A font without outlines, which is made here: the system gives no outline metrics for it.
 
 #include "Framework/device/DC.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A system that makes no context of the display, as some services have it: the library's calls for one come
 // here.
 

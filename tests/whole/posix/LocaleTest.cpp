@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Nothing that is read, written or compared depends on the host's locale. The German and the Turkish locale
 // are built here from the system's own sources, since few machines have them ready.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memory that runs out at any allocation: an exception or an error comes back, nothing leaks, and the objects
 // can be used as before. Here only because the replaced operators reach into the libraries on POSIX systems
 // alone.

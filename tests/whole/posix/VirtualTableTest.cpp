@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The order of virtual operations is part of the interface. How a pointer to one holds its place is known of
 // the calling convention of these systems.
 

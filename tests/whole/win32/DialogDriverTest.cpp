@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The driver of dialogs with those that are the system's own, so that a fault is the driver's.
 
 #include "tests/support/DialogDriver.h"

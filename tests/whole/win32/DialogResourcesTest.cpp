@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What windows of each kind leave behind in the system: nothing, however often they are opened.
 
 #include "UtilityDLL/colors/ColorButton.h"

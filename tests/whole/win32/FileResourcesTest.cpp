@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What Windows reads in the libraries and the program without running them.
 
 #include "VersionControl/VersionControl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Framework/device/freetype/module/private/FaceStore.h"
 
 #include "VelmBase/File.h"

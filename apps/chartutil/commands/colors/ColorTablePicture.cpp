@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/colors/ColorTablePicture.h"
 
 #include "VelmBase/NumberText.h"

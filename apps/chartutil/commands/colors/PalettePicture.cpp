@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/colors/PalettePicture.h"
 
 #include "UtilityDLL/colors/DXFColor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/contours/ContourDialog.h"
 
 #include "UtilityDLL/contours/ContourEditor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/contours/ContourLegend.h"
 
 #include "apps/chartutil/commands/contours/LineTypes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/settings/Seals.h"
 #include "apps/chartutil/commands/settings/Settings.h"
 #include "apps/chartutil/terminal/ColorText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/style/LineSample.h"
 
 #include "UtilityDLL/colors/DXFColor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/style/Records.h"
 
 #include "UtilityDLL/colors/DXFColor.h"

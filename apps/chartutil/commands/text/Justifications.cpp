@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/FormatString.h"
 #include "apps/chartutil/commands/style/Names.h"
 #include "apps/chartutil/commands/text/Output.h"

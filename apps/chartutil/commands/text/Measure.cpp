@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/text/TextHeightFactComp.h"
 #include "apps/chartutil/commands/text/Output.h"
 #include "apps/chartutil/commands/text/Style.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/text/Output.h"
 
 #include "VelmBase/WideString.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/text/Style.h"
 
 #include "UtilityDLL/text/TextHeightFactComp.h"

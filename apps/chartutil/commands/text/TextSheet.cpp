@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/commands/text/TextSheet.h"
 
 #include "UtilityDLL/GTL/Extents2D.h"

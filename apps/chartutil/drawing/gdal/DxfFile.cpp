@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/colors/DXFColor.h"
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/drawing/PictureModule.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/drawing/posix/ProgramModule.h"
 
 namespace fs = std::filesystem;

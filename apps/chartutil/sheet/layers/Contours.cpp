@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/drawing/LinePen.h"
 #include "apps/chartutil/sheet/layers/Layers.h"
 #include "apps/chartutil/work/LongWork.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VelmBase/NumberText.h"
 #include "apps/chartutil/drawing/LinePen.h"
 #include "apps/chartutil/sheet/layers/PanelContent.h"

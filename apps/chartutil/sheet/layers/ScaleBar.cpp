@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/GTL/UnitType.h"
 #include "VelmBase/NumberText.h"
 #include "apps/chartutil/sheet/layers/PanelContent.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/layers/Texts.h"
 
 #include "UtilityDLL/text/TextRectComp.h"

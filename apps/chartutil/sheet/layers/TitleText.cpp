@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/layers/TitleText.h"
 
 #include "UtilityDLL/keywords/Placeholders.h"

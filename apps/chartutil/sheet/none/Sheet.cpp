@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/Sheet.h"
 
 #include "apps/chartutil/terminal/Errors.h"

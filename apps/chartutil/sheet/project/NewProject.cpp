@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/settings/IniFile.h"
 #include "VelmBase/SettingsText.h"
 #include "VelmBase/WideString.h"

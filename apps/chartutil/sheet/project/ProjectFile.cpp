@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/project/ProjectFile.h"
 
 #include "UtilityDLL/runtime/PlotErrorReporter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UtilityDLL/runtime/Observer.h"
 #include "apps/chartutil/sheet/Sheet.h"
 #include "apps/chartutil/sheet/project/FileWatch.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/scene/MapFrame.h"
 
 #include <algorithm>

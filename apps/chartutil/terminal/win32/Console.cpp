@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/terminal/Console.h"
 
 #include "VelmBase/WideString.h"

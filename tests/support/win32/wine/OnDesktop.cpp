@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // OnDesktop PROGRAM [ARGUMENT...]: runs it on a desktop of its own, and ends as it does.
 //
 // Under Wine a desktop stays on the display of the program that made it, and is nowhere when that had none.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/drawing/posix/ProgramModule.h"
 #include "apps/chartutil/sheet/geometry/Geometry.h"
 #include "apps/chartutil/terminal/Errors.h"

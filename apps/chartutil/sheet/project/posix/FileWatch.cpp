@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/chartutil/sheet/project/FileWatch.h"
 
 #include "apps/chartutil/files/Files.h"

@@ -16,8 +16,10 @@ public:
     void Update(const void* bytes, std::size_t count);
 
     /// Feeds four bytes, low byte first.
+    /// @{
     CRCChecksum& operator+=(int value) { return *this += static_cast<unsigned int>(value); }
     CRCChecksum& operator+=(unsigned int value);
+    /// @}
 
     /// Feeds each UTF-16 code unit as two bytes, low byte first. Where `wchar_t` has 32 bits, a character
     /// above U+FFFF is fed as its surrogate pair.

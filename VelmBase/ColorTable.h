@@ -26,27 +26,39 @@
 /// stands in the former's place. Keys of other names are passed over.
 class VELMBASE_API ColorTable {
 public:
-    ColorTable() = default;
+    ColorTable() = default; ///< no entries
+
+    /// A value that is copied as a whole.
+    /// @{
     ColorTable(const ColorTable&) = default;
     ColorTable(ColorTable&&) = default;
     // By a copy, so that values and colours stay together when memory runs out.
     ColorTable& operator=(const ColorTable& other) { return *this = ColorTable(other); }
     ColorTable& operator=(ColorTable&&) = default;
+    /// @}
 
+    /// How many entries there are.
     int NumEntries() const { return static_cast<int>(m_values.size()); }
 
-    /// Indices outside 0 to NumEntries() - 1 are the caller's error.
+    /// The value and the colour of an entry. Indices outside 0 to NumEntries() - 1 are the caller's error.
+    /// @{
     double EntryValue(int index) const { return m_values[static_cast<std::size_t>(index)]; }
     unsigned long EntryColor(int index) const { return m_colors[static_cast<std::size_t>(index)]; }
+    /// @}
 
     /// Inserts an entry in ascending order of value, behind those with the same value. NaN comes last.
     void AddEntry(double value, unsigned long color);
+
+    /// Gives an entry another colour. Indices outside 0 to NumEntries() - 1 are the caller's error.
     void SetEntryColor(int index, unsigned long color);
 
+    /// The colour of what lies below the first entry.
+    /// @{
     unsigned long DefaultColor() const { return m_defaultColor; }
     void SetDefaultColor(unsigned long color) {
         m_defaultColor = static_cast<std::uint32_t>(color & COLOR_BITS);
     }
+    /// @}
 
     /// Replaces the table by that of `file`. True when the file has one and all of it could be read, even if
     /// it has no entries. What is wrong or odd is told in `remarks`, one line each, at most MAX_REMARKS:
@@ -62,6 +74,7 @@ public:
     /// Adds the table to `file`. False, changing nothing, when there is one already.
     bool FileSave(FileObject& file) const;
 
+    /// How many remarks FileOpen() makes at most.
     static constexpr std::size_t MAX_REMARKS = 100;
 
     /// Entries alone: the default colour does not count. NaN equals nothing, itself included.

@@ -18,9 +18,12 @@ public:
     template <std::same_as<bool> Bool> ErrorString(Bool ok) : m_ok(ok) {}
 
     /// A failure with this text; a null pointer gives a failure without a text.
+    /// @{
     ErrorString(const wchar_t* text) : m_ok(false), m_text(text ? text : L"") {}
     ErrorString(std::wstring text) : m_ok(false), m_text(std::move(text)) {}
+    /// @}
 
+    /// True for a success.
     operator bool() const { return m_ok; }
 
     /// The message; empty for a success and for a failure that has nothing to say.
@@ -28,6 +31,7 @@ public:
 
     /// Each appends to the message: texts and characters as they are, integers as decimal digits. Whether
     /// this is an error does not change.
+    /// @{
     ErrorString& operator<<(const std::wstring& text) {
         m_text += text;
         return *this;
@@ -43,6 +47,7 @@ public:
             m_text += std::to_wstring(number);
         return *this;
     }
+    /// @}
 
     // What would be taken for arithmetic with the bool: a shift, or the number 1 on a stream.
     template <typename Other>

@@ -19,11 +19,13 @@ namespace FILES {
 /// delete the file meanwhile.
 class VELMBASE_API Reader {
 public:
+    /// Opens the file; Error() says why it could not.
     explicit Reader(const std::wstring& path);
     ~Reader();
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
 
+    /// Whether the file could be opened.
     bool IsOpen() const { return m_handle != -1; }
 
     /// The size in bytes when the file was opened.
@@ -31,6 +33,8 @@ public:
 
     /// Reads up to `count` bytes; 0 at the end and on an error (then Failed() is true).
     std::size_t Read(void* buffer, std::size_t count);
+
+    /// Whether reading failed; false for a file that could not be opened.
     bool Failed() const { return m_handle != -1 && Error(); }
 
     /// Why the file could not be opened or read; errc::is_a_directory for a folder, errc::invalid_argument
@@ -49,8 +53,10 @@ private:
 VELMBASE_API std::FILE* OpenStream(const std::wstring& path, const wchar_t* mode);
 
 /// Position and seek in a C stream with 64-bit offsets; -1 and false on an error.
+/// @{
 VELMBASE_API std::int64_t Position(std::FILE* stream);
 VELMBASE_API bool SeekTo(std::FILE* stream, std::int64_t offset, int origin);
+/// @}
 
 /// Gives the file `path` this content, whole or not at all: whatever happens, the file is the old one or the
 /// new one. Without an error it is the new one, safe on the disk (its name, in a folder that may not be

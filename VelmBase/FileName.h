@@ -8,9 +8,12 @@
 /// A file's path. "/" and "\" both separate folders.
 class VELMBASE_API FileName {
 public:
-    FileName() = default;
+    FileName() = default; ///< an empty path
+
+    /// The path as it is given.
     explicit FileName(const std::wstring& path) : m_path(path) {}
 
+    /// The path.
     const std::wstring& Path() const { return m_path; }
 
     /// Replaces the extension, or adds one; with or without its dot. An empty one removes the extension.

@@ -21,9 +21,13 @@ class Writer;
 /// letter case; each stands once.
 class VELMBASE_API FobjSection {
 public:
+    /// A section without items.
     explicit FobjSection(const std::wstring& name) : m_name(name) {}
 
+    /// The section's name.
     const std::wstring& Name() const { return m_name; }
+
+    /// How many items there are.
     int NumItems() const { return static_cast<int>(m_items.size()); }
 
     /// The value of `key`, or null when there is no such key. The pointer holds until the section changes.
@@ -31,8 +35,10 @@ public:
 
     /// The walk over the items: First sets `position` and gives the first item, Next the one behind it. False
     /// when there is none; the texts are then unchanged.
+    /// @{
     bool GetFirstMapEntry(int& position, std::wstring& key, std::wstring& value) const;
     bool GetNextMapEntry(int& position, std::wstring& key, std::wstring& value) const;
+    /// @}
 
     /// Gives `key` this value. A key that is not there is added at the end if `create` is set.
     /// False when it is not there and was not added.
@@ -58,10 +64,10 @@ public:
     /// False when the file cannot be read or has a bad header; what was read before stays.
     bool Open(const std::wstring& path, int flags);
 
-    /// The same; `badLine` gets the line of the bad header, from 1, or 0 when there is none.
+    /// Open() that tells in `badLine` the line of the bad header, from 1, or 0 when there is none.
     bool Open(const std::wstring& path, int flags, std::uint32_t& badLine);
 
-    /// The same for the content of a settings file.
+    /// Open() for the content of a settings file.
     bool ReadText(std::string_view content, std::uint32_t& badLine);
 
     /// Writes a settings file, whole or not at all, in a few kilobytes of memory. False when there is no
@@ -69,7 +75,7 @@ public:
     /// written; a file there stays as it was.
     bool Save(const std::wstring& path, int flags) const;
 
-    /// The same, and tells in `error` why it could not be done: errc::no_message when there is no section,
+    /// Save() that tells in `error` why it could not be done: errc::no_message when there is no section,
     /// otherwise as SETTINGS::Save.
     bool Save(const std::wstring& path, int flags, std::error_code& error) const;
 
@@ -77,14 +83,17 @@ public:
     /// or when the sink did not take a piece.
     bool Write(const FILES::ContentSink& sink) const;
 
+    /// How many sections there are.
     int NumSections() const { return static_cast<int>(m_sections.size()); }
 
     /// The section of that name, or null. The pointer holds until a section is added.
     const FobjSection* GetSection(const std::wstring& name) const;
 
     /// The walk over the sections, as FobjSection's over its items.
+    /// @{
     bool GetFirstSectionEntry(int& position, std::wstring& name) const;
     bool GetNextSectionEntry(int& position, std::wstring& name) const;
+    /// @}
 
     /// Gives the key of that section this value. What is missing, section or key, is added at the end if
     /// `create` is set. False when it is missing and was not added.

@@ -19,14 +19,16 @@ public:
     /// No items yet.
     explicit FormatString(wchar_t separator) : m_separator(separator) {}
 
+    /// How many items there are, empty ones included.
     int NumItems() const { return static_cast<int>(m_items.size()); }
 
     /// The item at `index`, or an empty text when there is none.
     std::wstring operator[](int index) const { return Item(index); }
 
-    /// The same without a copy; the reference holds until the items change.
+    /// The item without a copy; the reference holds until the items change.
     const std::wstring& Item(int index) const;
 
+    /// Appends an item. A separator in it splits it when the text is read again.
     void AddItem(const std::wstring& item) { m_items.push_back(item); }
 
     /// Replaces the item at `index`; missing items before it become empty. A negative index changes nothing.

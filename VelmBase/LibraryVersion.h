@@ -20,9 +20,10 @@ public:
     LibraryVersion(const LibraryVersion&) = delete;
     LibraryVersion& operator=(const LibraryVersion&) = delete;
 
+    /// A library and its version.
     struct Loaded {
-        std::string name;
-        std::uint32_t version;
+        std::string name;      ///< as the library's file, without its ending
+        std::uint32_t version; ///< a byte for each of four parts: 5.0.0.20 is 0x05000014
     };
 
     /// The libraries that are loaded now, in the order of loading: each after those that it stands on.

@@ -10,6 +10,7 @@
 /// The numeric helpers of the suite.
 namespace MATH {
 
+/// The ratio of a circle's circumference to its diameter.
 inline constexpr double PI = 3.14159265358979323846;
 inline constexpr double DTR = PI / 180.0; ///< degrees to radians: multiply
 inline constexpr double RTD = 180.0 / PI; ///< radians to degrees: multiply

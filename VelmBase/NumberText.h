@@ -15,8 +15,10 @@ namespace NumberText {
 ///   - text that does not begin with a number: false, `value` becomes 0;
 ///   - a number out of range: false, `value` becomes the nearest limit of its type;
 ///   - a number, whatever follows it: true. A bool takes 0 and 1; any other number gives true and fails.
+///
 /// An `unsigned long` is read as 32 bits wide on every platform, since it carries colour references and
 /// checksums: a text above 4294967295 gives 4294967295, and "-1" gives 4294967295 as well.
+/// @{
 VELMBASE_API bool Extract(std::wstring_view text, short& value);
 VELMBASE_API bool Extract(std::wstring_view text, unsigned short& value);
 VELMBASE_API bool Extract(std::wstring_view text, int& value);
@@ -26,15 +28,20 @@ VELMBASE_API bool Extract(std::wstring_view text, unsigned long& value);
 VELMBASE_API bool Extract(std::wstring_view text, bool& value);
 VELMBASE_API bool Extract(std::wstring_view text, float& value);
 VELMBASE_API bool Extract(std::wstring_view text, double& value);
+/// @}
 
 /// Whether `text` is one decimal integer, or one decimal number (digits, point, exponent), with nothing but
 /// blanks (" \t\n\r") round it: for readers that tell a number from a text which only begins with one.
+/// @{
 VELMBASE_API bool IsInteger(std::wstring_view text);
 VELMBASE_API bool IsDecimal(std::wstring_view text);
+/// @}
 
 /// Decimal digits, with a leading "-" when negative.
+/// @{
 VELMBASE_API std::wstring FromInteger(long long value);
 VELMBASE_API std::wstring FromInteger(unsigned long long value);
+/// @}
 
 /// Exactly that many digits after the point (0 to 15), as a stream with `std::fixed` writes it; "inf" and
 /// "nan" with their sign.

@@ -13,8 +13,8 @@ namespace VELMSUITE {
 /// The language is the one that the environment variable UTILITYDLL_LANGUAGE names ("de", "pt_BR", "en"),
 /// else the user's: on Linux that of LC_ALL, LC_MESSAGES or LANG, the first that is not empty; on Windows the
 /// first of the user's languages for the system's own texts. The texts are those of the file
-/// utilitydll/languages/<library>.<language>.po beside the library, where "pt_BR" also does with the file of
-/// "pt". The file is read when the first text is asked for; without one the library's own texts hold.
+/// `utilitydll/languages/<library>.<language>.po` beside the library, where "pt_BR" also does with the file
+/// of "pt". The file is read when the first text is asked for; without one the library's own texts hold.
 ///
 /// A second call chooses anew, by what the variables say then. Any thread may call this.
 VELMBASE_API void LoadDLLResourceDLL(void* instance, void* module);

@@ -48,6 +48,7 @@ private:
     std::uint32_t m_lineNumber = 0;
 };
 
+/// How reading a file ended.
 enum class ReadStatus : std::int32_t {
     COMPLETE,   ///< the whole file was read
     NOT_OPENED, ///< the file cannot be opened, is no regular file, or reading it failed
@@ -55,25 +56,27 @@ enum class ReadStatus : std::int32_t {
     STOPPED,    ///< the handler did not take a section
 };
 
+/// How reading a file ended, and where.
 struct ReadResult {
-    ReadStatus status = ReadStatus::COMPLETE;
-    std::uint32_t lineNumber = 0; ///< of the last line read, from 1
-    std::error_code error;        ///< why the file could not be opened or read
+    ReadStatus status = ReadStatus::COMPLETE; ///< whether all was read
+    std::uint32_t lineNumber = 0;             ///< of the last line read, from 1
+    std::error_code error;                    ///< why the file could not be opened or read
 };
 
 /// What a line of a file says. The views are parts of that line, also the empty ones, but for a part that the
 /// line has not: that has no data().
 struct Line {
+    /// The kinds of lines.
     enum Kind : std::int32_t {
         BLANK,
         HEADER,     ///< "[name]"
         BAD_HEADER, ///< "[]"
         KEY,        ///< before the first header: a line that is passed over
     };
-    Kind kind = BLANK;
-    Bytes name;    ///< of a header as it stands, of a key trimmed
-    Bytes value;   ///< of a key, trimmed; missing without "="
-    Bytes comment; ///< of a key, behind the first ";"; missing without one
+    Kind kind = BLANK; ///< what the line is
+    Bytes name;        ///< of a header as it stands, of a key trimmed
+    Bytes value;       ///< of a key, trimmed; missing without "="
+    Bytes comment;     ///< of a key, behind the first ";"; missing without one
 };
 
 /// Takes a line apart, with or without its LF, by the rules that hold for every settings file.
@@ -90,9 +93,9 @@ inline Bytes TakeLine(Bytes& content) {
 /// Where a header stands in the content of a file: its line, LF included, begins at `begin` and ends before
 /// `end`.
 struct FoundHeader {
-    Line line; ///< HEADER or BAD_HEADER
-    std::size_t begin = 0;
-    std::size_t end = 0;
+    Line line;             ///< HEADER or BAD_HEADER
+    std::size_t begin = 0; ///< of the line's first byte
+    std::size_t end = 0;   ///< behind the line
 };
 
 /// Finds the first header from `position` on, which is where a line begins. False when there is none. Looks
@@ -104,7 +107,7 @@ VELMBASE_API bool FindHeader(Bytes content, std::size_t position, FoundHeader& f
 /// file.
 VELMBASE_API ReadResult Read(const std::wstring& path, Handler& handler);
 
-/// The same for the content of a file.
+/// Read() for the content of a file.
 VELMBASE_API ReadResult ReadText(Bytes content, Handler& handler);
 
 /// Composes the bytes of a settings file and hands them to a sink piece by piece, however long a line is. For
@@ -117,6 +120,7 @@ public:
     Writer(const Writer&) = delete;
     Writer& operator=(const Writer&) = delete;
 
+    /// The header, with the comment behind it unless that is empty.
     void BeginSection(std::wstring_view name, std::wstring_view comment);
 
     /// One line: the name and "= " aligned behind `nameWidth` characters, the value, and ";" with the comment
@@ -124,6 +128,8 @@ public:
     /// widths are the largest of the section, so no name or value is longer.
     void Key(std::wstring_view name, std::wstring_view value, std::wstring_view comment,
              std::size_t nameWidth, std::size_t valueWidth);
+
+    /// Ends the section with an empty line.
     void EndSection();
 
     /// Hands over what is left. False when a text had a character above 255, which no file can hold, or when
@@ -160,10 +166,11 @@ private:
 /// it out.
 VELMBASE_API ErrorString CheckSectionName(std::wstring_view name);
 
-/// The same for the comment behind a header: it is not read back, but what follows a line break in it is.
+/// CheckSectionName() for the comment behind a header: it is not read back, but what follows a line break in
+/// it is.
 VELMBASE_API ErrorString CheckSectionComment(std::wstring_view comment);
 
-/// The same for the line of a key.
+/// CheckSectionName() for the line of a key.
 VELMBASE_API ErrorString CheckKeyLine(std::wstring_view name, std::wstring_view value,
                                       std::wstring_view comment);
 

@@ -14,15 +14,18 @@ VELMBASE_API bool IsProcessEnding();
 /// it is: there may be threads at work that use it, or that have been stopped with a lock in their hands.
 template <typename T> class UntilUnloaded {
 public:
-    UntilUnloaded() { new (m_place) T; }
+    UntilUnloaded() { new (m_place) T; } ///< makes the object
     ~UntilUnloaded() {
         if (!IsProcessEnding()) std::destroy_at(&operator*());
     }
     UntilUnloaded(const UntilUnloaded&) = delete;
     UntilUnloaded& operator=(const UntilUnloaded&) = delete;
 
+    /// The object.
+    /// @{
     T& operator*() { return *std::launder(reinterpret_cast<T*>(m_place)); }
     T* operator->() { return &operator*(); }
+    /// @}
 
 private:
     alignas(T) unsigned char m_place[sizeof(T)];

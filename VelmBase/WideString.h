@@ -26,14 +26,20 @@ VELMBASE_API bool icompareW(std::wstring_view a, std::wstring_view b);
 
 /// Order of the texts in small letters, character by character: below, equal to or above 0.
 VELMBASE_API int CompareNoCaseW(std::wstring_view a, std::wstring_view b);
+
+/// Whether `a` comes before or behind `b` in the order of CompareNoCaseW().
+/// @{
 inline bool SmallerW(std::wstring_view a, std::wstring_view b) { return CompareNoCaseW(a, b) < 0; }
 inline bool GreaterW(std::wstring_view a, std::wstring_view b) { return CompareNoCaseW(a, b) > 0; }
+/// @}
 
 /// `text` without the characters of `set` at both its ends.
+/// @{
 VELMBASE_API std::wstring_view TrimmedW(std::wstring_view text, std::wstring_view set = L" \t\n\r");
 inline std::wstring trimW(std::wstring_view text, std::wstring_view set = L" \t\n\r") {
     return std::wstring(TrimmedW(text, set));
 }
+/// @}
 
 /// The leading decimal integer: blanks are skipped, a sign may follow, then digits up to the first other
 /// character. 0 when there is none; what an int cannot hold becomes its nearest limit.
@@ -45,8 +51,10 @@ VELMBASE_API double atof(std::wstring_view text);
 
 /// UTF-8 to wide text and back. Bytes that are no UTF-8 become U+DC80 to U+DCFF and come back as they were,
 /// so any file name survives. Unpaired surrogates outside that range are written as three bytes.
+/// @{
 VELMBASE_API std::wstring FromUtf8(std::string_view bytes);
 VELMBASE_API std::string ToUtf8(std::wstring_view text);
+/// @}
 
 /// Narrow text of the platform (UTF-8 on Linux, the active ANSI code page on Windows) as wide text.
 VELMBASE_API std::wstring FromNarrow(std::string_view text);

@@ -14,10 +14,12 @@
 /// UTILITYDLL_DATA names, else the installed data folder. Process-wide, made on first use, not locked.
 class VELMCONFIGURE_API DataSearch {
 public:
+    /// The categories by their numbers.
     enum CATEGORY : std::int32_t {
         CHOICE_LISTS = 23, ///< holds the file "Keywords"
     };
 
+    /// The one of the process.
     static DataSearch& GetDataSearch();
     DataSearch(const DataSearch&) = delete;
     DataSearch& operator=(const DataSearch&) = delete;

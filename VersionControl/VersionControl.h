@@ -18,11 +18,11 @@ VERSIONCONTROL_API bool CheckDllVersion(unsigned int version, const char* source
 
 /// A library of the suite that is loaded.
 struct CheckedLibrary {
-    std::string name;
-    std::uint32_t version;
-    bool matches; ///< whether it has the version that was asked for
+    std::string name;      ///< as the library's file, without its ending
+    std::uint32_t version; ///< a byte for each of its four parts
+    bool matches;          ///< whether it has the version that was asked for
 };
 
-/// All of them, each after those that it stands on, held against `version`. For a host that shows what it
-/// runs with.
+/// All libraries of the suite that are loaded, each after those that it stands on, held against `version`.
+/// For a host that shows what it runs with.
 VERSIONCONTROL_API std::vector<CheckedLibrary> CheckLibraries(std::uint32_t version);

@@ -13,7 +13,7 @@
 /// On Linux it needs no display. On Windows none can be made where there is none, as in some services.
 class FRAMEWORK_API CDC {
 public:
-    CDC() = default;
+    CDC() = default; ///< without a context
     ~CDC();
     CDC(const CDC&) = delete;
     CDC& operator=(const CDC&) = delete;
@@ -27,11 +27,13 @@ public:
 
     /// A mode (MM_HIMETRIC: 0.01 mm, y up). Returns the one before, 0 on failure.
     int SetMapMode(int mode);
-    int GetMapMode() const;
+    int GetMapMode() const; ///< the mode; 0 without a context
 
     /// The extents whose ratio is the scale in MM_ISOTROPIC; they return the ones before.
+    /// @{
     CSize SetWindowExt(int x, int y);
     CSize SetViewportExt(int x, int y);
+    /// @}
 
     /// HORZSIZE and VERTSIZE in millimetres, HORZRES and VERTRES in pixels, LOGPIXELSX and LOGPIXELSY in
     /// pixels an inch.
@@ -41,26 +43,32 @@ public:
     /// the system refuses.
     static CGdiObject* SelectGdiObject(HDC dc, HGDIOBJ object);
 
-    /// The same for an object that the system has ready (SYSTEM_FONT).
+    /// SelectGdiObject() for an object that the system has ready (SYSTEM_FONT).
     CGdiObject* SelectStockObject(int index);
 
-    // Drawing, on the context of a request to draw (CButton::DrawItem), in the pixels of its window. False on
-    // failure: on Linux also on a context that only measures. Empty rectangles fill nothing.
-
+    /// Draw an area, or its outermost pixels, on the context of a request to draw (CButton::DrawItem), in the
+    /// pixels of its window. False on failure: on Linux also on a context that only measures. Empty
+    /// rectangles fill nothing.
+    /// @{
     bool FillRect(const RECT& rectangle, const CBrush& brush);
-    bool FrameRect(const RECT& rectangle, const CBrush& brush); ///< its outermost pixels
+    bool FrameRect(const RECT& rectangle, const CBrush& brush);
+    /// @}
 
     /// Black and white at first. They return the one before, CLR_INVALID when there is no context.
+    /// @{
     COLORREF SetTextColor(COLORREF color);
     COLORREF SetBkColor(COLORREF color);
+    /// @}
 
     /// Writes a line from its top left corner on, in the text colour on the background colour, and in the
-    /// font of the window that asked; so does GetTextExtent() measure there.
+    /// font of the window that asked; so does GetTextExtent() measure there. False as for FillRect().
     bool TextOutW(int x, int y, const std::wstring& text);
 
-    /// The context of others, until Detach().
+    /// The context of others, until Detach(), which gives it back.
+    /// @{
     void Attach(HDC dc) { m_hDC = dc; }
     HDC Detach() { return std::exchange(m_hDC, nullptr); }
+    /// @}
 
     /// The measures of the selected font. Returns the bytes that were written, 0 for a font without outlines.
     UINT GetOutlineTextMetricsW(UINT size, OUTLINETEXTMETRICW* metrics) const;

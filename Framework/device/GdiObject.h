@@ -8,7 +8,7 @@
 /// its handle.
 class FRAMEWORK_API CGdiObject {
 public:
-    CGdiObject() = default;
+    CGdiObject() = default; ///< without an object
     virtual ~CGdiObject();
     CGdiObject(const CGdiObject&) = delete;
     CGdiObject& operator=(const CGdiObject&) = delete;
@@ -24,6 +24,7 @@ public:
     HGDIOBJ m_hObject = nullptr; ///< null while there is none
 };
 
+/// A font of the system, as a face, a height and a style ask for one.
 class FRAMEWORK_API CFont : public CGdiObject {
 public:
     /// False, and nothing changes, when there is a font already or the system has no memory. A face that is
@@ -39,7 +40,9 @@ public:
 /// What areas are filled with: one colour.
 class FRAMEWORK_API CBrush : public CGdiObject {
 public:
-    CBrush() = default;
+    CBrush() = default; ///< without a brush
+
+    /// A brush of that colour; m_hObject is null when the system has no memory.
     explicit CBrush(COLORREF color) { CreateSolidBrush(color); }
 
     /// False, and nothing changes, when there is a brush already or the system has no memory.

@@ -11,8 +11,8 @@ public:
     /// parent it is hidden until a host has placed its native handle.
     ErrorString Create(const CString& caption, CWnd* parent = nullptr, UINT id = 0);
 
-    bool GetCheck() const; ///< false for a push button
-    void SetCheck(bool isChecked);
+    bool GetCheck() const;         ///< of a check box; false for a push button
+    void SetCheck(bool isChecked); ///< of a check box
 
     /// Draws the button that Create() made, on item->hDC, which is good for the time of the call:
     /// CDC::Attach(). The base draws nothing. An exception that leaves it ends there.

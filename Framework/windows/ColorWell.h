@@ -8,11 +8,14 @@
 /// SetColor() on.
 class FRAMEWORK_API CColorWell : public CButton {
 public:
+    /// The colour, whether there is a window or not.
+    /// @{
     COLORREF GetColor() const { return m_color; }
     void SetColor(COLORREF color);
+    /// @}
 
     const AFX_MSGMAP* GetMessageMap() const override { return GetThisMessageMap(); }
-    static const AFX_MSGMAP* GetThisMessageMap();
+    static const AFX_MSGMAP* GetThisMessageMap(); ///< for maps of derived classes
 
 private:
     void OnClicked();

@@ -15,10 +15,10 @@ public:
 
     /// Returns its position from 0; -1 without a window. A text may be there several times.
     int AddString(const CString& text);
-    int GetCount() const;
+    int GetCount() const;                  ///< how many texts there are; 0 without a window
     CString GetLBText(int position) const; ///< empty for a position that there is not
 
     /// The selected position; -1 for none.
     int GetCurSel() const;
-    void SetCurSel(int position); ///< nothing happens for a position that there is not
+    void SetCurSel(int position); ///< -1 for none; nothing happens for a position that there is not
 };

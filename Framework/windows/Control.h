@@ -22,6 +22,8 @@ protected:
     using MakeControl =
         std::function<ErrorString(NativeToolkit& toolkit, NativeWindowOwner& owner, NativeWindow* parent,
                                   std::unique_ptr<NativeWindow>& control)>;
+
+    /// Makes the control by `make`, with that parent and number. The errors are those of CWnd::Create().
     ErrorString CreateOn(CWnd* parent, UINT id, const MakeControl& make);
 
 private:

@@ -13,14 +13,17 @@ class NativeDialog;
 /// One run through a dialog's controls, in one of two directions.
 class FRAMEWORK_API CDataExchange {
 public:
+    /// A run from the controls of `dialog` into its data (`save`), or the other way.
     CDataExchange(CDialog& dialog, bool save) : m_pDlgWnd(&dialog), m_bSaveAndValidate(save) {}
 
     /// Says at the edit field what is wrong with its text and gives it the keyboard; of another control,
     /// nothing is said. Only the first of a run counts; values of others are left alone from then on.
     void Fail(UINT id, const CString& message);
+
+    /// Whether a control had what is no value.
     bool HasFailed() const { return m_hasFailed; }
 
-    CDialog* const m_pDlgWnd;
+    CDialog* const m_pDlgWnd;      ///< whose controls they are
     const bool m_bSaveAndValidate; ///< from the controls into the data
 
 private:
@@ -65,7 +68,7 @@ public:
     bool UpdateData(bool save = true);
 
     const AFX_MSGMAP* GetMessageMap() const override { return GetThisMessageMap(); }
-    static const AFX_MSGMAP* GetThisMessageMap();
+    static const AFX_MSGMAP* GetThisMessageMap(); ///< for maps of derived classes
 
     /// Shows a message over the dialog, or for itself while that is not shown, until the user closes it:
     /// MB_OK or MB_YESNO, whose default is Yes, with MB_ICONQUESTION, MB_ICONERROR or no icon. The text is
@@ -83,6 +86,8 @@ protected:
 
     /// The base reads the controls and closes the dialog; it stays when one of them has what is no value.
     virtual void OnOK();
+
+    /// The base closes the dialog; nothing is read.
     virtual void OnCancel();
 
     /// DDX_... for each control. The base has none.
@@ -108,12 +113,10 @@ private:
 /// one. Of another kind than that, it can do what CWnd does. It may go before the dialog.
 FRAMEWORK_API void DDX_Control(CDataExchange* exchange, UINT id, CControl& control);
 
-// Values of controls. They are left alone when there is no such control, and once one of the run has failed.
-
-/// An edit field with any text.
+/// The value of an edit field with any text, of a check box, and the selected position of a drop-down list.
+/// `value` is left alone when there is no such control, and once one of the run has failed.
+/// @{
 FRAMEWORK_API void DDX_Text(CDataExchange* exchange, UINT id, CString& value);
-
 FRAMEWORK_API void DDX_Check(CDataExchange* exchange, UINT id, bool& value);
-
-/// The selected position of a drop-down list.
 FRAMEWORK_API void DDX_CBIndex(CDataExchange* exchange, UINT id, int& value);
+/// @}

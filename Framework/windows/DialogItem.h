@@ -10,6 +10,7 @@
 /// the letter by which the keyboard reaches a control, for what stands behind a LABEL in a FORM as well.
 /// Sizes come from the texts and the system's font. Tab goes through the controls in the order of the items.
 struct DialogItem {
+    /// How items are arranged, and the controls.
     enum Kind {
         COLUMN, ///< items below each other
         ROW,    ///< items beside each other
@@ -28,9 +29,9 @@ struct DialogItem {
         COLOR_WELL,
     };
 
-    Kind kind;
-    unsigned id = 0; ///< of a control: how CDialog finds it, different for each
-    std::wstring text{};
+    Kind kind;                       ///< what the item is
+    unsigned id = 0;                 ///< of a control: how CDialog finds it, different for each
+    std::wstring text{};             ///< the caption of a control, the title of a GROUP
     std::vector<DialogItem> items{}; ///< of the first four kinds
     bool isDisabled = false;         ///< at first
 };

@@ -10,7 +10,7 @@
 /// Pictures of one size for the rows of a list: swatches, each filled with one colour.
 class FRAMEWORK_API CImageList {
 public:
-    CImageList() = default;
+    CImageList() = default; ///< no pictures, of size 0
 
     /// The size of a picture in pixels.
     CImageList(int width, int height) : m_width(width), m_height(height) {}
@@ -18,8 +18,13 @@ public:
     /// The position from 0 of the swatch of that colour, which is added if it is not there yet.
     int Add(COLORREF color);
 
+    /// The size of a picture in pixels.
+    /// @{
     int Width() const { return m_width; }
     int Height() const { return m_height; }
+    /// @}
+
+    /// How many pictures there are.
     int GetImageCount() const { return static_cast<int>(m_colors.size()); }
 
     /// Throws std::out_of_range for a position that there is not.

@@ -23,15 +23,20 @@ public:
 
     /// Inserts before the row of that number, at the end for one beyond. A picture of -1 is none.
     void InsertItem(int row, const CString& text, int image = -1);
+
+    /// The text of a row in a column.
+    /// @{
     void SetItemText(int row, int column, const CString& text);
     CString GetItemText(int row, int column) const;
-    int GetItemImage(int row) const;
-    int GetItemCount() const;
-    void DeleteItem(int row) { DeleteItems(row, 1); }
+    /// @}
+
+    int GetItemImage(int row) const;                  ///< the picture's position; -1 for none
+    int GetItemCount() const;                         ///< how many rows there are
+    void DeleteItem(int row) { DeleteItems(row, 1); } ///< deletes one row
 
     /// Deletes `count` rows from that one on, in the time of one. Nothing happens when there are not so many.
     void DeleteItems(int first, int count);
-    void DeleteAllItems();
+    void DeleteAllItems(); ///< the columns stay
 
     /// Between false and true, nothing is drawn and nobody is told: filling a long list takes no longer than
     /// it must. No row is selected any more then; that is told at the end, if one was. The list stays

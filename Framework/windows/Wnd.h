@@ -24,7 +24,7 @@ struct tagDRAWITEMSTRUCT;
 /// window than this can never touch one that is gone.
 class FRAMEWORK_API MessageTarget {
 public:
-    MessageTarget();
+    MessageTarget(); ///< of no window; each CWnd makes its own
     ~MessageTarget();
 
     /// Leaves a message for the window, from any thread, and does not wait. The window gets it once, both
@@ -48,11 +48,13 @@ private:
 /// the host's or that of a dialog. Messages come out of each event loop of the thread, also out of one that
 /// runs inside WindowProc(). A host without an event loop has no use for windows.
 ///
+/// While there is no window, what is about it does nothing and gives what is empty or false.
+///
 /// Linux needs a QApplication from Create() on, and the module utilitydll/FrameworkWindows.so, which is
 /// looked for in the folder that this library was loaded from. Nothing else of the library needs Qt.
 class FRAMEWORK_API CWnd {
 public:
-    CWnd();
+    CWnd(); ///< without a window: see Create()
 
     /// Destroys the window as well; messages that wait for it are dropped. A window may be deleted in its
     /// WindowProc() and in each handler, and may live longer than the QApplication.
@@ -76,16 +78,18 @@ public:
     /// with the window it was placed in, or with the QApplication.
     void* NativeHandle() const;
 
-    // The following do nothing, and give what is empty or false, while there is no window.
-
     /// The caption of a dialog or button, the content of an edit field. In captions "&" is before the letter
     /// by which the keyboard reaches the control, and "&&" is an ampersand.
+    /// @{
     CString GetWindowTextW() const;
     void SetWindowTextW(const CString& text);
+    /// @}
 
     /// Whether the user can use it.
+    /// @{
     bool IsWindowEnabled() const;
     void EnableWindow(bool enable = true);
+    /// @}
 
     /// Gives it the keyboard.
     void SetFocus();
@@ -94,6 +98,7 @@ public:
     void Invalidate();
 
     /// As MessageTarget::Post(); for threads that know that this object is there.
+    /// @{
     bool PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     bool PostMessageW(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
         return m_target->Post(message, wParam, lParam);
@@ -101,6 +106,7 @@ public:
     bool PostMessageA(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
         return m_target->Post(message, wParam, lParam);
     }
+    /// @}
 
     /// For threads that may outlive this window. The same for as long as this object lives, whether there is
     /// a window or not.
@@ -109,7 +115,7 @@ public:
     /// What the class does about what controls tell. A class with entries overrides it, and adds its own
     /// GetThisMessageMap().
     virtual const AFX_MSGMAP* GetMessageMap() const { return GetThisMessageMap(); }
-    static const AFX_MSGMAP* GetThisMessageMap();
+    static const AFX_MSGMAP* GetThisMessageMap(); ///< for maps of derived classes
 
 protected:
     /// Called for each message that was posted, in the thread of the user interface. On Windows also for
@@ -134,6 +140,8 @@ protected:
 
     /// Has a backend make the window that this stands for from now on.
     using Make = std::function<ErrorString(NativeWindowOwner& owner, std::unique_ptr<NativeWindow>& window)>;
+
+    /// Makes the window by `make`. Success, and nothing happens, when there is one already.
     ErrorString CreateBy(const Make& make);
 
     /// Null when there is none.

@@ -21,11 +21,15 @@ public:
         *this = pos;
     }
 
+    /// The first integer of the ring, how many it has, and the position.
+    /// @{
     constexpr int Start() const noexcept { return m_start; }
     constexpr int Range() const noexcept { return m_range; }
     constexpr int operator*() const noexcept { return m_pos; }
+    /// @}
 
     /// Each brings the position into the new ring.
+    /// @{
     constexpr void SetStart(int start) noexcept {
         m_start = start;
         Normalize();
@@ -34,17 +38,24 @@ public:
         m_range = range;
         Normalize();
     }
+    /// @}
 
+    /// Goes to `pos`, brought into the ring.
     constexpr CircIterator& operator=(int pos) noexcept {
         m_pos = Normalized(pos);
         return *this;
     }
+
+    /// So many steps forward or backward at once, brought into the ring.
+    /// @{
     constexpr CircIterator& operator+=(int n) noexcept { return *this = GTL::ELEMENT::Sum(m_pos, n); }
     constexpr CircIterator& operator-=(int n) noexcept { return *this = GTL::ELEMENT::Difference(m_pos, n); }
     constexpr CircIterator operator+(int n) const noexcept { return CircIterator(*this) += n; }
     constexpr CircIterator operator-(int n) const noexcept { return CircIterator(*this) -= n; }
+    /// @}
 
     /// A step forward, from the last integer to the first.
+    /// @{
     constexpr CircIterator& operator++() noexcept {
         m_pos = GTL::ELEMENT::Sum(m_pos, 1);
         if (Offset() >= m_range) m_pos = m_start;
@@ -55,10 +66,12 @@ public:
         ++*this;
         return before;
     }
+    /// @}
 
     /// A step backward. The offset is compared with `start`, not with 0, and hosts rely on it: in a ring that
     /// starts at 0 the step wraps from the first integer to the last; where start > 0 it goes to the last
     /// already when the offset falls below start; where start < 0 it leaves the ring without a wrap.
+    /// @{
     constexpr CircIterator& operator--() noexcept {
         m_pos = GTL::ELEMENT::Difference(m_pos, 1);
         if (Offset() < m_start) m_pos = GTL::ELEMENT::Sum(m_start, GTL::ELEMENT::Difference(m_range, 1));
@@ -69,6 +82,7 @@ public:
         --*this;
         return before;
     }
+    /// @}
 
     /// Whether `pos`, brought into the ring, is the position; != is the negation.
     constexpr bool operator==(int pos) const noexcept { return Normalized(pos) == m_pos; }

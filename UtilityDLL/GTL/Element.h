@@ -11,6 +11,8 @@
 /// integers wrap at their width, so that no input is undefined behaviour.
 namespace GTL::ELEMENT {
 
+/// The sum, the difference and the product; an integer keeps the low bits of its width.
+/// @{
 template <typename T> constexpr T Sum(T a, T b) noexcept {
     if constexpr (std::is_integral_v<T>) {
         using Wrapping = std::make_unsigned_t<T>;
@@ -37,6 +39,7 @@ template <typename T> constexpr T Product(T a, T b) noexcept {
         return a * b;
     }
 }
+/// @}
 
 /// Integers divide toward zero; by 0 they give the lowest value, as a conversion of the infinite quotient
 /// would.

@@ -18,30 +18,39 @@ namespace GTL {
 /// A box that nothing was added to is not valid: its maximum lies below its minimum.
 template <typename T> class Extents2D {
 public:
-    using P = Point2D<T>;
+    using P = Point2D<T>; ///< a corner, and what is added
 
-    constexpr Extents2D() noexcept = default;
+    constexpr Extents2D() noexcept = default; ///< not valid
 
+    /// Whether the box holds anything: neither coordinate of its maximum is below that of its minimum.
     constexpr bool IsValid() const noexcept { return m_max.X() >= m_min.X() && m_max.Y() >= m_min.Y(); }
 
+    /// The lower left and the upper right corner, whether the box is valid or not.
+    /// @{
     constexpr const P& MinPnt() const noexcept { return m_min; }
     constexpr const P& MaxPnt() const noexcept { return m_max; }
+    /// @}
 
     /// The bare values, whether the box is valid or not.
+    /// @{
     constexpr T MinX() const noexcept { return m_min.X(); }
     constexpr T MinY() const noexcept { return m_min.Y(); }
     constexpr T MaxX() const noexcept { return m_max.X(); }
     constexpr T MaxY() const noexcept { return m_max.Y(); }
+    /// @}
 
-    /// 0 when the box is not valid.
+    /// The sides of the box; 0 when it is not valid.
+    /// @{
     constexpr T ExtentX() const noexcept { return IsValid() ? MaxX() - MinX() : T{0}; }
     constexpr T ExtentY() const noexcept { return IsValid() ? MaxY() - MinY() : T{0}; }
+    /// @}
 
     /// The middle of the two corners, whether the box is valid or not.
     constexpr P Center() const noexcept {
         return {MinX() + (MaxX() - MinX()) * T{0.5}, MinY() + (MaxY() - MinY()) * T{0.5}};
     }
 
+    /// INSIDE or OUTSIDE; INVALID when the box is not valid.
     constexpr CLS::CLASSIFICATION Classify(const P& p) const noexcept {
         if (!IsValid()) return CLS::INVALID;
         return Covers(p) ? CLS::INSIDE : CLS::OUTSIDE;
@@ -59,6 +68,7 @@ public:
 
     /// Grows to hold the point; a box that is not valid becomes the point. A coordinate that is NaN does not
     /// grow a valid box.
+    /// @{
     constexpr void Update(const P& p) noexcept {
         if (!IsValid()) [[unlikely]] {
             m_min = m_max = p;
@@ -70,6 +80,7 @@ public:
         m_max.Y(std::max(MaxY(), p.Y()));
     }
     constexpr void Update(T x, T y) noexcept { Update(P(x, y)); }
+    /// @}
 
     /// Grows to hold all the points, like adding them one by one, but faster.
     constexpr void Update(std::span<const P> points) noexcept {
@@ -88,6 +99,7 @@ public:
     }
 
     /// Grows to hold the other box; one that is not valid changes nothing.
+    /// @{
     constexpr void Update(const Extents2D& other) noexcept {
         if (!other.IsValid()) return;
         Update(other.m_min);
@@ -97,6 +109,9 @@ public:
         Update(other);
         return *this;
     }
+    /// @}
+
+    /// The box that holds both.
     constexpr Extents2D operator+(const Extents2D& other) const noexcept { return Extents2D(*this) += other; }
 
     /// Becomes the box around its four transformed corners; a box that is not valid stays as it is.

@@ -19,27 +19,36 @@ namespace GTL {
 /// points are carried and never compared.
 template <typename T> class Extents3D {
 public:
-    using P = Point3D<T>;
+    using P = Point3D<T>; ///< a corner, and what is added
 
-    constexpr Extents3D() noexcept = default;
+    constexpr Extents3D() noexcept = default; ///< not valid
 
+    /// Whether the box holds anything: x and y of its maximum are not below those of its minimum.
     constexpr bool IsValid() const noexcept { return m_max.X() >= m_min.X() && m_max.Y() >= m_min.Y(); }
 
+    /// The corners with the lowest and the highest values, whether the box is valid or not.
+    /// @{
     constexpr const P& MinPnt() const noexcept { return m_min; }
     constexpr const P& MaxPnt() const noexcept { return m_max; }
+    /// @}
 
     /// The bare values, whether the box is valid or not.
+    /// @{
     constexpr T MinX() const noexcept { return m_min.X(); }
     constexpr T MinY() const noexcept { return m_min.Y(); }
     constexpr T MinZ() const noexcept { return m_min.Z(); }
     constexpr T MaxX() const noexcept { return m_max.X(); }
     constexpr T MaxY() const noexcept { return m_max.Y(); }
     constexpr T MaxZ() const noexcept { return m_max.Z(); }
+    /// @}
 
-    /// 0 when the box is not valid. ExtentZ() of a valid box is negative when its z range is inverted.
+    /// The sides of the box; 0 when it is not valid. ExtentZ() of a valid box is negative when its z range is
+    /// inverted.
+    /// @{
     constexpr T ExtentX() const noexcept { return IsValid() ? MaxX() - MinX() : T{0}; }
     constexpr T ExtentY() const noexcept { return IsValid() ? MaxY() - MinY() : T{0}; }
     constexpr T ExtentZ() const noexcept { return IsValid() ? MaxZ() - MinZ() : T{0}; }
+    /// @}
 
     /// The middle of the two corners, with the attribute 0, whether the box is valid or not.
     constexpr P Center() const noexcept {
@@ -47,6 +56,7 @@ public:
                 MinZ() + (MaxZ() - MinZ()) * T{0.5}};
     }
 
+    /// INSIDE or OUTSIDE, with regard to z as well; INVALID when the box is not valid.
     constexpr CLS::CLASSIFICATION Classify(const P& p) const noexcept {
         if (!IsValid()) return CLS::INVALID;
         return Covers(p) ? CLS::INSIDE : CLS::OUTSIDE;
@@ -67,6 +77,7 @@ public:
 
     /// Grows to hold the point; a box that is not valid becomes the point, with its attribute. A coordinate
     /// that is NaN does not grow a valid box.
+    /// @{
     constexpr void Update(const P& p) noexcept {
         if (!IsValid()) [[unlikely]] {
             m_min = m_max = p;
@@ -80,6 +91,7 @@ public:
         m_max.Z(std::max(MaxZ(), p.Z()));
     }
     constexpr void Update(T x, T y, T z) noexcept { Update(P(x, y, z)); }
+    /// @}
 
     /// Grows to hold all the points, like adding them one by one, but faster.
     constexpr void Update(std::span<const P> points) noexcept {
@@ -100,6 +112,7 @@ public:
     }
 
     /// Grows to hold the other box; one that is not valid changes nothing.
+    /// @{
     constexpr void Update(const Extents3D& other) noexcept {
         if (!other.IsValid()) return;
         Update(other.m_min);
@@ -109,6 +122,9 @@ public:
         Update(other);
         return *this;
     }
+    /// @}
+
+    /// The box that holds both.
     constexpr Extents3D operator+(const Extents3D& other) const noexcept { return Extents3D(*this) += other; }
 
     /// Becomes the box around its eight transformed corners, which have the attribute 0; a box that is not

@@ -13,8 +13,13 @@ namespace GTL {
 template <typename P> class GeoPrimitiveBase {
 public:
     GeoPrimitiveBase() = default;
+
+    /// Shapes are copied with their corners.
+    /// @{
     GeoPrimitiveBase(const GeoPrimitiveBase&) = default;
     GeoPrimitiveBase& operator=(const GeoPrimitiveBase&) = default;
+    /// @}
+
     virtual ~GeoPrimitiveBase() = default;
 
     /// The corner itself, which may be changed. `index` is not checked: 0 to NumCorners() - 1.
@@ -23,6 +28,7 @@ public:
     /// Makes the corner a copy of `point` and returns it. `index` is not checked.
     virtual P& SetCorner(int index, const P& point) = 0;
 
+    /// How many corners the shape has.
     virtual int NumCorners() const = 0;
 
     /// INSIDE or OUTSIDE; the boundary is inside.
@@ -34,26 +40,34 @@ public:
     /// Grows `extents` to hold every corner, at z = 0.
     virtual void Update(Extents3D<double>& extents) const = 0;
 
+    /// The corner itself. `index` is not checked: 0 to NumCorners() - 1.
     virtual const P& Corner(int index) const = 0;
 };
 
 /// A shape that holds its N corners; exported for N = 4.
 template <typename P, int N> class GeoPrimitive : public GeoPrimitiveBase<P> {
 public:
+    /// The corner, which may be changed; `index` is not checked.
     P& Corner(int index) override { return m_corners[index]; }
-    P& SetCorner(int index, const P& point) override { return m_corners[index] = point; }
-    int NumCorners() const override { return N; }
 
+    /// Makes the corner a copy of `point`; `index` is not checked.
+    P& SetCorner(int index, const P& point) override { return m_corners[index] = point; }
+
+    int NumCorners() const override { return N; } ///< N
+
+    /// Transforms the N corners.
     void Transform(const Transformation<P>& transformation) override {
         for (P& corner : m_corners) transformation.Apply(corner);
     }
 
+    /// Grows `extents` to hold the N corners, at z = 0.
     void Update(Extents3D<double>& extents) const override {
         for (const P& corner : m_corners) {
             extents.Update(static_cast<double>(corner.X()), static_cast<double>(corner.Y()), 0.0);
         }
     }
 
+    /// The corner; `index` is not checked.
     const P& Corner(int index) const override { return m_corners[index]; }
 
 private:

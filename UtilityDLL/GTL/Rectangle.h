@@ -18,16 +18,20 @@ namespace GTL {
 /// them.
 template <typename P> class Rectangle : public GeoPrimitive<P, 4> {
 public:
-    using T = typename P::ElementType;
+    using T = typename P::ElementType; ///< of a corner's coordinate
 
     /// An empty rectangle at (0, 0).
     Rectangle() noexcept = default;
 
+    /// A rectangle with corner 0 at `origin` and the others where width, height and rotation put them.
     Rectangle(const P& origin, double width, double height, const Angle& rotation) noexcept;
 
+    /// What the rectangle was made with; the sides in the points' units.
+    /// @{
     T Width() const noexcept { return ELEMENT::FromDouble<T>(m_width); }
     T Height() const noexcept { return ELEMENT::FromDouble<T>(m_height); }
     const Angle& Rotation() const noexcept { return m_rotation; }
+    /// @}
 
     /// Whether the point lies within the sides or on them. Never INVALID: nothing is inside a rectangle with
     /// a negative side.

@@ -15,8 +15,13 @@ template <typename T> class Point3D;
 template <typename P> class Transformation {
 public:
     Transformation() = default;
+
+    /// Mappings of derived classes are copied with what they hold.
+    /// @{
     Transformation(const Transformation&) = default;
     Transformation& operator=(const Transformation&) = default;
+    /// @}
+
     virtual ~Transformation() = default;
 
     /// Moves `point` in place.

@@ -12,14 +12,20 @@
 /// to what the table holds where they happen to fall into it.
 class UTILITYDLL_API UnitType {
 public:
+    /// The units: millimetres, centimetres, metres, inches of 25.4 mm, feet of 12 inches.
     enum U_TYPE : std::int32_t { MM = 0, CM = 1, M = 2, INCHES = 3, FEET = 4 };
 
     /// Millimetres.
     constexpr UnitType() noexcept = default;
+
+    /// The unit of that number.
     constexpr UnitType(U_TYPE type) noexcept : m_type(type) {}
 
+    /// The unit.
+    /// @{
     constexpr U_TYPE GetType() const noexcept { return m_type; }
     constexpr void SetType(U_TYPE type) noexcept { m_type = type; }
+    /// @}
 
     /// "mm", "cm", "m", "inches" or "feet"; "UNKNOWN" for any other number.
     std::wstring AsString() const;

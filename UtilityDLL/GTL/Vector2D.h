@@ -8,15 +8,20 @@ namespace GTL {
 /// A planar displacement: what points differ by and are moved by.
 template <typename T> class Vector2D {
 public:
-    using ElementType = T;
+    using ElementType = T; ///< of a component
 
-    constexpr Vector2D() noexcept = default;
+    constexpr Vector2D() noexcept = default; ///< (0, 0)
+
+    /// A displacement by so much in x and in y.
     constexpr Vector2D(T x, T y) noexcept : m_x(x), m_y(y) {}
 
+    /// The components, in the caller's units.
+    /// @{
     constexpr T X() const noexcept { return m_x; }
     constexpr T Y() const noexcept { return m_y; }
     constexpr void X(T x) noexcept { m_x = x; }
     constexpr void Y(T y) noexcept { m_y = y; }
+    /// @}
 
 private:
     T m_x{};

@@ -10,11 +10,15 @@ namespace GTL {
 /// attribute of a point that is built from the vector. Every vector that an operation makes has w = 0.
 template <typename T> class Vector3D {
 public:
-    using ElementType = T;
+    using ElementType = T; ///< of a component
 
-    constexpr Vector3D() noexcept = default;
+    constexpr Vector3D() noexcept = default; ///< (0, 0, 0) with w = 0
+
+    /// A displacement by so much in x, y and z, with the attribute that it carries.
     constexpr Vector3D(T x, T y, T z, T w = T{}) noexcept : m_x(x), m_y(y), m_z(z), m_w(w) {}
 
+    /// The components, and the attribute.
+    /// @{
     constexpr T X() const noexcept { return m_x; }
     constexpr T Y() const noexcept { return m_y; }
     constexpr T Z() const noexcept { return m_z; }
@@ -23,6 +27,7 @@ public:
     constexpr void Y(T y) noexcept { m_y = y; }
     constexpr void Z(T z) noexcept { m_z = z; }
     constexpr void W(T w) noexcept { m_w = w; }
+    /// @}
 
     /// The direction of (x, y) from the +y axis toward the +x axis: clockwise on a map with north up. 0 for a
     /// vector without a planar part.
@@ -39,16 +44,22 @@ public:
     /// Divides x, y and z by the length; NaN for a vector without length.
     void Normalize() noexcept { *this /= Length(); }
 
+    /// The cross product, with w = 0.
     Vector3D Cross(const Vector3D& other) const noexcept;
+
+    /// The scalar product of x, y and z.
     T Dot(const Vector3D& other) const noexcept;
 
     /// A scalar on each of x, y and z, in place; w is kept.
+    /// @{
     constexpr Vector3D& operator+=(T scalar) noexcept { return Assign(*this + scalar); }
     constexpr Vector3D& operator-=(T scalar) noexcept { return Assign(*this - scalar); }
     constexpr Vector3D& operator*=(T scalar) noexcept { return Assign(*this * scalar); }
     constexpr Vector3D& operator/=(T scalar) noexcept { return Assign(*this / scalar); }
+    /// @}
 
-    /// The same as a new vector, with w = 0.
+    /// A scalar on each of x, y and z: a new vector, with w = 0.
+    /// @{
     constexpr Vector3D operator+(T scalar) const noexcept {
         return {m_x + scalar, m_y + scalar, m_z + scalar};
     }
@@ -61,6 +72,7 @@ public:
     constexpr Vector3D operator/(T scalar) const noexcept {
         return {m_x / scalar, m_y / scalar, m_z / scalar};
     }
+    /// @}
 
 private:
     constexpr Vector3D& Assign(const Vector3D& xyz) noexcept {

@@ -17,7 +17,7 @@
 /// is better given to a label that names the button. A disabled button looks the same.
 class UTILITYDLL_API ColorButton : public CButton {
 public:
-    ColorButton();
+    ColorButton(); ///< black, without a window
     ~ColorButton() override;
 
     /// The colour reference, black at first: red in bits 0 to 7, green 8 to 15, blue 16 to 23. Bits 24 to 31
@@ -37,7 +37,7 @@ public:
     void DrawItem(LPDRAWITEMSTRUCT item) override;
 
     const AFX_MSGMAP* GetMessageMap() const override { return GetThisMessageMap(); }
-    static const AFX_MSGMAP* GetThisMessageMap();
+    static const AFX_MSGMAP* GetThisMessageMap(); ///< for maps of derived classes
 
 protected:
     void OnClicked(); ///< has the user choose

@@ -19,9 +19,12 @@ concept PaletteIndex = ColorNumber<Number> && std::signed_integral<decltype(+Num
 /// saturated colours are not exactly half (index 11 is FF827F).
 class UTILITYDLL_API DXFColor {
 public:
+    /// The colours of the palette that have names, index 0 to 7.
+    /// @{
     static const DXFColor _BLACK, _RED, _YELLOW, _GREEN, _CYAN, _BLUE, _MAGENTA, _WHITE; // 0 to 7
+    /// @}
 
-    constexpr DXFColor() = default;
+    constexpr DXFColor() = default; ///< index 0
 
     /// An index; 0 for one outside 0 to 255.
     template <PaletteIndex Number>
@@ -37,22 +40,31 @@ public:
     /// The index nearest to a colour reference.
     template <ColorNumber Number> DXFColor(Number colorref) : DXFColor(RGBColor(colorref)) {}
 
+    /// The index, from 0 to 255.
+    /// @{
     constexpr int Index() const { return m_index; }
     constexpr operator int() const { return m_index; }
+    /// @}
 
-    /// The palette's colour of the index.
+    /// The palette's colour of the index, also as a colour reference.
+    /// @{
     operator RGBColor() const { return RGBColor(static_cast<unsigned long>(*this)); }
     operator unsigned long() const;
+    /// @}
 
+    /// Whether the indices are equal.
     constexpr bool operator==(const DXFColor& other) const = default;
 
-    /// With a number as it is taken above: an index is compared with this one's, and one outside the palette
-    /// equals none; a colour reference is compared with the palette's colour of the index, as a colour is.
+    /// With a number as the constructors take one: an index is compared with this one's, and one outside the
+    /// palette equals none; a colour reference is compared with the palette's colour of the index, as a
+    /// colour is.
+    /// @{
     template <PaletteIndex Number> constexpr bool operator==(Number index) const { return +index == m_index; }
     template <ColorNumber Number> bool operator==(Number colorref) const {
         return *this == RGBColor(colorref);
     }
     bool operator==(const RGBColor& color) const { return static_cast<RGBColor>(*this) == color; }
+    /// @}
 
 private:
     static int NearestIndex(const RGBColor& color);

@@ -44,6 +44,7 @@ public:
     bool operator==(const DXFColorTable& other) const { return ColorTable::operator==(other); }
 
 protected:
+    /// What operator[] gives.
     DXFColor GetDXFColor(double value) const;
 
     /// The same among the entries `low` to `high`, of which the first has to be at or below `value`.

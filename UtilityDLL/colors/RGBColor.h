@@ -20,7 +20,7 @@ concept ColorNumber = std::integral<Number> ||
 /// 23. Bits 24 and above are ignored when reading and written as 0.
 class RGBColor {
 public:
-    constexpr RGBColor() = default;
+    constexpr RGBColor() = default; ///< black
 
     /// Each component keeps its low eight bits: 256 gives 0 and -1 gives 255.
     constexpr RGBColor(int red, int green, int blue)
@@ -32,19 +32,26 @@ public:
         : RGBColor(static_cast<int>(colorref & 0xFF), static_cast<int>(colorref >> 8 & 0xFF),
                    static_cast<int>(colorref >> 16 & 0xFF)) {}
 
+    /// The components, 0 to 255.
+    /// @{
     constexpr int Red() const { return m_red; }
     constexpr int Green() const { return m_green; }
     constexpr int Blue() const { return m_blue; }
+    /// @}
 
     /// As the constructor, these keep the low eight bits.
+    /// @{
     constexpr void SetRed(int red) { m_red = Component(red); }
     constexpr void SetGreen(int green) { m_green = Component(green); }
     constexpr void SetBlue(int blue) { m_blue = Component(blue); }
+    /// @}
 
+    /// The colour reference.
     constexpr operator unsigned long() const {
         return static_cast<unsigned long>(m_red | m_green << 8 | m_blue << 16);
     }
 
+    /// Whether all components are equal.
     constexpr bool operator==(const RGBColor& other) const = default;
 
     /// With the colour of a colour reference.
@@ -52,6 +59,7 @@ public:
         return *this == RGBColor(colorref);
     }
 
+    /// The largest component.
     static constexpr int MAX_VALUE() { return 255; }
 
     /// The grey of the same brightness, 0.3 red + 0.59 green + 0.11 blue truncated; a grey stays as it is.

@@ -27,15 +27,17 @@ class UTILITYDLL_API ContourDefinitionList {
 public:
     /// One contour. Its level identifies it within a list.
     struct ContourDefInfo {
-        float lineWidth = 0.0f;
-        int lineType = 0; ///< 0 continuous, 1 dashed, 2 dotted; any other number is saved as continuous
-        double level = 0.0;
+        float lineWidth = 0.0f; ///< in the plot's unit
+        int lineType = 0;       ///< 0 continuous, 1 dashed, 2 dotted; any other number is saved as continuous
+        double level = 0.0;     ///< in the chart's depth unit
         std::uint32_t trueColor = 0; ///< colour reference
         bool annotate = false;       ///< whether the contour is labelled
 
+        /// Exact. A level that is NaN equals nothing.
         bool operator==(const ContourDefInfo& other) const = default;
     };
 
+    /// How many records there are.
     int NumContours() const { return static_cast<int>(m_contours.size()); }
 
     /// The record at that position, from 0. Positions outside 0 to NumContours() - 1 are the caller's error.
@@ -60,8 +62,10 @@ public:
     bool Remove(int first, int count);
 
     /// The position of the record with exactly that level, or -1.
+    /// @{
     int Find(const ContourDefInfo& info) const { return Find(info.level); }
     int Find(double level) const;
+    /// @}
 
     /// Replaces the list by the multiples of `step` from `minimum` to `maximum`, with default fields. Each
     /// level is the one before plus `step`, so that rounding decides whether a maximum that is a multiple is
@@ -71,6 +75,8 @@ public:
     /// number is NaN or the minimum infinite, there are more than MAX_GENERATED levels, or adding the step
     /// does not change a level any more.
     bool Generate(double minimum, double maximum, double step);
+
+    /// How many levels Generate() makes at most.
     static constexpr int MAX_GENERATED = 10000000;
 
     /// Replaces the list by one record for each entry of the table, in its order and without a search for

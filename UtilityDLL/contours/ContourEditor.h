@@ -24,8 +24,9 @@ class ContourEditing;
 /// beyond a `float`.
 class UTILITYDLL_API CEditContourDlg : public CDialog {
 public:
-    using Contour = ContourDefinitionList::ContourDefInfo;
+    using Contour = ContourDefinitionList::ContourDefInfo; ///< what is edited
 
+    /// The dialog for a copy of `contour`, over `parent`. DoModal() shows it.
     explicit CEditContourDlg(const Contour& contour, CWnd* parent = nullptr);
     ~CEditContourDlg() override;
 
@@ -33,7 +34,7 @@ public:
     const Contour& Get() const { return m_contour; }
 
     const AFX_MSGMAP* GetMessageMap() const override { return GetThisMessageMap(); }
-    static const AFX_MSGMAP* GetThisMessageMap();
+    static const AFX_MSGMAP* GetThisMessageMap(); ///< for maps of derived classes
 
 protected:
     void DoDataExchange(CDataExchange* exchange) override;
@@ -52,13 +53,16 @@ private:
 /// is asked of ContourDefinitionList::Generate().
 class UTILITYDLL_API CContourGenerationDlg : public CDialog {
 public:
+    /// The dialog with empty fields, over `parent`. DoModal() shows it.
     explicit CContourGenerationDlg(CWnd* parent = nullptr);
     ~CContourGenerationDlg() override;
 
-    // What the user wrote, after OK; 0 before.
+    /// What the user wrote, after OK; 0 before.
+    /// @{
     double Lowest() const { return m_lowest; }
     double Highest() const { return m_highest; }
     double Interval() const { return m_interval; }
+    /// @}
 
 protected:
     void DoDataExchange(CDataExchange* exchange) override;
@@ -97,20 +101,24 @@ public:
     bool HasSaved() const { return m_hasSaved; }
 
     const AFX_MSGMAP* GetMessageMap() const override { return GetThisMessageMap(); }
-    static const AFX_MSGMAP* GetThisMessageMap();
+    static const AFX_MSGMAP* GetThisMessageMap(); ///< for maps of derived classes
 
 protected:
     void OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;
     void OnOK() override;
 
+    /// What the buttons do; OnEditContour() is for a double click in the list as well.
+    /// @{
     void OnAddContour();
-    void OnEditContour(); // also on a double click in the list
+    void OnEditContour();
     void OnRemoveContour();
     void OnGenerateFromRange();
     void OnGenerateFromColorTable();
-    void OnClickContourListCtrl();
-    void SetAddRemoveButtonState();
+    /// @}
+
+    void OnClickContourListCtrl();  ///< comes with a new selection
+    void SetAddRemoveButtonState(); ///< lets the buttons be pressed that have something to do
 
 private:
     /// Shows the list anew; the row of that level, if `select` and there is one, is selected.

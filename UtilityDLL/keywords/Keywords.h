@@ -20,6 +20,7 @@ struct CKeyword {
     std::wstring value;         ///< the text that replaces the placeholder
     std::wstring name;          ///< without the percent signs
 
+    /// All fields, the count and the host's included.
     bool operator==(const CKeyword& other) const = default;
 };
 
@@ -36,24 +37,35 @@ struct CKeyword {
 /// more than eight keywords that it may rename.
 class UTILITYDLL_API CKeywords {
 public:
-    CKeywords() = default;
+    CKeywords() = default; ///< no keywords
+
+    /// Copies are independent: pointers to keywords of one do not lead into the other.
+    /// @{
     CKeywords(const CKeywords& other) : m_keywords(other.m_keywords), m_index(IndexOf(m_keywords)) {}
     CKeywords(CKeywords&& other) = default;
     // By a new set: keywords that were overwritten in place could still be renamed through old pointers.
     CKeywords& operator=(const CKeywords& other) { return *this = CKeywords(other); }
     CKeywords& operator=(CKeywords&& other) = default;
+    /// @}
+
     virtual ~CKeywords() = default;
 
+    /// How many keywords there are.
     int GetSize() const { return static_cast<int>(m_keywords.size()); }
 
     /// The first keyword of that name, or the one at that position from 0; null when there is none.
+    /// @{
     CKeyword* GetKeyword(const std::wstring& name);
     CKeyword* GetKeyword(int index);
     const CKeyword* GetKeywordConst(const std::wstring& name) const;
     const CKeyword* GetKeywordConst(int index) const;
+    /// @}
 
+    /// Removes all keywords, or sets all their counts to 0.
+    /// @{
     void Clear();
     void ClearRefCount();
+    /// @}
 
     /// Adds the count of `keyword` to the keyword of that name, whose value stays, or appends a copy. A null
     /// pointer changes nothing.
@@ -101,14 +113,19 @@ public:
     ErrorString Read(const Section& section);
 
     /// Whether the application fills a keyword of that name by itself, in any layout or in a plot's.
+    /// @{
     static bool IsPredefinedKeyword(const std::wstring& name);
     static bool IsPredefinedPlotKeyword(const std::wstring& name);
+    /// @}
 
     /// Does nothing.
     void Dump() const {}
 
+    /// The names that IsPredefinedKeyword() and IsPredefinedPlotKeyword() know.
+    /// @{
     static const std::wstring PredefinedKeywordKeys[9];
     static const std::wstring PredefinedPlotKeywordKeys[1];
+    /// @}
 
 private:
     using Sequence = std::deque<CKeyword>;

@@ -11,16 +11,25 @@
 /// and values match exactly, letter case included.
 class UTILITYDLL_API CListKeyword {
 public:
-    CListKeyword() = default;
+    CListKeyword() = default; ///< no name and no choices
+
+    /// Copies are independent.
+    /// @{
     CListKeyword(const CListKeyword& other) = default;
     CListKeyword(CListKeyword&& other) = default;
     CListKeyword& operator=(const CListKeyword& other) = default;
     CListKeyword& operator=(CListKeyword&& other) = default;
+    /// @}
+
     virtual ~CListKeyword() = default;
 
+    /// The keyword that the choices are for.
+    /// @{
     std::wstring GetName() const { return m_name; }
     void SetName(const std::wstring& name) { m_name = name; }
+    /// @}
 
+    /// How many choices there are.
     int GetSize() const { return static_cast<int>(m_values.size()); }
 
     /// The choice at that position, from 0; an empty text when there is none.
@@ -47,13 +56,16 @@ private:
 /// Process-wide, made on first use. Not locked: every call belongs to one thread.
 class UTILITYDLL_API CListKeywords {
 public:
+    /// The lists of the process.
     static CListKeywords& Get();
     virtual ~CListKeywords() = default;
 
     /// The first list of that name, or the one at that position from 0; null when there is none. The pointer
     /// holds as long as the process.
+    /// @{
     CListKeyword* GetListKeyword(const std::wstring& name);
     CListKeyword* GetListKeyword(int index);
+    /// @}
 
 protected:
     /// Not loaded yet. For a set of its own, beside the process-wide one.

@@ -45,8 +45,10 @@ public:
 
     /// Where the placeholder begins and where the text goes on behind it, both percent signs included. Of a
     /// wrapped one this is the last piece.
+    /// @{
     std::size_t Begin() const { return m_begin; }
     std::size_t End() const { return m_end; }
+    /// @}
 
     /// Whether the name begins with characters of earlier lines.
     bool IsWrapped() const { return !m_wrapped.empty(); }

@@ -14,28 +14,35 @@ public:
     enum label_orientation : std::int32_t {
         OPTIMUM_TEXT_ANGLE, ///< never upside down: see TextInfo::OptTextAngle
         LOW_TO_HIGH,        ///< from low to high contour values
-        HIGH_TO_LOW,
+        HIGH_TO_LOW,        ///< from high to low contour values
     };
 
+    /// A value. At first contours are generated, with labels 20 apart, none left out, and no smoothing
+    /// (window 0, one pass).
+    /// @{
     ContourInfo() = default;
     ContourInfo(const ContourInfo& other) = default;
     ContourInfo& operator=(const ContourInfo& other) = default;
+    /// @}
+
     virtual ~ContourInfo() = default;
 
-    bool GetEnableContouring() const { return m_enableContouring; }
+    bool GetEnableContouring() const { return m_enableContouring; }     ///< whether contours are generated
     float GetLabelSpacing() const { return m_labelSpacing; }            ///< along a line
     double GetSuppressionLength() const { return m_suppressionLength; } ///< shorter contours are left out
     int GetSmoothingWindow() const { return m_smoothingWindow; }        ///< meant to be 0 to 8
-    int GetSmoothingPasses() const { return m_smoothingPasses; }
-    label_orientation GetLabelOrientation() const { return m_labelOrientation; }
+    int GetSmoothingPasses() const { return m_smoothingPasses; }        ///< how often a line is smoothed
+    label_orientation GetLabelOrientation() const { return m_labelOrientation; } ///< how labels are turned
 
     /// All are stored as given.
+    /// @{
     void SetEnableContouring(bool enable) { m_enableContouring = enable; }
     void SetLabelSpacing(float spacing) { m_labelSpacing = spacing; }
     void SetSuppressionLength(double length) { m_suppressionLength = length; }
     void SetSmoothingWindow(int window) { m_smoothingWindow = window; }
     void SetSmoothingPasses(int passes) { m_smoothingPasses = passes; }
     void SetLabelOrientation(label_orientation orientation) { m_labelOrientation = orientation; }
+    /// @}
 
     /// Tolerant in spacing and length (MATH::equal), exact in the rest.
     bool operator==(const ContourInfo& other) const;
@@ -47,8 +54,10 @@ public:
     /// Read() is false every time: do not take its result for an error. An orientation's name counts in its
     /// exact letter case; any other text, and a missing key, gives OPTIMUM_TEXT_ANGLE. The other fields keep
     /// their values where their key is missing. Write() is always true.
+    /// @{
     bool Read(const Section& section);
     bool Write(Section& section) const;
+    /// @}
 
 private:
     template <typename Exchange, typename Record> static bool Fields(Exchange field, Record& record);

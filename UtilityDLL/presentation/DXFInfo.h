@@ -13,14 +13,18 @@
 /// drawing's unit.
 class UTILITYDLL_API DXFInfo {
 public:
-    float Width() const { return m_width; }
+    float Width() const { return m_width; }         ///< in the drawing's unit
     unsigned long Color() const { return m_color; } ///< a colour reference
     int ColorMode() const { return m_colorMode; }   ///< how the exporter colours the line; its own number
 
     /// Stores the absolute value.
     void SetWidth(float width) { m_width = std::fabs(width); }
+
+    /// Stored as given; of a colour 32 bits.
+    /// @{
     void SetColor(unsigned long color) { m_color = static_cast<std::uint32_t>(color); }
     void SetColorMode(int colorMode) { m_colorMode = colorMode; }
+    /// @}
 
     /// Exact.
     bool operator==(const DXFInfo& other) const = default;
@@ -28,8 +32,10 @@ public:
     /// Keys: DXFLineColor (DXF index), DXFLineTrueColor, DXFLineWidth, DXFColorMode. Always true. A missing
     /// DXFLineColor counts as index 0; the other fields keep their values where their key is missing.
     /// DXFLineTrueColor goes before DXFLineColor.
+    /// @{
     bool Read(const Section& section);
     bool Write(Section& section) const;
+    /// @}
 
     /// "width,index,mode,color", as in "0,0,0,0". A colour reference above 2147483647 comes back as
     /// 2147483647.

@@ -23,7 +23,7 @@ public:
         LOWERED_DECIMALS, ///< the same, lowered by a third of the text's size, as charts print soundings
     };
 
-    /// What of the label stands on its position. Other numbers, here and above, count as 0.
+    /// What of the label stands on its position. Other numbers, as of PRESENTATION, count as 0.
     enum PLACEMENT : std::int32_t {
         DECIMAL_POINT, ///< the seam of whole part and decimals; in height, the whole part's justification
         WHOLE_PART,    ///< the centre of the whole part, whatever the justification
@@ -31,6 +31,8 @@ public:
                        ///< part's); IN_LINE the label is one text
     };
 
+    /// TextInfo's defaults, two decimals in line with the decimal point on the position, in the text's
+    /// colour, and rotated by hosts.
     DepthLabelInfo() = default;
 
     /// This text style, and the defaults for the rest. To give a label another text style and keep the rest,
@@ -38,15 +40,18 @@ public:
     explicit DepthLabelInfo(const TextInfo& text) : TextInfo(text) {}
 
     int Precision() const { return m_precision; } ///< decimals; below 0 is 0 and above 300 is 300
-    PRESENTATION Presentation() const { return m_presentation; }
-    PLACEMENT Placement() const { return m_placement; }
+    PRESENTATION Presentation() const { return m_presentation; } ///< how the decimals look
+    PLACEMENT Placement() const { return m_placement; }          ///< what stands on the position
     bool UseTextColor() const { return m_useTextColor; }         ///< draw in the text's colour
     bool AutoTextRotation() const { return m_autoTextRotation; } ///< hosts rotate the label by themselves
+
+    /// Whether the numbers of heights above the water are underlined.
     bool GetUnderlineDryingHeights() const { return m_underlineDryingHeights; }
     bool GetNoDecimalZeros() const { return m_noDecimalZeros; } ///< no decimals when they are all zeros
     bool GetSignIsInverted() const { return m_signIsInverted; } ///< depths are negative
 
     /// All are stored as given.
+    /// @{
     void SetPrecision(int precision) { m_precision = precision; }
     void SetPresentation(PRESENTATION presentation) { m_presentation = presentation; }
     void SetPlacement(PLACEMENT placement) { m_placement = placement; }
@@ -55,6 +60,7 @@ public:
     void SetUnderlineDryingHeights(bool underline) { m_underlineDryingHeights = underline; }
     void SetNoDecimalZeros(bool noZeros) { m_noDecimalZeros = noZeros; }
     void SetSignIsInverted(bool inverted) { m_signIsInverted = inverted; }
+    /// @}
 
     /// As TextInfo's, and exact in the rest. GetSignIsInverted() does not count. A label and a text style are
     /// compared as text styles.

@@ -11,9 +11,14 @@
 /// to the drawing clients.
 class UTILITYDLL_API GeoGridInfo {
 public:
+    /// A value. At first black lines two seconds of arc apart, grid style 1, and labels of style 0 with two
+    /// decimals.
+    /// @{
     GeoGridInfo() = default;
     GeoGridInfo(const GeoGridInfo& other) = default;
     GeoGridInfo& operator=(const GeoGridInfo& other) = default;
+    /// @}
+
     virtual ~GeoGridInfo() = default;
 
     unsigned long GridColor() const { return m_gridColor; } ///< a colour reference
@@ -22,12 +27,16 @@ public:
 
     /// Whether the letter of the hemisphere stands behind the value.
     bool TrailingHemisphereIndicator() const { return m_trailingHemisphereIndicator; }
+
+    /// Whether labels have the signs of degrees, minutes and seconds.
     bool DegMinSecSymbols() const { return m_degMinSecSymbols; }
-    int GridStyle() const { return m_gridStyle; }
+
+    int GridStyle() const { return m_gridStyle; }        ///< how lines are drawn
     double LatInterval() const { return m_latInterval; } ///< in degrees, between lines of latitude
     double LonInterval() const { return m_lonInterval; } ///< in degrees, between lines of longitude
 
     /// All are stored as given, but the intervals as absolute values.
+    /// @{
     void GridColor(const unsigned long& color) { m_gridColor = static_cast<std::uint32_t>(color); }
     void LatLonStyle(int style) { m_latLonStyle = style; }
     void LatLonDecimals(int decimals) { m_latLonDecimals = decimals; }
@@ -36,6 +45,7 @@ public:
     void GridStyle(int style) { m_gridStyle = style; }
     void LatInterval(double degrees) { m_latInterval = std::fabs(degrees); }
     void LonInterval(double degrees) { m_lonInterval = std::fabs(degrees); }
+    /// @}
 
     /// Tolerant in the intervals (MATH::equal), exact in the rest.
     bool operator==(const GeoGridInfo& other) const;
@@ -45,8 +55,10 @@ public:
     /// GridTrueColor. Always true. A missing GridColor counts as index 0; the other fields keep their values
     /// where their key is missing. GridTrueColor goes before GridColor. Intervals are read as absolute
     /// values.
+    /// @{
     bool Read(const Section& section);
     bool Write(Section& section) const;
+    /// @}
 
 private:
     template <typename Exchange, typename Record> static bool Fields(Exchange field, Record& record);

@@ -12,21 +12,26 @@
 /// How a line is drawn on the screen and on a plot. The width is in the plot's unit.
 class UTILITYDLL_API LineInfo {
 public:
+    /// How a line is interrupted; SOLID at first. Files have the names of STYLEDESCRIPTIONS.
     enum LINESTYLE : std::int32_t { SOLID, DASHED, DOT, DASH_DOT };
 
     /// The name of each style, by its value; files carry these.
     static const wchar_t* const STYLEDESCRIPTIONS[4];
 
-    float Width() const { return m_width; }
+    float Width() const { return m_width; }         ///< in the plot's unit; 0.1 at first
     unsigned long Color() const { return m_color; } ///< a colour reference
-    LINESTYLE Style() const { return m_style; }
-    bool Enable() const { return m_enable; } ///< whether the line is drawn
+    LINESTYLE Style() const { return m_style; }     ///< how the line is interrupted
+    bool Enable() const { return m_enable; }        ///< whether the line is drawn
 
     /// Stores the absolute value.
     void SetWidth(float width) { m_width = std::fabs(width); }
+
+    /// Stored as given; of a colour 32 bits.
+    /// @{
     void SetColor(unsigned long color) { m_color = static_cast<std::uint32_t>(color); }
     void SetStyle(LINESTYLE style) { m_style = style; }
     void SetEnable(bool enable) { m_enable = enable; }
+    /// @}
 
     /// The style's name; empty for a value without one.
     std::wstring StyleStr() const;
@@ -40,8 +45,10 @@ public:
     /// Keys: LineColor (DXF index), LineWidth, LineStyle (name), LineTrueColor, Enable. Always true. A
     /// missing LineColor counts as index 0 and an unknown or missing LineStyle as SOLID; the other fields
     /// keep their values where their key is missing. LineTrueColor goes before LineColor.
+    /// @{
     bool Read(const Section& section);
     bool Write(Section& section) const;
+    /// @}
 
     /// "width,index,style,color,enable", as in "0.1,0,Solid Line,0,1". A colour reference above 2147483647
     /// comes back as 2147483647.

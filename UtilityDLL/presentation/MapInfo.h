@@ -7,6 +7,9 @@
 /// How an electronic chart layer is displayed. What the numbers mean is up to the chart clients.
 class UTILITYDLL_API CMapInfo {
 public:
+    /// The numbers of the chart clients, and what is shown. At first 0, 0 and 2; generic text, contours and
+    /// boundaries are shown, and clutter is avoided.
+    /// @{
     int SymbolizationType() const { return m_symbolizationType; }
     int ScaleLevel() const { return m_scaleLevel; }
     int DisplayType() const { return m_displayType; }
@@ -16,8 +19,10 @@ public:
     bool LightsInfo() const { return m_lightsInfo; }
     bool AntiCluttering() const { return m_antiCluttering; }
     bool Boundaries() const { return m_boundaries; }
+    /// @}
 
     /// All are stored as given.
+    /// @{
     void SetSymbolizationType(int type) { m_symbolizationType = type; }
     void SetScaleLevel(int level) { m_scaleLevel = level; }
     void SetDisplayType(int type) { m_displayType = type; }
@@ -27,6 +32,7 @@ public:
     void SetLightsInfo(bool show) { m_lightsInfo = show; }
     void SetAntiCluttering(bool enable) { m_antiCluttering = enable; }
     void SetBoundaries(bool show) { m_boundaries = show; }
+    /// @}
 
     /// Exact.
     bool operator==(const CMapInfo& other) const = default;
@@ -34,8 +40,10 @@ public:
     /// Keys: SymbolizationType, ScaleLevel, DisplayType, ShowTextGeneric, ShowTextOther, ShowChartContour,
     /// ShowLightsInfo, AntiCluttering, ShowBoundaries. Always true. Fields keep their values where their key
     /// is missing.
+    /// @{
     bool Read(const Section& section);
     bool Write(Section& section) const;
+    /// @}
 
 private:
     template <typename Exchange, typename Record> static bool Fields(Exchange field, Record& record);

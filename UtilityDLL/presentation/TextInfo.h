@@ -16,15 +16,19 @@ class UTILITYDLL_API TextInfo {
 public:
     /// A set of flags; every combination, 0 to 7, is valid.
     enum STYLE : std::int32_t { REGULAR = 0, BOLD = 1, ITALIC = 2, UNDERLINE = 4 };
+    /// Sets of flags, combined bit by bit.
+    /// @{
     friend constexpr STYLE operator|(STYLE a, STYLE b) { return STYLE(+a | +b); }
     friend constexpr STYLE operator&(STYLE a, STYLE b) { return STYLE(+a & +b); }
     friend constexpr STYLE operator~(STYLE a) { return STYLE(~+a); }
     friend constexpr STYLE& operator|=(STYLE& a, STYLE b) { return a = a | b; }
     friend constexpr STYLE& operator&=(STYLE& a, STYLE b) { return a = a & b; }
+    /// @}
 
-    /// Which point of the text box sits on the insertion point. The numbers are stored in files.
+    /// Which point of the text box sits on the insertion point: 0 to 7 anticlockwise round the box. The
+    /// numbers are stored in files.
     enum JUSTIFICATION : std::int32_t {
-        BOTTOM_LEFT, // 0 to 7: anticlockwise round the box
+        BOTTOM_LEFT,
         BOTTOM_CENTER,
         BOTTOM_RIGHT,
         MIDDLE_RIGHT,
@@ -50,19 +54,21 @@ protected:
 public:
     virtual ~TextInfo() = default;
 
-    /// Arial 2.5, regular, black, bottom left, without rotation.
+    /// A value. At first Arial 2.5, regular, black, bottom left, without rotation.
+    /// @{
     TextInfo() = default;
     TextInfo(const TextInfo& other) = default;
     TextInfo(TextInfo&& other) = default;
     TextInfo& operator=(const TextInfo& other) = default;
     TextInfo& operator=(TextInfo&& other) = default;
+    /// @}
 
-    const std::wstring& Font() const { return m_font; } ///< the face's name
-    float Size() const { return m_size; }               ///< the text's height
-    STYLE Style() const { return m_style; }
-    ANNOTATION Annotation() const { return m_annotation; }
-    const Angle& Rotation() const { return m_rotation; } ///< the text's direction
-    JUSTIFICATION Justification() const { return m_justification; }
+    const std::wstring& Font() const { return m_font; }             ///< the face's name
+    float Size() const { return m_size; }                           ///< the text's height
+    STYLE Style() const { return m_style; }                         ///< a set of flags
+    ANNOTATION Annotation() const { return m_annotation; }          ///< what is annotated
+    const Angle& Rotation() const { return m_rotation; }            ///< the text's direction
+    JUSTIFICATION Justification() const { return m_justification; } ///< the insertion point
 
     /// False for a justification without a name.
     bool IsOnBaseline() const {
@@ -71,22 +77,26 @@ public:
 
     const unsigned long& Color() const { return m_color; } ///< a colour reference
     float RectWidth() const { return m_rectWidth; }        ///< what multi-line text is wrapped into
-    bool MultiLine() const { return m_multiLine; }
+    bool MultiLine() const { return m_multiLine; }         ///< whether the text is wrapped
 
     /// An empty name gives "Arial".
     void SetFont(const std::wstring& font);
 
     /// Both store the absolute value.
+    /// @{
     void SetSize(float size) { m_size = std::fabs(size); }
     void SetRectWidth(float width) { m_rectWidth = std::fabs(width); }
+    /// @}
 
-    /// The rest is stored as given.
+    /// Stored as given; of a colour 32 bits.
+    /// @{
     void SetStyle(STYLE style) { m_style = style; }
     void SetAnnotation(ANNOTATION annotation) { m_annotation = annotation; }
     void SetRotation(const Angle& rotation) { m_rotation = rotation; }
     void SetJustification(JUSTIFICATION justification) { m_justification = justification; }
     void SetColor(const unsigned long& color) { m_color = static_cast<std::uint32_t>(color); }
     void SetMultiLine(bool multiLine) { m_multiLine = multiLine; }
+    /// @}
 
     /// Ignores the letter case of the font and is tolerant in the rotation (MATH::equal); exact in the rest.
     bool operator==(const TextInfo& other) const;
@@ -99,10 +109,12 @@ public:
     /// Annotation, TrueColor; with a prefix as in "Title.Font". Always true. A missing Color counts as index
     /// 0, and TrueColor goes before it; the other fields keep their values where their key is missing, and so
     /// do style, justification and annotation at a number that they do not have.
+    /// @{
     bool Read(const Section& section);
     bool Read(const std::wstring& prefix, const Section& section);
     bool Write(Section& section) const;
     bool Write(const std::wstring& prefix, Section& section) const;
+    /// @}
 
     /// "font,size,style,justification,index,rotation,width,multiline,annotation,color", as in
     /// "Arial,2.5,0,0,0,0,0,0,0,0". Numbers have six significant digits. A comma in the font's name splits it
@@ -119,13 +131,17 @@ public:
 
     /// The codes of the DXF format: horizontal 0 left, 1 centre, 2 right; vertical 0 baseline, 1 bottom, 2
     /// middle, 3 top; attachment point of multi-line text 1 to 9, from top left by rows.
+    /// @{
     int AcadHJust() const;
     int AcadVJust() const;
     int AcadAttachmentPoint() const;
+    /// @}
 
-    /// The justification of these codes; BOTTOM_LEFT for codes that have none.
+    /// Takes the justification of these codes of the DXF format; BOTTOM_LEFT for codes that have none.
+    /// @{
     void FromAcadJust(int hJust, int vJust);
     void AcadAttachmentPoint(int point);
+    /// @}
 
     /// The alignment flags of Windows' text output. It has no vertical middle, so this becomes bottom.
     int WinAlignment() const;

@@ -15,11 +15,17 @@ public:
 
     /// No object.
     DropObject() = default;
+
+    /// An object of that kind with its data; nothing is checked.
     DropObject(TYPE type, const CString& data) : m_type(type), m_data(data) {}
 
+    /// What is dragged.
+    /// @{
     TYPE Type() const noexcept { return m_type; }
     const CString& Data() const noexcept { return m_data; }
+    /// @}
 
+    /// The one-line form.
     CString ToString() const;
 
     /// Reads the one-line form: the leading integer, which must be 1, 2 or 3, and everything behind the first

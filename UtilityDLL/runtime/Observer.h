@@ -17,9 +17,13 @@ class ContextRegistry;
 /// stays subscribed where it was.
 class UTILITYDLL_API Subscriber {
 public:
-    Subscriber() noexcept = default;
+    Subscriber() noexcept = default; ///< subscribed nowhere
+
+    /// Subscriptions are not copied.
+    /// @{
     Subscriber(const Subscriber&) noexcept = default;
     Subscriber& operator=(const Subscriber&) noexcept = default;
+    /// @}
 
     /// Takes the object out of every context of Observer::Get(), which never calls it again. To be run in the
     /// thread of the observer. At the end of the process it may come before or after the end of the observer.
@@ -62,9 +66,13 @@ public:
     Observer(const Observer& other);
     /// `other` is then empty.
     Observer(Observer&& other) noexcept;
+
     /// The contexts and subscriptions so far end as by Clear().
+    /// @{
     Observer& operator=(const Observer& other);
     Observer& operator=(Observer&& other) noexcept;
+    /// @}
+
     ~Observer();
 
     /// The context that was notified last, or the new name of the one that was renamed after that; empty at
@@ -77,8 +85,10 @@ public:
     void Subscribe(Subscriber* s, const std::wstring& context);
 
     /// Takes `s` out of the context, or out of all of them.
+    /// @{
     void UnSubscribe(Subscriber* s, const std::wstring& context);
     void UnSubscribe(Subscriber* s) noexcept;
+    /// @}
 
     /// Makes the context the current one and calls OnNotify(code) of its subscribers, the latest first.
     void Notify(const std::wstring& context, int code);
@@ -92,8 +102,10 @@ public:
 
     /// Removes all contexts, or the one of that name, with their subscriptions. Nobody is called, and the
     /// current and the previous name stay.
+    /// @{
     void Clear() noexcept;
     void Clear(const std::wstring& context) noexcept;
+    /// @}
 
 private:
     Observer() noexcept;

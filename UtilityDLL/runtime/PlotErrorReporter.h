@@ -17,11 +17,15 @@
 /// it is filled and read in the thread that composes, or calls are serialised by the host.
 class UTILITYDLL_API PlotErrorReporter {
 public:
+    /// The reporter of the process.
     static PlotErrorReporter& Get();
 
     /// Copies hold the same contexts and errors, and are independent.
+    /// @{
     PlotErrorReporter(const PlotErrorReporter& other);
     PlotErrorReporter& operator=(const PlotErrorReporter& other);
+    /// @}
+
     ~PlotErrorReporter();
 
     /// The errors of the context, made empty where there were none yet, for the caller to append to. The
@@ -39,8 +43,10 @@ public:
     bool NoErrors(const std::wstring& context) const;
 
     /// Removes the context with its errors, or all of them.
+    /// @{
     void Clear(const std::wstring& context);
     void Clear();
+    /// @}
 
 private:
     struct UnitsLess {

@@ -45,8 +45,11 @@ public:
     std::wstring GetProgText() const { return progText.Get(); }
 
 protected:
+    /// What the step sets, by = or +=, and GetProgress() and GetProgText() give.
+    /// @{
     Guarded<float> progress;
     Guarded<std::wstring> progText;
+    /// @}
 };
 
 /// Runs a ThreadObject in a worker thread, at a priority below normal, and tells a window when it has ended.

@@ -17,12 +17,17 @@ public:
     /// empty or the file cannot be read.
     FileChecksum(const std::wstring& path, unsigned int maxWords);
 
+    /// The path as it was given.
     const std::wstring& Path() const { return m_path; }
+
+    /// The fingerprint; 0 for a file that could not be read.
     unsigned int Value() const { return m_value; }
 
     /// Values only; the paths do not count.
+    /// @{
     bool operator==(const FileChecksum& other) const { return m_value == other.m_value; }
     bool operator!=(const FileChecksum& other) const { return m_value != other.m_value; }
+    /// @}
 
 private:
     std::wstring m_path;

@@ -30,13 +30,20 @@ public:
     HashedString() = default;
 
     /// A null pointer gives the empty name.
+    /// @{
     HashedString(const C* name) : HashedString(std::basic_string<C>(name ? name : std::basic_string<C>())) {}
     HashedString(std::basic_string<C> name) {
         if (!name.empty()) m_name = SharedValue<Name>({NameHash(name), NameOutline(name), std::move(name)});
     }
+    /// @}
 
+    /// The name as it was given.
     const std::basic_string<C>& String() const { return m_name.Get().text; }
+
+    /// The hash: for wide text NameHash of the name.
     unsigned int Hash() const { return m_name.Get().hash; }
+
+    /// The name where a text is wanted.
     operator const std::basic_string<C>&() const { return String(); }
 
     /// Whether both are copies of one name; then they are equal.

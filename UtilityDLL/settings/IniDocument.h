@@ -31,8 +31,12 @@ class UTILITYDLL_API IniDocument {
 public:
     IniDocument(); ///< an empty file
     ~IniDocument();
+
+    /// The other document can afterwards only be destroyed or get another.
+    /// @{
     IniDocument(IniDocument&& other) noexcept;
     IniDocument& operator=(IniDocument&& other) noexcept;
+    /// @}
 
     /// Takes the content of a file in the place of what there was. The bytes before `start` stay as they are
     /// and are not read. False, with an empty document, where IniFile::Open would stop; `fault` says where.
@@ -42,6 +46,8 @@ public:
     std::string Text() const;
 
     std::vector<std::wstring> SectionNames() const; ///< in file order
+
+    /// Whether there is a section of that name.
     bool HasSection(const std::wstring& section) const;
 
     /// The section as IniFile reads it; nameless and empty when there is none.
@@ -53,8 +59,10 @@ public:
 
     /// The line of the section's header, or of the first key of that name in it, from 1 in the text that was
     /// parsed; 0 when it is not there or was added since.
+    /// @{
     std::uint32_t LineOf(const std::wstring& section) const;
     std::uint32_t LineOf(const std::wstring& section, const std::wstring& key) const;
+    /// @}
 
     /// Adds a section at the end, set off by an empty line; one that is there is left as it is. An error says
     /// what a header cannot carry (see SETTINGS::CheckSectionName), and nothing is changed.
@@ -74,14 +82,18 @@ public:
     /// and apart from the lines before it; that stands behind the section before from then on, unless it has
     /// "#" lines, which would break that section's seal. Or removes the line of the key. False when there is
     /// none; a line with a comment alone is no key.
+    /// @{
     bool Remove(const std::wstring& section);
     bool Remove(const std::wstring& section, const std::wstring& key);
+    /// @}
 
     /// Gives the section or the key another name. An error when there is none, when the new name is taken
     /// (whatever its letter case, so that a rename which changes letter case alone is refused), or when a
     /// line cannot carry it.
+    /// @{
     ErrorString Rename(const std::wstring& section, const std::wstring& newName);
     ErrorString Rename(const std::wstring& section, const std::wstring& key, const std::wstring& newName);
+    /// @}
 
     /// Stores the section's checksum as Section::AddChecksum() does. False when there is no such section.
     bool Seal(const std::wstring& section);
@@ -90,7 +102,10 @@ public:
     struct Change {
         std::uint32_t line; ///< of the first of them in the text that was parsed, from 1; where nothing was
                             ///< there before, of the line that now follows
+        /// What they said and what they say now. One of them is empty where lines were added or removed.
+        /// @{
         std::vector<std::string> before, after;
+        /// @}
     };
     /// What the edits changed, in file order. The runs do not touch.
     std::vector<Change> Changes() const;

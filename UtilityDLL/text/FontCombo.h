@@ -14,7 +14,7 @@
 /// that it is in gets WM_COMMAND.
 class UTILITYDLL_API FontCombo : public CComboBox {
 public:
-    FontCombo();
+    FontCombo(); ///< without a window
     ~FontCombo() override;
 
     /// Adds the faces to what the list has already: a second call adds them again. Nothing happens while
@@ -31,5 +31,5 @@ public:
                            std::intptr_t param);
 
     const AFX_MSGMAP* GetMessageMap() const override { return GetThisMessageMap(); }
-    static const AFX_MSGMAP* GetThisMessageMap();
+    static const AFX_MSGMAP* GetThisMessageMap(); ///< for maps of derived classes
 };

@@ -26,8 +26,8 @@ public:
     /// rectangle's height, not about its top.
     CPoint operator<<(const GTL::Point2D<double>& point) const;
 
-    /// The point of the world in the middle of the pixel. The operator above shows it one row lower: there a
-    /// row lies above its coordinate, here below.
+    /// The point of the world in the middle of the pixel. The operator for points shows it one row lower:
+    /// there a row lies above its coordinate, here below.
     GTL::Point2D<double> operator<<(const CPoint& pixel) const;
 
     /// World units as pixels: the half is added before truncating toward zero, to negative ones as well, so

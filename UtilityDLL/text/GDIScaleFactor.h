@@ -9,6 +9,7 @@
 /// so that integers are exact enough.
 class UTILITYDLL_API GDIScaleFactor {
 public:
+    /// The magnification: 1000.
     static double Get() { return m_instance.m_factor; }
 
     /// The largest coordinate that the device takes.

@@ -8,6 +8,7 @@
 /// The CDC must outlive it and is not null; without a context or an object, nothing is selected or restored.
 class UTILITYDLL_API GDISelector {
 public:
+    /// Selects the object.
     GDISelector(CDC* dc, CGdiObject& object);
 
     /// A bare handle, of a font for example, that stays its owner's.

@@ -26,8 +26,8 @@
 class UTILITYDLL_API TextHeightFactComp {
 public:
     using Entry =
-        std::pair<float, OUTLINETEXTMETRICW>; ///< the factor, and the metrics at the size it was taken
-    using Entries = std::map<TextInfo, Entry>;
+        std::pair<float, OUTLINETEXTMETRICW>;  ///< the factor, and the metrics at the size it was taken
+    using Entries = std::map<TextInfo, Entry>; ///< the styles that were measured, in TextInfo's order
 
     /// The one that the library measures with. It lasts to the very end of the process, so that static
     /// objects may still measure in their destructors. Only making it is guarded against other threads.

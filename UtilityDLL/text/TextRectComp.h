@@ -24,7 +24,7 @@
 /// A plain value. One thread at a time may measure, whatever the object (TextHeightFactComp).
 class UTILITYDLL_API TextRectComp {
 public:
-    using Rectangle = GTL::Rectangle<GTL::Point2D<double>>;
+    using Rectangle = GTL::Rectangle<GTL::Point2D<double>>; ///< of a text, about the insertion point
 
     /// No lines, and a text height of 0.
     TextRectComp() = default;
@@ -46,18 +46,23 @@ public:
     ///     in a surrogate pair or where characters are joined. So is text without blanks, as Chinese is.
     ///   - No line is wider than RectWidth(), but one of a single character can be. A width that is not above
     ///     0 wraps nothing.
+    ///
     /// The rectangle is as wide as the widest line. A line is as high as a single one, and from one to the
     /// next it is the font's cell and external leading: a justification on the base line means the last
     /// one's.
     ///
     /// An empty text has a rectangle of no size at the origin, and leaves the lines and the height alone. A
     /// style that cannot be measured leaves no line, and the height alone.
+    /// @{
     Rectangle operator()(const TextInfo& info, const wchar_t* text);
     Rectangle operator()(const TextInfo& info, const std::wstring& text);
+    /// @}
 
-    /// The same; the number does not count.
+    /// The rectangle of a text; the number does not count.
+    /// @{
     Rectangle operator()(const TextInfo& info, const wchar_t* text, double);
     Rectangle operator()(const TextInfo& info, const std::wstring& text, double);
+    /// @}
 
     /// A depth label: the whole part of the number with its sign, and the decimals, each with the rectangle
     /// that its text covers. DepthLabelInfo says how the number is written and how the two are laid out; both
@@ -79,13 +84,13 @@ public:
     /// font's. Also true for a style that cannot be measured.
     static bool HeightsFit(const TextInfo& info);
 
-    /// The lines of the text that was measured last; of a depth label its first text.
+    /// How many lines the text has that was measured last; of a depth label its first text.
     int GetNumberOfSubStrings() const { return static_cast<int>(m_subStrings.size()); }
 
-    /// One of them; empty when there is none of that index.
+    /// A line of the text that was measured last, from 0; empty when there is none of that index.
     std::wstring GetSubString(int index) const;
 
-    /// Copies one of them, if it is there. Always false: callers look at the number of lines.
+    /// Copies a line, if it is there. Always false: callers look at the number of lines.
     bool GetSubString(int index, std::wstring& out) const;
 
     /// The height of a line of the text that was measured last. For a single line it is as the device gave

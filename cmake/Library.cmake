@@ -75,7 +75,8 @@ function(velm_library target folder macro)
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:ProjectOptions>)
     if(NOT WIN32)
         # What a debugger reads of them, and what the comparison of interfaces does (tools/abi.sh); packages have it apart.
-        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-g>)
+        # They name no folder of this machine.
+        target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:-g;-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>")
         target_link_options(${target} PRIVATE LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
         set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     endif()
@@ -89,12 +90,12 @@ endfunction()
 
 set(VELM_MODULE_FOLDER ${CMAKE_INSTALL_LIBDIR}/utilitydll)
 
-# velm_module(<target> <build folder> <library> <source>...): a module that is loaded when something needs that library. It
-# is built into the folder of the build tree, where it is found as in a package, and installed.
-function(velm_module target folder library)
+# velm_module(<target> <build folder> <component> <library> <source>...): a module that is loaded when something needs that
+# library. It is built into the folder of the build tree, where it is found as in a package, and installed.
+function(velm_module target folder component library)
     add_library(${target} MODULE ${ARGN})
     target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/include)
     target_link_libraries(${target} PRIVATE ${library} ProjectOptions)
     set_target_properties(${target} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${folder})
-    install(TARGETS ${target} LIBRARY DESTINATION ${VELM_MODULE_FOLDER})
+    install(TARGETS ${target} LIBRARY DESTINATION ${VELM_MODULE_FOLDER} COMPONENT ${component})
 endfunction()

@@ -18,6 +18,6 @@ endif()
 # velm_qt_module(<target> <build folder> <Qt library> <source>...): a module with Qt; none where Qt is not.
 function(velm_qt_module target folder qt)
     if(Qt6_FOUND)
-        velm_module(${target} ${folder} Qt6::${qt} ${ARGN})
+        velm_module(${target} ${folder} gui Qt6::${qt} ${ARGN})
     endif()
 endfunction()

@@ -10,8 +10,8 @@
 
 /// A library's record, which it keeps for as long as it is loaded.
 struct AFX_EXTENSION_MODULE {
-    bool bInitialized = false;
-    void* hModule = nullptr; ///< the library's handle (ModuleAt)
+    bool bInitialized = false; ///< whether the record is filled
+    void* hModule = nullptr;   ///< the library's handle (ModuleAt)
 };
 
 /// Fills the record of the library with that handle. False, and nothing is changed, when it is null. A record

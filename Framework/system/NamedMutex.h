@@ -11,6 +11,7 @@
 /// The name is free again when the last one of that name is gone, taken or not.
 class FRAMEWORK_API CNamedMutex {
 public:
+    /// Whom a mutex is shared with.
     enum NAMING : int {
         SHARED, ///< the one of that name where there is one
         OWN     ///< always a new one: where the name is in use already, nobody finds this one by it

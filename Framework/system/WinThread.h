@@ -7,7 +7,7 @@
 /// hands out may be used only until it runs.
 class FRAMEWORK_API CWinThread {
 public:
-    using Procedure = unsigned int (*)(void* argument);
+    using Procedure = unsigned int (*)(void* argument); ///< what a thread runs
 
     /// Below the priority of a program's other threads: what a user waits for at the screen goes first.
     static constexpr int BELOW_NORMAL = -1;

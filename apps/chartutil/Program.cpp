@@ -5,6 +5,8 @@
 #include "VelmBase/WideString.h"
 #include "apps/chartutil/Version.h"
 #include "apps/chartutil/commands/Commands.h"
+#include "apps/chartutil/commands/help/Topics.h"
+#include "apps/chartutil/help/HelpFormatter.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Suggestion.h"
@@ -16,6 +18,7 @@
 #include <exception>
 #include <iostream>
 #include <iterator>
+#include <memory>
 #include <sstream>
 #include <string_view>
 
@@ -24,26 +27,57 @@ namespace {
 struct Command {
     std::string_view name;
     void (*add)(CLI::App& program);
+    const char* group; // in the list of commands
 };
+constexpr char kCharts[] = "Charts", kFiles[] = "Settings files", kColors[] = "Contours and colours",
+               kTexts[] = "Texts", kNumbers[] = "Numbers and bytes", kHelp[] = "Help";
 constexpr Command kCommands[] = {
-    {"settings", AddSettingsCommand}, {"crc", AddCrcCommand},           {"colors", AddColorsCommand},
-    {"style", AddStyleCommand},       {"units", AddUnitsCommand},       {"transform", AddTransformCommand},
-    {"keywords", AddKeywordsCommand}, {"contours", AddContoursCommand}, {"edit", AddEditCommand},
-    {"text", AddTextCommand},         {"fonts", AddFontsCommand},       {"sheet", AddSheetCommand},
-    {"init", AddInitCommand},         {"check", AddCheckCommand},
+    {"init", AddInitCommand, kCharts},         {"sheet", AddSheetCommand, kCharts},
+    {"check", AddCheckCommand, kCharts},       {"settings", AddSettingsCommand, kFiles},
+    {"style", AddStyleCommand, kFiles},        {"keywords", AddKeywordsCommand, kFiles},
+    {"contours", AddContoursCommand, kColors}, {"edit", AddEditCommand, kColors},
+    {"colors", AddColorsCommand, kColors},     {"text", AddTextCommand, kTexts},
+    {"fonts", AddFontsCommand, kTexts},        {"transform", AddTransformCommand, kNumbers},
+    {"units", AddUnitsCommand, kNumbers},      {"crc", AddCrcCommand, kNumbers},
+    {"help", AddHelpCommand, kHelp}, // explains those before it
 };
+
+constexpr char kAbout[] =
+    R"(Survey charts from soundings, and the settings, colours and texts behind them
+
+A chart is drawn from a project: a folder with soundings and settings, which 'chartutil init' makes to suit your own
+file. The other commands show, check and change the files that charts and the programs of the suite share.
+
+Example of a first chart, on Linux:
+  chartutil init mybay --soundings soundings.csv   # make a project
+  chartutil sheet mybay -o mybay.pdf               # draw its chart
+  chartutil check mybay                            # what is in it?
+
+'chartutil help COMMAND' explains a command and shows examples, as COMMAND --help does. --quiet and --no-color may
+stand anywhere on the line.)";
+
+// The end of the program's help.
+std::string TopicList() {
+    std::string list = "Topics, explained by 'chartutil help TOPIC':\n";
+    for (const Topic& topic : Topics()) list += std::string("  ") + topic.name + " :: " + topic.about + '\n';
+    return list;
+}
 
 bool IsOption(const std::string& argument) { return argument.starts_with('-'); }
 
-// The command that the arguments name is made alone, since making all takes longer than most of them do.
+// The command that the arguments name is made alone, since making all takes longer than most of them do. Help
+// is about all.
 void AddCommands(CLI::App& program, const std::vector<std::string>& arguments) {
     const auto first = std::ranges::find_if_not(arguments, IsOption);
     const auto isNamed = [&](const Command& command) {
         return first != arguments.end() && command.name == *first;
     };
-    const bool isAnyNamed = std::any_of(std::begin(kCommands), std::end(kCommands), isNamed);
-    for (const Command& command : kCommands)
-        if (!isAnyNamed || isNamed(command)) command.add(program);
+    const Command* const named = std::ranges::find_if(kCommands, isNamed);
+    for (const Command& command : kCommands) {
+        if (named != std::end(kCommands) && named->add != AddHelpCommand && !isNamed(command)) continue;
+        command.add(program);
+        program.get_subcommand(std::string(command.name))->group(command.group);
+    }
 }
 
 // Options of the program itself, which may stand anywhere among those of its commands.
@@ -61,16 +95,21 @@ void AddRestraint(CLI::App& program) {
     program.fallthrough();
 }
 
-// What to say of a word that stands where a command of `program` is to be named; empty where none does.
+// What to say where a command of `program` is to be named and another word stands, or nothing; empty
+// elsewhere.
 std::string UnknownCommand(const CLI::App& program) {
     const CLI::App* group = &program;
     while (!group->get_subcommands().empty()) group = group->get_subcommands().front();
     std::vector<std::string> names;
     for (const CLI::App* const command : group->get_subcommands({})) names.push_back(command->get_name());
-    const std::vector<std::string> left = program.remaining(true);
-    const auto word = std::ranges::find_if_not(left, IsOption);
-    if (names.empty() || word == left.end()) return {};
+    if (names.empty()) return {};
     const std::string place = group == &program ? "" : " in '" + group->get_display_name() + "'";
+    const std::vector<std::string> left = program.remaining(true);
+    if (left.empty())
+        return "Name a command" + place + ": " + CLI::detail::join(names, ", ") +
+               "\nRun with --help for more information.";
+    const auto word = std::ranges::find_if_not(left, IsOption);
+    if (word == left.end()) return {};
     return "There is no command \"" + *word + '"' + place + DidYouMean(*word, names, '"', '"') +
            "\nRun with --help for more information.";
 }
@@ -96,24 +135,27 @@ ExitCode Finished(ExitCode code) {
 
 } // namespace
 
+void Describe(CLI::App& program, const std::vector<std::string>& arguments) {
+    program.description(kAbout);
+    program.footer(&TopicList);
+    program.formatter(std::make_shared<HelpFormatter>());
+    program.set_help_flag("-h,--help", "Explain the command, with examples");
+    program.set_version_flag("--version", VersionLines, "Show the versions of the program and its libraries");
+    program.require_subcommand(1);
+    program.allow_windows_style_options(false); // "/data/a.ini" is a path on every platform
+    AddRestraint(program);
+    AddCommands(program, arguments);
+}
+
 ExitCode RunProgram(std::vector<std::string> arguments) {
     if (const ErrorString started = UtilityDLLStartUp(); !started) {
         if (arguments == std::vector<std::string>{"--version"}) std::cout << VersionLines() << '\n';
         PrintError("chartutil: " + ToUtf8(started.Text()));
         return ExitCode::IO_ERROR;
     }
-    CLI::App program("Settings, colours and geometry of the charting suite from the command line",
-                     "chartutil");
-    program.footer("Exit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.\n"
-                   "Ctrl-C stops a command with no file half written; a second one ends it at once.\n"
-                   "--quiet and --no-color may stand anywhere on the line.\n"
-                   "'chartutil COMMAND --help' explains a command and shows examples.");
-    program.set_version_flag("--version", VersionLines, "Show the versions of the program and its libraries");
-    program.require_subcommand(1);
-    program.allow_windows_style_options(false); // "/data/a.ini" is a path on every platform
+    CLI::App program("", "chartutil");
     SetRestraint({});
-    AddRestraint(program);
-    AddCommands(program, arguments);
+    Describe(program, arguments);
 
     try {
         std::reverse(arguments.begin(), arguments.end()); // CLI11 takes them from the back

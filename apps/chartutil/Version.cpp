@@ -15,7 +15,8 @@ std::string VersionLines() {
         nameWidth = std::max(nameWidth, TextWidth(library.name));
         versionWidth = std::max(versionWidth, TextWidth(VersionText(library.version)));
     }
-    std::string lines = "chartutil " + VersionText(CHARTUTIL_VERSION);
+    std::string lines = "chartutil " + VersionText(CHARTUTIL_VERSION) +
+                        "\nIts libraries, and whether they are of the same version:";
     for (const CheckedLibrary& library : libraries)
         lines += "\n  " + Padded(library.name, nameWidth) + "  " +
                  Padded(VersionText(library.version), versionWidth) + "  " +

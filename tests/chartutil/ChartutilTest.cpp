@@ -17,7 +17,7 @@ TEST(Chartutil, TellsItsVersionAndThoseOfItsLibraries) {
     const ProgramResult result = RunChartutil({"--version"});
     EXPECT_EQ(0, result.exitCode);
     EXPECT_EQ("", result.error);
-    EXPECT_THAT(result.output, StartsWith("chartutil " PROJECT_VERSION "\n"));
+    EXPECT_THAT(result.output, StartsWith("chartutil " PROJECT_VERSION "\nIts libraries,"));
     for (const char* const library :
          {"VelmBaseR      ", "Framework      ", "VersionControlR", "VelmConfigureR ", "UtilityDLL     "})
         EXPECT_THAT(result.output,
@@ -137,7 +137,7 @@ TEST(Chartutil, SuggestsTheCommandThatIsMeant) {
         {{"settings", "shwo", "a.ini"},
          "There is no command \"shwo\" in 'settings'; did you mean \"show\"?\n"},
         {{"frobnicate"}, "There is no command \"frobnicate\"\n"},
-        {{"settings"}, "A subcommand is required\n"},
+        {{"settings"}, "Name a command in 'settings': show, get, "},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(::testing::PrintToString(row.arguments));

@@ -12,9 +12,8 @@ using testing::StartsWith;
 TEST(EditCommand, HelpTellsWhatBecomesOfTheFile) {
     const ProgramResult result = RunChartutil({"edit", "--help"});
     EXPECT_EQ(0, result.exitCode);
-    EXPECT_THAT(result.output,
-                AllOf(HasSubstr("chartutil edit [OPTIONS] [FILE]"), HasSubstr("is not there yet"),
-                      HasSubstr("Cancel"), HasSubstr("exit code"), HasSubstr("display")));
+    EXPECT_THAT(result.output, AllOf(HasSubstr("chartutil edit [OPTIONS] [FILE]"), HasSubstr("not there yet"),
+                                     HasSubstr("Cancel"), HasSubstr("exit code"), HasSubstr("display")));
 }
 
 TEST(EditCommand, FileThatCannotBeEditedIsToldBeforeAWindowIsMade) {

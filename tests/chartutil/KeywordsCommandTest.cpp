@@ -183,7 +183,7 @@ TEST(KeywordsFill, WrongUseAndUnreadableFilesHaveTheirCodes) {
           Row{{"fill", layout.Path(), "--value", "n=1", "-o", layout.Beside(L"no/where")},
               3,
               "there is no folder"},
-          Row{{"fill"}, 2, "LAYOUT"}, Row{{}, 2, "subcommand"}}) {
+          Row{{"fill"}, 2, "LAYOUT"}, Row{{}, 2, "list, fill"}}) {
         SCOPED_TRACE(testing::PrintToString(row.arguments));
         const ProgramResult result = Keywords(row.arguments);
         EXPECT_EQ(row.exitCode, result.exitCode);

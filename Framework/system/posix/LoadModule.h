@@ -5,8 +5,9 @@
 #include <filesystem>
 #include <string>
 
-/// The Debian packages that a module needs: to run, and to be built.
+/// The Debian packages that a module is in, and that it needs: to run, and to be built.
 struct ModulePackages {
+    const char* own;
     const char* run;
     const char* build;
 };
@@ -17,8 +18,8 @@ inline void* LoadModule(const std::filesystem::path& module, const char* name, c
                         std::string& whyNot) {
     std::error_code error;
     if (!std::filesystem::exists(module, error)) {
-        whyNot = "has no " + module.string() + " (a build makes it where the Debian package " +
-                 packages.build + " is installed)";
+        whyNot = "has no " + module.string() + " (the Debian package " + packages.own +
+                 " has it; a build makes it where " + packages.build + " is installed)";
         return nullptr;
     }
     void* const handle = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);

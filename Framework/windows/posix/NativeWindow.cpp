@@ -28,7 +28,7 @@ std::filesystem::path LibraryFolder() {
 const WindowModule* LoadWindowModule(std::string& whyNot) {
     const std::filesystem::path path = LibraryFolder() / "utilitydll/FrameworkWindows.so";
     const auto* const module = static_cast<const WindowModule*>(
-        LoadModule(path, kWindowModuleName, {"libqt6widgets6", "qt6-base-dev"}, whyNot));
+        LoadModule(path, kWindowModuleName, {"utilitydll-gui", "libqt6widgets6", "qt6-base-dev"}, whyNot));
     if (!module || module->version == std::string_view(FRAMEWORK_VERSION)) return module;
     whyNot = "cannot use " + path.string() + ", which has the version " + module->version +
              " and not this library's, " FRAMEWORK_VERSION;

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 /// A command in the making: what the command line offers is added to `app` and read into `options`.
 template <typename Options> struct NewCommand {
@@ -42,9 +43,15 @@ NewCommand<Options> AddCommand(CLI::App& parent, const char* name, const char* w
 }
 
 /// Adds an option that may be left out. An empty text, as an unset variable of a script gives it, was given.
-inline void AddOptional(CLI::App& app, const char* name, std::optional<UserText>& value, const char* what) {
-    app.add_option_function<std::string>(
+inline CLI::Option* AddOptional(CLI::App& app, const char* name, std::optional<UserText>& value,
+                                const char* what) {
+    return app.add_option_function<std::string>(
         name, [&value](const std::string& text) { value = text; }, what);
+}
+
+/// Names that help and shells offer for an option, whose command says itself what is wrong with another.
+inline CLI::Validator OfferedNames(const std::vector<std::string>& names) {
+    return {[](std::string&) { return std::string(); }, '{' + CLI::detail::join(names, ",") + '}'};
 }
 
 /// Lets numbers without an option's name begin with "-.", which the parser takes for an option of that name.

@@ -9,6 +9,7 @@
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/terminal/Numbers.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -91,6 +92,8 @@ void AddCheckCommand(CLI::App& program) {
 Examples:
   chartutil check data/pensacola
   chartutil check data/pensacola --json)");
-    command.add_option("PROJECT", options.folder, "The project's folder")->required();
+    command.add_option("PROJECT", options.folder, "The project's folder")
+        ->type_name(kFolderValue)
+        ->required();
     command.add_flag("--json", options.json, "Print a JSON document");
 }

@@ -18,6 +18,7 @@
 #include "apps/chartutil/terminal/HexText.h"
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/terminal/Numbers.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 #include "apps/chartutil/work/LongWork.h"
 
 #include <nlohmann/json.hpp>
@@ -258,6 +259,7 @@ Examples:
   chartutil colors table depths.col
   chartutil colors table depths.col --dxf --picture depths.png)");
     command.add_option("FILE", options.file, "The colour table, a .col file; '-' is standard input")
+        ->type_name(kFileValue)
         ->required();
     command.add_flag("--dxf", options.dxf,
                      "With the DXF index of each band; equal neighbours become one band");
@@ -276,13 +278,15 @@ Examples:
   chartutil colors import bathy.cpt bathy.col
   chartutil colors import --step 4 bathy.cpt fine.col)");
     command.add_option("FROM", options.from, "The .cpt file, regular or by category; '-' is standard input")
+        ->type_name(kFileValue)
         ->required();
     command.add_option("TO", options.to, "The colour table to write, a .col file; '-' is standard output")
+        ->type_name(kFileValue)
         ->required();
     AddForce(command, options.isForced);
     command
         .add_option("--step", options.step,
-                    "Where colours change gradually: the most by which neighbouring bands differ in red,\n"
+                    "Where colours change gradually: the most by which neighbouring bands differ in red, "
                     "green or blue")
         ->check(CLI::Range(1, 255))
         ->capture_default_str();

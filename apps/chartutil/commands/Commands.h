@@ -21,3 +21,6 @@ void AddFontsCommand(CLI::App& program);
 void AddSheetCommand(CLI::App& program);
 void AddInitCommand(CLI::App& program);
 void AddCheckCommand(CLI::App& program);
+
+/// Explains all that the program has by then.
+void AddHelpCommand(CLI::App& program);

@@ -18,6 +18,7 @@
 #include "apps/chartutil/terminal/HexText.h"
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/terminal/Numbers.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 
 #include <nlohmann/json.hpp>
 
@@ -199,7 +200,7 @@ template <typename CommandOptions>
 NewCommand<CommandOptions> Add(CLI::App& contours, const char* name, const char* what, const char* fileText,
                                const char* footer) {
     const auto added = AddCommand<CommandOptions>(contours, name, what, Run, footer);
-    added.app.add_option("FILE", added.options.file, fileText)->required();
+    added.app.add_option("FILE", added.options.file, fileText)->type_name(kFileValue)->required();
     AddPicture(added.app, "--picture", added.options.picture, "Also draw a legend into this file");
     added.app.add_flag("--json", added.options.json, "Print a JSON document");
     return added;
@@ -213,14 +214,18 @@ void AddRange(CLI::App& contours) {
 0 to 0.3 by 0.1 ends at 0.2.
 
 Examples:
-  chartutil contours range depths.cdf --from 0 --to 20 --step 2 --label-every 5
-  chartutil contours range depths.cdf --from -5 --to 5 --step 0.5 --color '#1B75B0' --width 0.25)");
+  chartutil contours range depths.cdf --from 0 --to 20 --step 2
+  chartutil contours range depths.cdf --from -5 --to 5 --step 0.5 \
+      --color '#1B75B0' --width 0.25 --label-every 5)");
     command.add_option("--from", options.from, "The lowest level")->required();
     command.add_option("--to", options.to, "The highest level")->required();
     command.add_option("--step", options.step, "The interval; levels are its multiples")->required();
     command.add_option("--color", options.color, "The lines' colour, '#RRGGBB' or R,G,B")
+        ->type_name("COLOUR")
         ->capture_default_str();
-    command.add_option("--line-type", options.lineType, "continuous, dashed or dotted")
+    command
+        .add_option("--line-type", options.lineType, "How the lines are drawn: continuous, dashed or dotted")
+        ->type_name("TYPE")
         ->check(CLI::IsMember(kLineTypes))
         ->capture_default_str();
     command.add_option("--width", options.width, "The lines' width")
@@ -237,8 +242,10 @@ void AddFromTable(CLI::App& contours) {
         contours, "from-table", "Make a file with a contour for each entry of a colour table",
         "The contour definition file to write; '-' is standard output", R"(Examples:
   chartutil contours from-table depths.cdf depths.col
-  chartutil contours from-table depths.cdf depths.col --picture legend.svg)");
-    command.add_option("TABLE", options.table, "The colour table (.col); '-' is standard input")->required();
+  chartutil contours from-table depths.cdf depths.col --picture key.svg)");
+    command.add_option("TABLE", options.table, "The colour table (.col); '-' is standard input")
+        ->type_name(kFileValue)
+        ->required();
     command.add_flag("--invert", options.invert,
                      "255 minus the colour reference; only pure reds become their complement");
 }

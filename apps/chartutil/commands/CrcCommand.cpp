@@ -12,6 +12,7 @@
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 #include "apps/chartutil/work/LongWork.h"
 
 #include <algorithm>
@@ -194,8 +195,10 @@ Exit codes: 0 success, 1 a check failed, 2 wrong use, 3 input or output error.)"
 void Add(CLI::App& crc, const char* name, const char* what, Report (*doOne)(const UserText&),
          const std::string& footer) {
     const auto [command, options] = AddCommand<Options>(crc, name, what, Run, footer + kExitCodes);
-    command.add_option("FILE", options.files, "The files; '-' is standard input")->required();
-    command.add_flag("--json", options.json, "Print JSON, for programs");
+    command.add_option("FILE", options.files, "The files; '-' is standard input")
+        ->type_name(kFileValue)
+        ->required();
+    command.add_flag("--json", options.json, "Print a JSON document");
     options.doOne = doOne;
 }
 

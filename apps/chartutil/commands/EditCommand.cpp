@@ -5,6 +5,7 @@
 #include "apps/chartutil/commands/contours/ContourFile.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 
 namespace {
 
@@ -34,7 +35,8 @@ void Edit(const std::optional<UserText>& file) {
 void AddEditCommand(CLI::App& program) {
     CLI::App& command = *program.add_subcommand("edit", "Edit a contour definition file in a dialog");
     const auto file = std::make_shared<std::optional<UserText>>();
-    AddOptional(command, "FILE", *file, "The contour definition file (.cdf); without it a new one");
+    AddOptional(command, "FILE", *file, "The contour definition file (.cdf); without it a new one")
+        ->type_name(kFileValue);
     command.footer(
         R"(OK saves the file, under its name with the extension .cdf, and makes one that is not there yet;
 without FILE the dialog asks where to save. Cancel and Escape write nothing; the exit code is 0 all

@@ -116,7 +116,8 @@ Examples:
   chartutil fonts --match Arial)");
     CLI::Option* const pattern =
         command.add_option("PATTERN", options.pattern, "A part of the family's name, in any letter case");
-    AddOptional(command, "--match", options.match, "Tell which font is used for this face instead");
-    command.get_option("--match")->excludes(pattern);
+    AddOptional(command, "--match", options.match, "Tell which font is used for this face instead")
+        ->type_name("FACE")
+        ->excludes(pattern);
     command.add_flag("--json", options.json, "Print a JSON document");
 }

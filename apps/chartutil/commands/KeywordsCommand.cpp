@@ -15,6 +15,7 @@
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 
 #include <nlohmann/json.hpp>
 
@@ -269,10 +270,12 @@ void AddLayout(CLI::App& command, Options& options) {
     command
         .add_option("LAYOUT", options.layout,
                     "A text or layout file with names between percent signs; '-' is standard input")
+        ->type_name(kFileValue)
         ->required();
     command.add_flag("--latin-1", options.isLatin1,
                      "The layout is one byte a character, as settings files are; so is any that is no UTF-8");
-    command.add_option("--data", options.data, "The folder with the file 'Keywords' that lists choices");
+    command.add_option("--data", options.data, "The folder with the file 'Keywords' that lists choices")
+        ->type_name(kFolderValue);
 }
 
 void AddList(CLI::App& keywords) {
@@ -282,7 +285,7 @@ void AddList(CLI::App& keywords) {
 
 Examples:
   chartutil keywords list title-block.txt
-  chartutil keywords list title-block.txt --data /usr/share/utilitydll --json)");
+  chartutil keywords list title-block.txt --data choices --json)");
     AddLayout(command, options);
     command.add_flag("--json", options.json, "Print a JSON document");
 }
@@ -297,16 +300,21 @@ standard error, and makes the exit code 1.
 
 Examples:
   chartutil keywords fill title-block.txt --project pensacola-bay.ini
-  chartutil keywords fill title-block.txt --value 'project name=Bay' --value 'plot name=Sheet 1' -o out.txt)");
+  chartutil keywords fill title-block.txt --value 'project name=Bay' \
+      --value 'plot name=Sheet 1' -o out.txt)");
     AddLayout(command, options);
     command.add_option("--value", options.values, "A keyword's value; can be given again for others")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
-    command.add_option("--project", options.project,
-                       "A settings file whose section 'Keywords' has values;\n'-' is standard input");
+    command
+        .add_option("--project", options.project,
+                    "A settings file whose section 'Keywords' has values; '-' is standard input")
+        ->type_name(kFileValue);
     command.add_option("--section", options.section, "Another section of the project file")
+        ->type_name("NAME")
         ->capture_default_str();
-    command.add_option("-o,--output", options.output, "Write the filled text into this file");
+    command.add_option("-o,--output", options.output, "Write the filled text into this file")
+        ->type_name(kFileValue);
     AddForce(command, options.isForced);
 }
 

@@ -2,6 +2,7 @@
 #include "apps/chartutil/commands/OutputOptions.h"
 
 #include "apps/chartutil/files/FileKind.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 
 #include <CLI/CLI.hpp>
 
@@ -11,10 +12,13 @@ CLI::Option* AddPicture(CLI::App& command, const char* name, PictureTarget& pict
     command
         .add_option(
             "--format", picture.format,
-            "The picture's format: svg, png, pdf or dxf. Without this its name says it by its ending;\n"
+            "The picture's format: svg, png, pdf or dxf. Without this its name says it by its ending; "
             "standard output gets svg")
+        ->type_name("FORMAT")
         ->check(CLI::IsMember({"svg", "png", "pdf", "dxf"}));
     AddForce(command, picture.isForced);
-    return command.add_option(name, picture.path,
-                              std::string(what) + ", .svg, .png, .pdf or .dxf; '-' is standard output");
+    return command
+        .add_option(name, picture.path,
+                    std::string(what) + ", .svg, .png, .pdf or .dxf; '-' is standard output")
+        ->type_name(kFileValue);
 }

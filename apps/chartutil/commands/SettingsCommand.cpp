@@ -3,6 +3,7 @@
 #include "apps/chartutil/commands/Commands.h"
 #include "apps/chartutil/commands/settings/Settings.h"
 #include "apps/chartutil/files/FileKind.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 
 namespace {
 
@@ -30,18 +31,24 @@ void AddEncoding(CLI::App& command, TextEncoding& encoding) {
                 encoding = name == "utf-8" ? TextEncoding::UTF_8 : TextEncoding::ONE_BYTE;
             },
             "What the file's bytes are: latin-1, as the suite's own files, or utf-8")
+        ->type_name("ENCODING")
         ->check(CLI::IsMember({"latin-1", "utf-8"}));
 }
 
 void AddFile(CLI::App& command, SettingsSource& source) {
-    command.add_option("FILE", source.file, "The settings file, or - for standard input")->required();
+    command.add_option("FILE", source.file, "The settings file; '-' is standard input")
+        ->type_name(kFileValue)
+        ->required();
     AddEncoding(command, source.encoding);
 }
 
 void AddFiles(CLI::App& command, SettingsFiles& options) {
-    command.add_option("FILE", options.files, "The settings files, or - for standard input")->required();
+    command.add_option("FILE", options.files, "The settings files; '-' is standard input")
+        ->type_name(kFileValue)
+        ->required();
     AddEncoding(command, options.encoding);
-    command.add_option("-s,--section", options.sections, "Only this section (may be given again)")
+    command.add_option("-s,--section", options.sections, "Only this section; can be given again for others")
+        ->type_name("NAME")
         ->allow_extra_args(false);
 }
 
@@ -54,7 +61,7 @@ void AddKey(CLI::App& command, UserText& key) {
 }
 
 CLI::Option* AddJson(CLI::App& command, bool& json) {
-    return command.add_flag("--json", json, "Print JSON, for programs");
+    return command.add_flag("--json", json, "Print a JSON document");
 }
 
 CLI::Option* AddDryRun(CLI::App& command, bool& isDryRun) {
@@ -77,8 +84,8 @@ void AddChange(CLI::App& command, OneSettingsChange& change) {
 void AddShow(CLI::App& settings) {
     const auto [command, options] =
         Add<ShowSettings>(settings, "show", "Print a file, or one of its sections", Run, R"(Examples:
-  chartutil settings show sample-project.ini
-  chartutil settings show sample-project.ini "Chart Sheet" --json)");
+  chartutil settings show project.ini
+  chartutil settings show project.ini "Chart Sheet" --json)");
     AddFile(command, options);
     command.add_option("SECTION", options.section, "Only this section");
     AddJson(command, options.json);
@@ -89,9 +96,9 @@ void AddGet(CLI::App& settings) {
                                                     R"(Of several keys with that name the first one counts.
 
 Examples:
-  chartutil settings get sample-project.ini "Chart Sheet" Scale
-  chartutil settings get sample-project.ini "Chart Sheet" Scale --comment
-  chartutil settings get sample-project.ini "Chart Sheet" Author --default nobody)");
+  chartutil settings get project.ini "Chart Sheet" Scale
+  chartutil settings get project.ini "Chart Sheet" Scale --comment
+  chartutil settings get project.ini "Chart Sheet" Author --default none)");
     AddFile(command, options);
     AddSection(command, options.section);
     AddKey(command, options.key);
@@ -109,9 +116,9 @@ ends, characters above U+00FF (but with --encoding utf-8), also "=" in a key's n
 )" + std::string(kSaving) +
         R"(
 Examples:
-  chartutil settings set sample-project.ini "Chart Sheet" Scale 20000 --seal
-  chartutil settings set sample-project.ini "Chart Sheet" Scale 20000 --dry-run
-  chartutil settings set sample-project.ini Tides Offset -- -0.35)";
+  chartutil settings set project.ini "Chart Sheet" Scale 20000 --seal
+  chartutil settings set project.ini "Chart Sheet" Scale 20000 --dry-run
+  chartutil settings set project.ini Tides Offset -- -0.35)";
     const auto [command, options] = Add<SetSetting>(settings, "set", "Set the value of a key", Run, footer);
     AddFile(command, options);
     AddSection(command, options.section);
@@ -127,8 +134,8 @@ void AddRemove(CLI::App& settings) {
     const std::string footer = "Of several keys with that name the first one goes.\n" + std::string(kSaving) +
                                R"(
 Examples:
-  chartutil settings remove sample-project.ini Tides
-  chartutil settings remove sample-project.ini Tides Offset --seal)";
+  chartutil settings remove project.ini Tides
+  chartutil settings remove project.ini Tides Offset --seal)";
     const auto [command, options] =
         Add<RemoveSetting>(settings, "remove", "Remove a section, or a key", Run, footer);
     AddFile(command, options);
@@ -140,8 +147,8 @@ Examples:
 void AddRename(CLI::App& settings) {
     const std::string footer = std::string(kSaving) + R"(
 Examples:
-  chartutil settings rename sample-project.ini Tides "Tide Gauges"
-  chartutil settings rename sample-project.ini Tides --key Offset Shift)";
+  chartutil settings rename project.ini Tides "Tide Gauges"
+  chartutil settings rename project.ini Tides --key Offset Shift)";
     const auto [command, options] =
         Add<RenameSetting>(settings, "rename", "Rename a section, or a key", Run, footer);
     AddFile(command, options);
@@ -158,13 +165,16 @@ CHANGES. Of several keys with one name the first counts. Seals and "#" lines of 
 )" + std::string(kSaving) +
         R"(
 Examples:
-  chartutil settings merge sample-project.ini my-changes.ini
-  chartutil settings merge sample-project.ini my-changes.ini --dry-run)";
+  chartutil settings merge project.ini my-changes.ini
+  chartutil settings merge project.ini my-changes.ini --dry-run)";
     const auto [command, options] =
         Add<MergeSettings>(settings, "merge", "Set in one file every key that another one has", Run, footer);
-    command.add_option("BASE", options.file, "The settings file to change, or - for standard input")
+    command.add_option("BASE", options.file, "The settings file to change; '-' is standard input")
+        ->type_name(kFileValue)
         ->required();
-    command.add_option("CHANGES", options.changes, "The settings file with the keys to set")->required();
+    command.add_option("CHANGES", options.changes, "The settings file with the keys to set")
+        ->type_name(kFileValue)
+        ->required();
     AddEncoding(command, options.encoding);
     AddChange(command, options);
 }
@@ -180,8 +190,12 @@ Examples:
   chartutil settings diff old.ini new.ini --json
 
 Exit codes: 0 no difference, 1 a difference, 2 wrong use, 3 input or output error.)");
-    command.add_option("BEFORE", options.before, "The one file, or - for standard input")->required();
-    command.add_option("AFTER", options.after, "The other file, or - for standard input")->required();
+    command.add_option("BEFORE", options.before, "The one file; '-' is standard input")
+        ->type_name(kFileValue)
+        ->required();
+    command.add_option("AFTER", options.after, "The other file; '-' is standard input")
+        ->type_name(kFileValue)
+        ->required();
     AddEncoding(command, options.encoding);
     command.add_flag("--comments", options.wantsComments, "Compare the comments as well");
     AddJson(command, options.json);
@@ -194,7 +208,7 @@ void AddCheck(CLI::App& settings) {
 fails the check too, since it may have lost it.
 
 Examples:
-  chartutil settings check sample-project.ini
+  chartutil settings check project.ini
   chartutil settings check --ignore-unsealed --json *.ini)");
     AddFiles(command, options);
     command.add_flag("--ignore-unsealed", options.ignoreUnsealed, "Pass sections without a seal");
@@ -208,8 +222,8 @@ hide the edit. --accept-edits seals it.
 )" + std::string(kSaving) +
         R"(
 Examples:
-  chartutil settings seal sample-project.ini --accept-edits
-  chartutil settings seal sample-project.ini --section "Chart Sheet")";
+  chartutil settings seal project.ini --accept-edits
+  chartutil settings seal project.ini --section "Chart Sheet")";
     const auto [command, options] =
         Add<SealSettings>(settings, "seal", "Seal the sections, so that a later edit shows", Run, footer);
     AddFiles(command, options);
@@ -228,7 +242,7 @@ void AddSettingsCommand(CLI::App& program) {
     settings.footer(R"(Names of sections and keys match whatever their letter case.
 
 Example:
-  chartutil settings check sample-project.ini)");
+  chartutil settings check project.ini)");
     AddShow(settings);
     AddGet(settings);
     AddSet(settings);

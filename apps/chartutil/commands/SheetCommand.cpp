@@ -7,6 +7,7 @@
 #include "apps/chartutil/sheet/Sheet.h"
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 
 #include <iostream>
 
@@ -61,7 +62,9 @@ the exit code is 1.
 Examples:
   chartutil sheet data/pensacola -o pensacola.svg
   chartutil sheet data/pensacola -o pensacola.pdf --watch)");
-    command.add_option("PROJECT", options.project, "The project's folder")->required();
+    command.add_option("PROJECT", options.project, "The project's folder")
+        ->type_name(kFolderValue)
+        ->required();
     AddPicture(command, "-o,--output", options.output, "The picture")->required();
     command.add_flag("--dxf-colors", options.hasDxfColors, "Fill the depth areas in the nearest DXF colours");
     command.add_flag("--watch", options.isWatched,

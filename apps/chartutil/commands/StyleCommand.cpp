@@ -12,6 +12,7 @@
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 
 #include <nlohmann/json.hpp>
 
@@ -145,7 +146,9 @@ code is 1 when there is none.
 Examples:
   chartutil style show layout.ini Title
   chartutil style show layout.ini "Depth lines" --json)");
-    command.add_option("FILE", options.file, "The settings file; '-' is standard input")->required();
+    command.add_option("FILE", options.file, "The settings file; '-' is standard input")
+        ->type_name(kFileValue)
+        ->required();
     command.add_option("SECTION", options.section, "The section's name, in any letter case")->required();
     AddJson(command, options.json);
 }
@@ -162,6 +165,7 @@ Examples:
     command.add_option("LINE", options.line, "The line; put it in quotes")->required();
     command
         .add_option("--as", options.as, "What it is: text, depth, line or dxf. Without this it is guessed")
+        ->type_name("KIND")
         ->check(CLI::IsMember({"text", "depth", "line", "dxf"}));
     AddPicture(command, "--picture", options.picture, "Also draw lines in the style into this file");
     AddJson(command, options.json);

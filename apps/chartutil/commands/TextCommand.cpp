@@ -15,29 +15,43 @@ CLI::Validator IsFilled() {
             ""};
 }
 
+// The heading that the options which are added from here on stand under.
+void Begin(CLI::App& command, const char* group) { command.option_defaults()->group(group); }
+constexpr char kStyle[] = "Style", kOther[] = "Options";
+
 void AddStyle(CLI::App& command, StyleOptions& options, const char* line) {
+    Begin(command, kStyle);
     command
         .add_option("--style", options.line,
-                    std::string("A style in one line, such as '") + line + "';\nthe other options go over it")
+                    std::string("A style in one line, such as '") + line + "'; the other options go over it")
+        ->type_name("LINE")
         ->check(IsFilled());
-    AddOptional(command, "--font", options.font, "The font's face; Arial without this and --style");
+    AddOptional(command, "--font", options.font, "The font's face; Arial without this and --style")
+        ->type_name("FACE");
     command
         .add_option("--size", options.size,
                     "The text's height, in the plot's unit; 2.5 without this and --style")
+        ->type_name("NUMBER")
         ->check(IsFilled());
     command.add_flag("--bold", options.isBold, "Bold");
     command.add_flag("--italic", options.isItalic, "Italic");
     command.add_flag("--underline", options.isUnderlined, "Underlined");
+    Begin(command, kOther);
 }
 
 void AddPlacing(CLI::App& command, StyleOptions& options) {
+    Begin(command, kStyle);
     command.add_option("--rotation", options.rotation, "The text's direction, in degrees clockwise")
+        ->type_name("NUMBER")
         ->check(IsFilled());
     command
         .add_option("--justification", options.justification,
-                    "What stands on the insertion point: bottom-left, middle-centre, baseline-right\n"
+                    "What stands on the insertion point: bottom-left, middle-centre, baseline-right "
                     "and so on; bottom-left without this and --style")
+        ->type_name("NAME")
+        ->check(OfferedNames(TypedNames(kJustifications)))
         ->check(IsFilled());
+    Begin(command, kOther);
 }
 
 void AddOutput(CLI::App& command, PictureTarget& picture, bool& json) {
@@ -55,14 +69,16 @@ factor makes what is visible above the descent as high as --size says.
 Multi-line text is broken at its line breaks, and at blanks so that its lines fit --width.
 
 Examples:
-  chartutil text measure 'Sounding 123.4' --font 'Liberation Sans' --size 3 --justification middle-centre
-  chartutil text measure 'Pensacola Bay' --style 'Arial,5,1,8,0,30' --picture bay.svg
+  chartutil text measure 'Sounding 123.4' --font 'Liberation Sans' \
+      --size 3 --justification middle-centre
+  chartutil text measure Bay --style 'Arial,5,1,8,0,30' --picture b.svg
   chartutil text measure --width 60 --json - < notice.txt)");
     command.add_option("TEXT", options.text, "The text; '-' is standard input, of up to 16 MB")->required();
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0");
     AddPlacing(command, options);
     command.add_flag("--multi-line", options.isMultiLine, "Break the text into lines");
     command.add_option("--width", options.width, "Wrap multi-line text into this width; 0 does not wrap")
+        ->type_name("NUMBER")
         ->check(IsFilled());
     AddOutput(command, options.picture, options.json);
 }
@@ -74,9 +90,10 @@ void AddSounding(CLI::App& text) {
 position of the depth.
 
 Examples:
-  chartutil text sounding 12.34 --precision 1 --presentation lowered-decimals --picture depth.svg
-  chartutil text sounding 12.34 -1.25 --underline-drying --each --picture depths.png
-  chartutil text sounding 7 --style 'Arial,2.5,0,8,0,0,0,0,0,0,1,2,1,1,1,0,0' --json)");
+  chartutil text sounding 12.34 --presentation lowered-decimals
+  chartutil text sounding 12.34 -1.25 --each --picture depths.png
+  chartutil text sounding 7 --json \
+      --style 'Arial,2.5,0,8,0,0,0,0,0,0,1,2,1,1,1,0,0')");
     AllowPointAfterMinus(
         command, *command.add_option("DEPTH", options.values, "Depths, with a decimal point")->required());
     AddStyle(command, options, "Arial,2.5,0,0,0,0,0,0,0,0,2,0,0,1,1,0,0");
@@ -87,7 +104,9 @@ Examples:
                                                          "How decimals look: " + ListOfNames(kPresentations));
     CLI::Option* const placement = command.add_option(
         "--placement", options.placement, "What stands on the position: " + ListOfNames(kPlacements));
-    for (CLI::Option* const option : {presentation, placement}) option->check(IsFilled());
+    presentation->check(OfferedNames(TypedNames(kPresentations)));
+    placement->check(OfferedNames(TypedNames(kPlacements)));
+    for (CLI::Option* const option : {presentation, placement}) option->type_name("NAME")->check(IsFilled());
     command.add_flag("--no-decimal-zeros", options.hasNoDecimalZeros,
                      "Leave out decimals that are all zeros");
     command.add_flag("--invert-sign", options.isSignInverted, "Depths are signed the other way");
@@ -112,6 +131,7 @@ void AddJustifications(CLI::App& text) {
         ->type_name("FACE=TEXT")
         ->allow_extra_args(false);
     command.add_option("--rotations", options.rotations, "The text's directions, in degrees clockwise")
+        ->type_name("NUMBERS")
         ->capture_default_str();
 }
 

@@ -6,6 +6,7 @@
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 
 #include <algorithm>
 #include <cmath>
@@ -118,11 +119,13 @@ void AddTransformCommand(CLI::App& program) {
                             R"(Steps can be repeated and are done in the order in which they are given.
 
 Examples:
-  chartutil transform soundings.csv --translate 100,-50 --decimals 2 -o moved.csv
-  chartutil transform soundings.csv --x easting_m --y northing_m --rotate 30,500000,3370000)");
+  chartutil transform soundings.csv --translate 100,-50 -o moved.csv
+  chartutil transform soundings.csv --x easting_m --y northing_m \
+      --rotate 30,500000,3370000)");
     command
         .add_option("INPUT", options.table.input,
                     "The table, comma separated values; '-' is standard input. It may be larger than memory")
+        ->type_name(kFileValue)
         ->required();
     AddStepOption(command, options, "--translate", false, "DX,DY", "Move by this much");
     AddStepOption(command, options, "--rotate", true, "DEGREES[,X,Y]",
@@ -130,7 +133,10 @@ Examples:
     command
         .add_option("--x", options.columns[0],
                     "The column of x: a name of the header line, or a number from 1")
+        ->type_name("COLUMN")
         ->capture_default_str();
-    command.add_option("--y", options.columns[1], "The column of y")->capture_default_str();
+    command.add_option("--y", options.columns[1], "The column of y")
+        ->type_name("COLUMN")
+        ->capture_default_str();
     AddCsvOptions(command, options.table);
 }

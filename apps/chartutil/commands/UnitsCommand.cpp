@@ -7,6 +7,7 @@
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Json.h"
 #include "apps/chartutil/terminal/Numbers.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 
 #include <nlohmann/json.hpp>
 
@@ -127,12 +128,20 @@ void AddConvert(CLI::App& units) {
     const auto [command, options] = AddCommand<Options>(
         units, "convert", "Convert lengths, or a column of a table of lengths", Run, R"(Examples:
   chartutil units convert --from feet --to m 12 6.5
-  chartutil units convert --from m --to feet --column depth_m --decimals 2 \
-      --input soundings.csv --output soundings-feet.csv)");
+  chartutil units convert --from m --to feet --column depth_m \
+      --decimals 2 --input soundings.csv --output soundings-feet.csv)");
     CLI::Option* const values = command.add_option("VALUE", options.values, "Lengths, with a decimal point");
     AllowPointAfterMinus(command, *values);
-    command.add_option("--from", options.from, "Their unit: mm, cm, m, inches or feet")->required();
-    command.add_option("--to", options.to, "The unit to convert to")->required();
+    std::vector<std::string> unitNames;
+    for (const UnitType unit : kUnits) unitNames.push_back(ToUtf8(unit.AsString()));
+    command.add_option("--from", options.from, "Their unit: mm, cm, m, inches or feet")
+        ->type_name("UNIT")
+        ->check(OfferedNames(unitNames))
+        ->required();
+    command.add_option("--to", options.to, "The unit to convert to")
+        ->type_name("UNIT")
+        ->check(OfferedNames(unitNames))
+        ->required();
     CLI::Option* const json =
         command.add_flag("--json", options.json, "Print a JSON document of the lengths");
     CLI::Option* const column = command.add_option(
@@ -141,6 +150,7 @@ void AddConvert(CLI::App& units) {
     command
         .add_option("--input", options.table.input,
                     "The table, comma separated values; '-' is standard input. It may be larger than memory")
+        ->type_name(kFileValue)
         ->capture_default_str();
     AddCsvOptions(command, options.table);
     json->excludes(column);

@@ -9,6 +9,7 @@
 #include "apps/chartutil/terminal/Console.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
+#include "apps/chartutil/terminal/ValueNames.h"
 #include "apps/chartutil/work/LongWork.h"
 
 #include <CLI/CLI.hpp>
@@ -151,15 +152,17 @@ void ChangeColumns(TableLines& input, Output& output, const CsvTable& table,
 } // namespace
 
 void AddCsvOptions(CLI::App& command, CsvTable& table) {
-    command.add_option("-o,--output", table.output, "The table to write; standard output without it");
+    command.add_option("-o,--output", table.output, "The table to write; standard output without it")
+        ->type_name(kFileValue);
     AddForce(command, table.isForced);
     command.add_option("--separator", table.separator, "The character between columns, or 'tab'")
+        ->type_name("CHARACTER")
         ->capture_default_str();
     command.add_flag("--no-header", table.hasNoHeader,
                      "The first line holds numbers, not the columns' names");
     command
         .add_option("--decimals", table.decimals,
-                    "Digits after the point of changed numbers; without it those of the number that\n"
+                    "Digits after the point of changed numbers; without it those of the number that "
                     "was there, and as many more as the change needs")
         ->check(CLI::Range(0, 20));
 }

@@ -50,7 +50,14 @@ constexpr int kProjectChanged = 1;
 /// there is no project.
 [[noreturn]] void WatchProject(const UserText& folder, const std::function<void()>& redraw);
 
-/// Makes a project folder for a file of soundings, with settings that suit them. `soundings` may be empty:
-/// the project is then one to be filled in. Throws a CommandError when there is a project already, and where
-/// the soundings cannot be read. Returns the files that were made.
-std::vector<UserText> MakeProject(const UserText& folder, const UserText& soundings);
+/// A project that is to be made.
+struct NewProject {
+    UserText folder;
+    UserText soundings;      ///< their file; empty for a project that is to be filled in
+    std::string x, y, depth; ///< columns of a table: names, or numbers from 1; empty for the usual names
+    std::string system;      ///< coordinate system of the file; empty for what it says or looks like
+};
+
+/// Makes a project folder for a file of soundings, with settings that suit them. Throws a CommandError when
+/// there is a project already, and where the soundings cannot be read. Returns the files that were made.
+std::vector<UserText> MakeProject(const NewProject& project);

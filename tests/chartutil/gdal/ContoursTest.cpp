@@ -116,6 +116,15 @@ TEST(Contours, LabelsStandOnTheirLineAndAlongIt) {
     }
 }
 
+TEST(Contours, LabelsAreTurnedByTheirLineAlone) {
+    Project turned = Labelled();
+    turned.contourLabels.SetRotation(Angle(30.0));
+    const std::vector<PlacedText> labels = Drawn(Chart(Labelled(), Survey(3000, Waves))).labels,
+                                  others = Drawn(Chart(turned, Survey(3000, Waves))).labels;
+    ASSERT_EQ(labels.size(), others.size());
+    for (std::size_t i = 0; i < labels.size(); ++i) EXPECT_NEAR(TurnOf(labels[i]), TurnOf(others[i]), 1e-6);
+}
+
 TEST(Contours, LabelsOverlapNoOtherTextAndKeepWithinTheFrame) {
     const Chart chart(Labelled(), Survey(3000, Waves));
     Occupied occupied;
@@ -182,6 +191,25 @@ TEST(Contours, EachLevelHasItsOwnLook) {
     }
     ASSERT_FALSE(drawn.labels.empty());
     for (const PlacedText& label : drawn.labels) EXPECT_EQ(L"10", label.parts[0].lines[0].text);
+}
+
+TEST(Contours, LinesEndAtTheProjectsGapFromTheirLabel) {
+    const auto lengthWith = [](double gap) {
+        Project project = PlainProject();
+        AddLevels(project, {5}, true);
+        project.reach = 100;
+        project.contours.SetLabelSpacing(1000);
+        project.contourLabelGap = gap;
+        const Drawn drawn{Chart(project, Survey(4000, [](double x, double) { return x / 20; }))};
+        EXPECT_THAT(drawn.labels, SizeIs(1));
+        double length = 0;
+        for (const auto& stroke : ShapesOf<Surface::Stroke>(drawn.surface))
+            for (std::size_t i = 1; i < stroke.points.size(); ++i)
+                length += std::hypot(stroke.points[i].x - stroke.points[i - 1].x,
+                                     stroke.points[i].y - stroke.points[i - 1].y);
+        return length;
+    };
+    EXPECT_NEAR(2 * 4.0, lengthWith(1) - lengthWith(5), 0.01);
 }
 
 TEST(Contours, LabelsNeedRoomOnTheirLine) {

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 using nlohmann::json;
 using ::testing::AllOf;
@@ -50,6 +51,44 @@ TEST(InitCommand, TakesATableFromStandardInput) {
     const std::string other = (folder.Path() / "other").string();
     EXPECT_NE(0, RunChartutil({"init", other, "--soundings", "-"}, "no table\n").exitCode);
     EXPECT_FALSE(std::filesystem::exists(other));
+}
+
+TEST(InitCommand, TakesColumnsByTheirNamesOrNumbers) {
+    const TemporaryFolder folder;
+    const std::string table = (folder.Path() / "weser.csv").string();
+    WriteBytes(table, Square("Tiefe,Rechtswert,Hochwert\n", 4e5, 6e6, 5000, 40));
+    const auto init = [&](const std::string& name, std::vector<std::string> options) {
+        options.insert(options.begin(), {"init", (folder.Path() / name).string(), "--soundings", table});
+        return RunChartutil(options);
+    };
+    const ProgramResult none = init("none", {});
+    EXPECT_EQ(1, none.exitCode);
+    EXPECT_THAT(none.error, HasSubstr("with --x of 'chartutil init', which one is X"));
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "none"));
+
+    // Each in another's place, so that the soundings lie elsewhere than by the names of the header.
+    for (const std::vector<std::string>& columns :
+         {std::vector<std::string>{"Rechtswert", "Hochwert", "Tiefe"}, {"2", "3", "1"}}) {
+        const std::string path = (folder.Path() / columns[0]).string();
+        EXPECT_EQ(0, init(columns[0], {"--x", columns[0], "--y", columns[1], "--depth", columns[2],
+                                       "--system", "EPSG:25832"})
+                         .exitCode);
+        const json check = json::parse(RunChartutil({"check", path, "--json"}).output, nullptr, false);
+        EXPECT_EQ("EPSG:25832", check["coordinateSystem"]["definition"]) << check.dump(1);
+        EXPECT_THAT(ReadBytes(std::filesystem::path(path) / "project.ini"), HasSubstr(columns[1]));
+    }
+    const ProgramResult wrong =
+        init("wrong", {"--x", "2", "--y", "3", "--depth", "1", "--system", "EPSG:none"});
+    EXPECT_NE(0, wrong.exitCode);
+    EXPECT_THAT(wrong.error, HasSubstr("EPSG:none"));
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "wrong"));
+}
+
+TEST(InitCommand, SaysThatItTakesNumbersForLongitudesAndLatitudes) {
+    const NewProject guessed("a.xyz", Square("", 8, 54, 0.01, 40));
+    EXPECT_THAT(guessed.made.error, HasSubstr("--system"));
+    const NewProject named("a.csv", Square("lon,lat,depth\n", 8, 54, 0.01, 40));
+    EXPECT_EQ("", named.made.error);
 }
 
 TEST(InitCommand, MakesAProjectThatIsDrawnAtOnce) {
@@ -108,10 +147,30 @@ TEST(InitCommand, TakesOneSounding) {
 TEST(InitCommand, ExplainsEachSettingWhereItStands) {
     const NewProject project("a.csv", Square("easting,northing,depth\n", 4e5, 6e6, 5000, 40));
     EXPECT_THAT(project.File("project.ini"),
-                AllOf(HasSubstr(";mm"), HasSubstr(";1 to this; 0 for what fits"),
+                AllOf(HasSubstr(";from the paper's sides to the border with its labels (mm, 0 to 1000)"),
                       HasSubstr("Depth                = depth"), HasSubstr("[Keywords]")));
+    std::istringstream lines(project.File("project.ini"));
+    for (std::string line; std::getline(lines, line) && !line.starts_with("[Keywords]");)
+        EXPECT_EQ(line.find('=') != std::string::npos, line.find(';') != std::string::npos) << line;
     EXPECT_EQ(project.File("a.csv"), ReadBytes(project.folder.Path() / "a.csv"));
     EXPECT_EQ("chart", project.Check()["title"]);
+}
+
+TEST(InitCommand, HasTheLimitOfTheSurveyToBeSwitchedOn) {
+    const NewProject project("a.csv", Square("easting,northing,depth\n", 4e5, 6e6, 5000, 40));
+    const std::string sheet = project.path + "/chart.svg";
+    std::string settings = project.File("project.ini"), drawn[2];
+    for (const bool isOn : {false, true}) {
+        if (isOn) {
+            const std::size_t at = settings.find("Enable", settings.find("[Survey Limit]"));
+            settings.replace(settings.find('0', at), 1, "1");
+            WriteBytes(project.folder.Path() / "chart" / "project.ini", settings);
+        }
+        EXPECT_EQ(0, RunChartutil({"sheet", project.path, "-o", sheet}).exitCode);
+        drawn[isOn ? 1 : 0] = ReadBytes(std::filesystem::path(sheet));
+    }
+    EXPECT_THAT(drawn[0], testing::Not(HasSubstr("limit of survey")));
+    EXPECT_THAT(drawn[1], HasSubstr("limit of survey"));
 }
 
 TEST(InitCommand, NeverOverwrites) {

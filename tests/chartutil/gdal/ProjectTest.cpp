@@ -69,7 +69,13 @@ TEST(Project, TellsFileLineSectionAndKeyOfWhatIsWrong) {
              Row{"[Map Grid]\nGridStyle = POINTS,CROSSES\n",
                  "project.ini:4: [Map Grid] GridStyle: 'POINTS,CROSSES' cannot be used; 'POINTS' is taken"},
              Row{"[Map Grid]\nXInterval = ten\n",
-                 "project.ini:4: [Map Grid] XInterval: 'ten' cannot be used; '0.000000' is taken"},
+                 "project.ini:4: [Map Grid] XInterval: 'ten' is no number; 50 is taken"},
+             Row{"[Contours]\nSmoothingWindow = 9\n",
+                 "project.ini:4: [Contours] SmoothingWindow: '9' is not from 0 to 8; 0 is taken"},
+             Row{"[Graticule]\nLatLonDecimals = 1.5\n",
+                 "project.ini:4: [Graticule] LatLonDecimals: '1.5' is no whole number; 2 is taken"},
+             Row{"[Map Grid]\nTickSize = -1\n",
+                 "project.ini:4: [Map Grid] TickSize: '-1' is not at least 0; 2.5 is taken"},
              Row{"[Contours]\nLabelOrientation = Upwards\n",
                  "project.ini:4: [Contours] LabelOrientation: 'Upwards' cannot be used; 'OptimumTextAngle' "
                  "is taken"},
@@ -103,6 +109,21 @@ TEST(Project, TakesEachSpellingOfAValueThatARecordTakes) {
                                        "[Contours]\nLabelSpacing = 12\n[Keywords]\nanything = at all\n");
     EXPECT_THAT(opened.reports, IsEmpty());
     EXPECT_EQ(50, opened.project.grid.XInterval());
+}
+
+TEST(Project, AKeyThatIsMissingLeavesWhatIsThereWithoutIt) {
+    const Project none = OpenedProject("").project;
+    EXPECT_EQ(none.grid.GridStyle(), OpenedProject("[Map Grid]\nXInterval = 10\n").project.grid.GridStyle());
+    const Project project = OpenedProject("[Legend]\nText.TrueColor = 255\nText.Size = 4\nHeading.Size = 5\n"
+                                          "[Graticule Labels]\nTrueColor = 77\nFont = DejaVu Sans\n"
+                                          "[Scale Bar]\nText.Color = 5\nHeading.Color =\n")
+                                .project;
+    EXPECT_EQ(255u, project.legend.heading.Color());
+    EXPECT_EQ(5, project.legend.heading.Size());
+    EXPECT_EQ(4, project.legend.subheading.Size());
+    EXPECT_EQ(77u, project.degreeText.Color());
+    EXPECT_EQ(L"DejaVu Sans", project.degreeText.Font());
+    EXPECT_EQ(0xFF0000u, project.scaleBar.heading.Color());
 }
 
 TEST(Project, NamesTheLineInTheFilesThatItNames) {

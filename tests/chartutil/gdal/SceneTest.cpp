@@ -119,6 +119,21 @@ TEST(Scene, SmoothingShortensLinesAndKeepsEndsAndClosure) {
     }
 }
 
+TEST(Scene, TheSurfaceIsSmoothedAsFarAsTheProjectSays) {
+    const auto rough = [](double x, double y) { return 10 + std::sin(x * 1.7) * std::cos(y * 1.3); };
+    double last = std::numeric_limits<double>::infinity();
+    for (const double smoothing : {0.0, 1.3, 4.0}) {
+        Project project = PlainProject();
+        project.smoothing = smoothing;
+        const Chart chart(project, Survey(20000, rough));
+        const auto [least, most] = std::ranges::minmax_element(chart.scene.depths.values);
+        const double range = static_cast<double>(*most) - static_cast<double>(*least);
+        EXPECT_LT(range, last) << smoothing;
+        EXPECT_TRUE(smoothing > 0 || range > 1.9) << "as deep as the soundings are";
+        last = range;
+    }
+}
+
 TEST(Scene, AnyNumbersOfTheContourRecordEnd) {
     for (const int number : {-1, 9, 2147483647, -2147483647 - 1}) {
         Project project = PlainProject();

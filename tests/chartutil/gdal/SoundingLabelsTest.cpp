@@ -13,7 +13,7 @@ namespace {
 
 // Whether none that is shoaler, or as shoal and earlier, is in the sounding's square or in one about it.
 bool IsShoalestAbout(const Chart& chart, const std::vector<Sounding>& soundings, std::size_t sounding) {
-    const double side = kShoalSquare * static_cast<double>(chart.project.depthLabels.Size());
+    const double side = chart.project.shoalSquare * static_cast<double>(chart.project.depthLabels.Size());
     const auto square = [&](const Sounding& s) {
         const Surface::Point at = chart.frame(s.place);
         return std::pair(std::floor((at.x - chart.frame.Left()) / side),
@@ -49,10 +49,16 @@ bool IsPlaced(const std::vector<PlacedText>& placed, const Surface::Point& place
 } // namespace
 
 TEST(SoundingLabels, EachIsShownUnlessAShoalerOneThePanelTheFrameOrAContourIsInItsWay) {
-    for (const double gap : {0.0, 3.0}) {
-        SCOPED_TRACE(gap);
+    struct Row {
+        double gap, contourGap, shoalSquare;
+    };
+    for (const auto& [gap, contourGap, shoalSquare] :
+         {Row{0, 0.2, 5}, Row{3, 0.2, 5}, Row{0, 2, 5}, Row{0, 0, 2}, Row{0, 0.2, 12}}) {
+        SCOPED_TRACE(testing::Message() << gap << ' ' << contourGap << ' ' << shoalSquare);
         Project project = PlainProject();
         project.depthLabelGap = gap;
+        project.contourGap = contourGap;
+        project.shoalSquare = shoalSquare;
         AddLevels(project, {8, 10, 12});
         const std::vector<Sounding> soundings = Survey(1500, Waves);
         const Chart chart(project, soundings);
@@ -78,7 +84,7 @@ TEST(SoundingLabels, EachIsShownUnlessAShoalerOneThePanelTheFrameOrAContourIsInI
             const PlacedText label = PlaceDepth(project.depthLabels, sounding.depth, place);
             const Occupied::Box box = label.Box(gap / 2);
             if (IsPlaced(placed, place)) {
-                if (IsCrossed(chart, label.Box(kAirAtContours))) {
+                if (IsCrossed(chart, label.Box(project.contourGap))) {
                     EXPECT_TRUE(IsShoalestAbout(chart, soundings, i)) << i;
                 }
                 continue;
@@ -92,7 +98,7 @@ TEST(SoundingLabels, EachIsShownUnlessAShoalerOneThePanelTheFrameOrAContourIsInI
                 });
             if (isInTheWay) continue;
             ++crossed;
-            EXPECT_TRUE(IsCrossed(chart, label.Box(kAirAtContours))) << i;
+            EXPECT_TRUE(IsCrossed(chart, label.Box(project.contourGap))) << i;
             EXPECT_FALSE(IsShoalestAbout(chart, soundings, i)) << i;
         }
         EXPECT_GT(crossed, 0) << "the survey has soundings at its contours";

@@ -86,8 +86,8 @@ TEST_F(Soundings, ColumnsAreNamedOrNumbered) {
     EXPECT_EQ("2000 1000 300\n", Text("a.csv", table));
     project.depthColumn = "d";
     EXPECT_THAT(Fault("a.csv", table),
-                HasSubstr("a.csv:1: there is no column 'd'; write in [Soundings] which "
-                          "one is Depth, one of a, b, c"));
+                HasSubstr("a.csv:1: there is no column 'd'; write in [Soundings], or with --depth of "
+                          "'chartutil init', which one is Depth, one of a, b, c"));
     project.xColumn.clear();
     EXPECT_THAT(Fault("a.csv", table), HasSubstr("no column has a usual name for X"));
 }

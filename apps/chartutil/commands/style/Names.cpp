@@ -33,13 +33,18 @@ int RequireName(const std::string& text, std::span<const char* const> names, con
     throw CommandError(ExitCode::WRONG_USE, "'" + text + "' is no " + what + "; give " + ListOfNames(names));
 }
 
+std::vector<std::string> TypedNames(std::span<const char* const> names) {
+    std::vector<std::string> typed(names.begin(), names.end());
+    for (std::string& name : typed) std::replace(name.begin(), name.end(), ' ', '-');
+    return typed;
+}
+
 std::string ListOfNames(std::span<const char* const> names) {
     std::string list;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        std::string name = names[i];
-        std::replace(name.begin(), name.end(), ' ', '-');
-        if (i > 0) list += i + 1 < names.size() ? ", " : " or ";
-        list += name;
+    const std::vector<std::string> typed = TypedNames(names);
+    for (std::size_t i = 0; i < typed.size(); ++i) {
+        if (i > 0) list += i + 1 < typed.size() ? ", " : " or ";
+        list += typed[i];
     }
     return list;
 }

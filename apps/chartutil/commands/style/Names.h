@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // The names that users read and write for the numbers in text styles and depth labels.
 
@@ -25,5 +26,8 @@ std::optional<int> NumberOfName(std::string_view text, std::span<const char* con
 /// says that it is no `what`.
 int RequireName(const std::string& text, std::span<const char* const> names, const char* what);
 
-/// The names as they are written on a command line: "a-b, c or d".
+/// The names as they are written on a command line: "a-b", "c".
+std::vector<std::string> TypedNames(std::span<const char* const> names);
+
+/// The same in a sentence: "a-b, c or d".
 std::string ListOfNames(std::span<const char* const> names);

@@ -22,6 +22,7 @@ public:
     Labeller(const Sheet& sheet, const DrawnContours& contours, Occupied& occupied)
         : m_sheet(sheet), m_contours(contours), m_occupied(occupied), m_style(sheet.project.contourLabels) {
         m_style.SetJustification(TextInfo::MIDDLE_CENTER);
+        m_style.SetRotation(Angle(0.0));
     }
 
     // Labels along a contour, and where it is interrupted for them.
@@ -30,8 +31,7 @@ public:
         m_text = LevelText(look.level);
         const PlacedText measured = PlaceText(m_style, m_text, {});
         if (measured.parts.empty()) return;
-        constexpr double kAir = 0.6; // between the line's end and the text
-        m_width = measured.parts.front().box.Width() + 2 * kAir;
+        m_width = measured.parts.front().box.Width() + 2 * m_sheet.project.contourLabelGap;
         m_height = measured.parts.front().box.Height();
         const double spacing = std::max(static_cast<double>(m_sheet.project.contours.GetLabelSpacing()) /
                                             m_sheet.frame.UnitsPerMm(),

@@ -25,10 +25,8 @@ void DrawAreas(const Sheet& sheet, Surface& surface);
 /// The depths that there is room for, the shoalest first, each with its place taken. One is left out where it
 /// would come nearer than the project's gap to a panel, the frame or a shoaler one that is shown, and where a
 /// contour runs through it, unless it is the shoalest about: of all in its square of the map, with sides of
-/// kShoalSquare times the text's size, and in the eight about that.
+/// the project's shoal square times the text's size, and in the eight about that.
 std::vector<PlacedText> PlaceSoundings(const Sheet& sheet, const DrawnContours& contours, Occupied& occupied);
-constexpr double kShoalSquare = 5;
-constexpr double kAirAtContours = 0.2; ///< millimetres between a depth and a contour
 
 /// Contours, broken where depths stand; returns their labels, for which they are broken as well. A label is
 /// no further than the record's spacing from the next, as far as there are places for them: where the line is

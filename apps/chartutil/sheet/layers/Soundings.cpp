@@ -50,7 +50,7 @@ std::vector<PlacedText> PlaceSoundings(const Sheet& sheet, const DrawnContours& 
     for (std::size_t i = 0; i < scene.soundings.size(); ++i)
         if (frame.World().Classify(scene.soundings[i].place) == GTL::CLS::INSIDE) order.push_back(i);
     std::ranges::stable_sort(order, {}, [&](std::size_t i) { return scene.soundings[i].depth; });
-    Seen seen(frame, kShoalSquare * static_cast<double>(project.depthLabels.Size()));
+    Seen seen(frame, project.shoalSquare * static_cast<double>(project.depthLabels.Size()));
     Occupied spaced = occupied; // with the gap round each depth
     std::vector<PlacedText> placed;
     PlacedText label; // of the depth before: many are equal, to the decimals that they were measured to
@@ -71,7 +71,7 @@ std::vector<PlacedText> PlaceSoundings(const Sheet& sheet, const DrawnContours& 
         if (label.parts.empty()) continue;
         const Occupied::Box box = label.Box(project.depthLabelGap / 2);
         if (!frame.IsWithin(box) || !spaced.IsFree(box)) continue;
-        const Occupied::Box covered = label.Box(kAirAtContours);
+        const Occupied::Box covered = label.Box(project.contourGap);
         if (!isShoalest && contours.Cross(covered)) continue;
         spaced.Take(box);
         occupied.Take(covered);

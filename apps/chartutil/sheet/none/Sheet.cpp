@@ -18,4 +18,4 @@ Surface DrawSheet(const UserText&, SheetColors) { Refuse(); }
 void RequireOtherFile(const UserText&, const UserText&) { Refuse(); }
 ProjectSummary CheckProject(const UserText&) { Refuse(); }
 void WatchProject(const UserText&, const std::function<void()>&) { Refuse(); }
-std::vector<UserText> MakeProject(const UserText&, const UserText&) { Refuse(); }
+std::vector<UserText> MakeProject(const NewProject&) { Refuse(); }

@@ -10,8 +10,11 @@
 #include "apps/chartutil/files/StandardStreams.h"
 #include "apps/chartutil/sheet/Sheet.h"
 #include "apps/chartutil/sheet/geometry/GeometryWork.h"
+#include "apps/chartutil/sheet/project/ProjectKeys.h"
 #include "apps/chartutil/sheet/project/Soundings.h"
 #include "apps/chartutil/sheet/scene/MapFrame.h"
+#include "apps/chartutil/terminal/Console.h"
+#include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
 
 #include <algorithm>
@@ -74,14 +77,19 @@ WorldBox BoxOf(const std::vector<Sounding>& soundings) {
     return box;
 }
 
-// What the file says of its coordinates, or what they look like; empty where nobody knows.
-std::string SystemOfFile(const FoundSoundings& found) {
+// What the user or the file says of its coordinates, or what they look like; empty where nobody knows.
+std::string SystemOfFile(const FoundSoundings& found, const std::string& said) {
+    if (!said.empty()) return said;
     if (!found.system.empty()) return found.system;
     const WorldBox box = BoxOf(found.soundings);
     const bool isInRange = box.MinX() >= -180 && box.MaxX() <= 360 && box.MinY() >= -90 && box.MaxY() <= 90;
     const bool isNamedOtherwise =
         !found.xColumn.empty() && !Lower(found.xColumn).starts_with("lon") && found.xColumn.size() > 1;
-    return isInRange && !isNamedOtherwise ? "EPSG:4326" : "";
+    if (!isInRange || isNamedOtherwise) return {};
+    if (found.xColumn.empty())
+        PrintNote("the soundings look like longitudes and latitudes (EPSG:4326); if they are not, name their "
+                  "coordinate system with --system");
+    return "EPSG:4326";
 }
 
 bool CanBeDrawnIn(const std::string& system) {
@@ -217,22 +225,22 @@ class Writer {
 public:
     void Begin(const wchar_t* section) { m_section = &m_file[section]; }
 
-    void Put(const wchar_t* key, const std::string& value, const std::string& comment = {}) {
+    /// With what the table says of the key, or for a key of the user's with this comment.
+    void Put(const wchar_t* key, const std::string& value, std::string comment = {}) {
         std::string line = value;
         std::ranges::replace_if(
             line, [](char c) { return c == ';' || c == '\n' || c == '\r'; }, ' ');
         SectionKey& written = (*m_section)[key];
         written << SETTINGS::Widened(line);
+        if (comment.empty()) comment = RemarkOn(m_section->GetName().String(), key);
         if (!comment.empty()) written.SetComments(SETTINGS::Widened(comment));
     }
-    void Put(const wchar_t* key, double value, const std::string& comment = {}) {
-        Put(key, DecimalText(value), comment);
-    }
+    void Put(const wchar_t* key, double value) { Put(key, DecimalText(value)); }
     void Text(const std::string& prefix, const std::wstring& face, double size, int style = 0) {
         const auto name = [&](const char* key) { return FromUtf8(prefix + key); };
         Put(name("Font").c_str(), ToUtf8(face));
-        Put(name("Size").c_str(), size, "mm");
-        if (style != 0) Put(name("Style").c_str(), style, "1 bold, 2 italic, 3 both");
+        Put(name("Size").c_str(), size);
+        if (style != 0) Put(name("Style").c_str(), style);
     }
 
     const IniFile& File() const { return m_file; }
@@ -245,21 +253,27 @@ private:
 // All that the settings say of these soundings.
 class Proposal {
 public:
-    Proposal(const UserText& folder, const UserText& file) : m_face(FaceOf()) {
+    Proposal(const NewProject& wanted, const UserText& file) : m_face(FaceOf()) {
+        const UserText& folder = wanted.folder;
         std::string name = fs::absolute(NativePath(folder)).lexically_normal().filename().string();
         if (name.empty())
             name = fs::absolute(NativePath(folder)).lexically_normal().parent_path().filename().string();
         m_title = name;
+        m_project.xColumn = wanted.x;
+        m_project.yColumn = wanted.y;
+        m_project.depthColumn = wanted.depth;
+        m_project.fileSystem = wanted.system;
         if (file.Empty()) return;
-        m_found = ReadSoundings({file, {}, {}, {}, {}}, [](std::uint64_t, const std::string&) {});
+        m_found = ReadSoundings({file, {}, wanted.x, wanted.y, wanted.depth},
+                                [](std::uint64_t, const std::string&) {});
         m_project.soundings = file;
         m_project.layer = m_found.layer;
-        m_project.xColumn = m_found.xColumn;
-        m_project.yColumn = m_found.yColumn;
-        m_project.depthColumn = m_found.depthColumn;
+        if (wanted.x.empty()) m_project.xColumn = m_found.xColumn;
+        if (wanted.y.empty()) m_project.yColumn = m_found.yColumn;
+        if (wanted.depth.empty()) m_project.depthColumn = m_found.depthColumn;
         m_project.unit = UnitOf(m_found.depthColumn);
         m_project.isDepthNegative = AreHeights(m_found);
-        m_project.fileSystem = SystemOfFile(m_found);
+        m_project.fileSystem = SystemOfFile(m_found, wanted.system);
         m_project.coordinateSystem = ChartSystem(m_project.fileSystem, m_found.soundings);
         m_found.soundings = {};
         m_soundings = ReadSoundings(m_project);
@@ -343,48 +357,45 @@ private:
     void WriteSheet(Writer& ini) const {
         ini.Begin(L"Sheet");
         ini.Put(L"Title", m_title);
-        ini.Put(L"Paper", m_isLandscape ? "A2 landscape" : "A2 portrait", "A0 to A5, landscape or portrait");
-        ini.Put(L"Margin", kMargin, "mm");
-        ini.Put(L"Scale", m_project.scale, "1 to this; 0 for what fits");
+        ini.Put(L"Paper", m_isLandscape ? "A2 landscape" : "A2 portrait");
+        ini.Put(L"Margin", kMargin);
+        ini.Put(L"Scale", m_project.scale);
         if (!m_project.hasCentre) return;
-        ini.Put(L"CentreX", std::round(m_project.centreX), "m, the middle of the map");
-        ini.Put(L"CentreY", std::round(m_project.centreY), "m");
+        ini.Put(L"CentreX", std::round(m_project.centreX));
+        ini.Put(L"CentreY", std::round(m_project.centreY));
     }
 
     void WriteSoundings(Writer& ini, const std::string& file) const {
         ini.Begin(L"Soundings");
-        ini.Put(L"File", file, "CSV, XYZ, or a layer of points: GeoPackage, GeoJSON, S-57, Shape");
+        ini.Put(L"File", file);
         if (!m_project.layer.empty()) ini.Put(L"Layer", m_project.layer);
         if (m_found.isTable || m_soundings.empty()) {
-            ini.Put(L"X", m_project.xColumn.empty() ? "1" : m_project.xColumn, "the column's name or number");
+            ini.Put(L"X", m_project.xColumn.empty() ? "1" : m_project.xColumn);
             ini.Put(L"Y", m_project.yColumn.empty() ? "2" : m_project.yColumn);
         }
         if (m_found.isTable || m_soundings.empty() || !m_project.depthColumn.empty())
             ini.Put(L"Depth", m_project.depthColumn.empty() ? "3" : m_project.depthColumn);
-        ini.Put(L"Positive", m_project.isDepthNegative ? "Up" : "Down",
-                "where numbers above 0 are: Up, Down");
-        ini.Put(L"Unit", ToUtf8(m_project.unit.AsString()), "of the file's depths: mm, cm, m, inches, feet");
-        ini.Put(L"CoordinateSystem", m_project.coordinateSystem, "of the chart, such as EPSG:32632");
+        ini.Put(L"Positive", m_project.isDepthNegative ? "Up" : "Down");
+        ini.Put(L"Unit", ToUtf8(m_project.unit.AsString()));
+        ini.Put(L"CoordinateSystem", m_project.coordinateSystem);
         const bool isOther = m_project.fileSystem != m_project.coordinateSystem;
-        ini.Put(L"FileCoordinateSystem", isOther ? m_project.fileSystem : "",
-                "of the file, where it is another one");
+        ini.Put(L"FileCoordinateSystem", isOther ? m_project.fileSystem : "");
         ini.Put(L"Label",
-                ToUtf8(m_face) + ",1.8,0,8,250,0,0,0,0,4210752," + (IsDeep() ? "0" : "1") + ",2,1,1,0,1,0",
-                "'chartutil style line' explains it");
-        ini.Put(L"Gap", 0.8, "mm between two numbers");
+                ToUtf8(m_face) + ",1.8,0,8,250,0,0,0,0,4210752," + (IsDeep() ? "0" : "1") + ",2,1,1,0,1,0");
+        ini.Put(L"Gap", 0.8);
     }
 
     void WriteSurface(Writer& ini) const {
         ini.Begin(L"Surface");
         ini.Put(L"ColorTable", "depths.col");
-        ini.Put(L"CellSize", 0.8, "mm");
+        ini.Put(L"CellSize", 0.8);
         const double reach =
             m_soundings.empty() ? 8 : ReachFor(m_soundings, BoxOf(m_soundings), UnitsPerMm());
-        ini.Put(L"Reach", std::round(reach * 10) / 10, "mm from a sounding to where nothing is known");
+        ini.Put(L"Reach", std::round(reach * 10) / 10);
         ini.Begin(L"Sun Illumination");
-        ini.Put(L"SunIllumunationEnable", m_depths.size() >= 1000 ? "1" : "0", "1 for a shaded surface");
-        ini.Put(L"SunIllumunationAzimuth", 315, "degrees");
-        ini.Put(L"SunIllumunationElevation", 45, "degrees");
+        ini.Put(L"SunIllumunationEnable", m_depths.size() >= 1000 ? "1" : "0");
+        ini.Put(L"SunIllumunationAzimuth", 315);
+        ini.Put(L"SunIllumunationElevation", 45);
         ini.Put(L"SunIllumunationContrast", 0.3);
         double exaggeration = 10;
         if (!m_depths.empty()) {
@@ -393,18 +404,23 @@ private:
             const double across = std::hypot(box.ExtentX(), box.ExtentY());
             exaggeration = 0.03 * across / std::max(*deepest - *shoalest, 1e-3);
         }
-        ini.Put(L"Exaggeration", std::clamp(RoundUp(exaggeration), 1.0, 1000.0), "of heights, for the light");
+        ini.Put(L"Exaggeration", std::clamp(RoundUp(exaggeration), 1.0, 1000.0));
     }
 
     void WriteContours(Writer& ini) const {
+        ini.Begin(L"Survey Limit");
+        ini.Put(L"LineWidth", 0.1);
+        ini.Put(L"LineStyle", "Dashed");
+        ini.Put(L"LineTrueColor", ColorRef(RGBColor(128, 128, 128)));
+        ini.Put(L"Enable", "0");
         ini.Begin(L"Contours");
-        ini.Put(L"Levels", "levels.cdf", "'chartutil edit contours' changes them");
+        ini.Put(L"Levels", "levels.cdf");
         ini.Put(L"EnableContouring", "1");
-        ini.Put(L"SmoothingWindow", 3, "0 to 8 points");
+        ini.Put(L"SmoothingWindow", 3);
         ini.Put(L"SmoothingPasses", 2);
-        ini.Put(L"ContourLabelSpacing", RoundUp(70 * UnitsPerMm()), "m");
-        ini.Put(L"SuppressionLength", RoundUp(8 * UnitsPerMm()), "m; shorter contours are left out");
-        ini.Put(L"LabelOrientation", "HighToLow", "tops towards shallower water");
+        ini.Put(L"ContourLabelSpacing", RoundUp(70 * UnitsPerMm()));
+        ini.Put(L"SuppressionLength", RoundUp(8 * UnitsPerMm()));
+        ini.Put(L"LabelOrientation", "HighToLow");
         ini.Begin(L"Contour Labels");
         ini.Text("", m_face, 1.8, 2);
         ini.Put(L"TrueColor", ColorRef(RGBColor(54, 90, 122)));
@@ -412,21 +428,20 @@ private:
 
     void WriteBorder(Writer& ini) const {
         ini.Begin(L"Border");
-        ini.Put(L"LineWidth", 0.15, "mm");
+        ini.Put(L"LineWidth", 0.15);
         ini.Put(L"LineTrueColor", "0");
         if (!m_project.coordinateSystem.empty()) WriteGraticule(ini);
         const double interval = RoundUp(50 * UnitsPerMm());
         ini.Begin(L"Map Grid");
-        ini.Put(L"XInterval", interval, "m");
-        ini.Put(L"YInterval", interval, "m");
+        ini.Put(L"XInterval", interval);
+        ini.Put(L"YInterval", interval);
         ini.Put(L"XMinorTicks", 5);
         ini.Put(L"YMinorTicks", 5);
-        ini.Put(L"GridStyle", "POINTS,X_TICKS,Y_TICKS",
-                "POINTS, X_LINES, Y_LINES, X_TICKS, Y_TICKS, X_MINORTICKS, Y_MINORTICKS, LONG_NORTHTICK");
-        ini.Put(L"TickSize", 2, "mm");
-        ini.Put(L"MinorTickSize", 1, "mm");
+        ini.Put(L"GridStyle", "POINTS,X_TICKS,Y_TICKS");
+        ini.Put(L"TickSize", 2);
+        ini.Put(L"MinorTickSize", 1);
         ini.Begin(L"Map Grid Line");
-        ini.Put(L"LineWidth", 0.08, "mm");
+        ini.Put(L"LineWidth", 0.08);
         ini.Put(L"LineTrueColor", ColorRef(RGBColor(128, 128, 128)));
         ini.Put(L"Enable", "1");
         ini.Begin(L"Map Grid Labels");
@@ -448,16 +463,15 @@ private:
         const double longitude = DegreesFor(std::isfinite(longitudes) ? longitudes : 10);
         const double latitude = DegreesFor(std::isfinite(latitudes) ? latitudes : 10);
         ini.Begin(L"Graticule");
-        ini.Put(L"LonInterval", longitude, "degrees");
-        ini.Put(L"LatInterval", latitude, "degrees");
-        ini.Put(L"LatLonStyle", std::min(longitude, latitude) < 1.0 / 60 ? "1" : "0",
-                "0 degrees and minutes, 1 seconds as well, 2 degrees with decimals");
+        ini.Put(L"LonInterval", longitude);
+        ini.Put(L"LatInterval", latitude);
+        ini.Put(L"LatLonStyle", std::min(longitude, latitude) < 1.0 / 60 ? "1" : "0");
         ini.Put(L"DegMinSecSymbols", "1");
         ini.Put(L"TrailingHemisphereIndicator", "1");
-        ini.Put(L"GridStyle", "1", "0 in the border only, 1 lines, 2 ticks, 3 crosses");
+        ini.Put(L"GridStyle", "1");
         ini.Put(L"GridTrueColor", ColorRef(RGBColor(120, 120, 120)));
         ini.Begin(L"Graticule Line");
-        ini.Put(L"LineWidth", 0.08, "mm");
+        ini.Put(L"LineWidth", 0.08);
         ini.Put(L"LineTrueColor", ColorRef(RGBColor(120, 120, 120)));
         ini.Put(L"Enable", "1");
         ini.Begin(L"Graticule Labels");
@@ -473,15 +487,15 @@ private:
         double top = m_project.paperHeight - frame.Top() - kGap;
         const auto place = [&](const wchar_t* name, double x, double panelWidth, double height) {
             ini.Begin(name);
-            ini.Put(L"PosX", std::round(x), "mm from the paper's left side");
-            ini.Put(L"PosY", std::round(top - height), "mm from its lower side");
-            ini.Put(L"Width", std::round(panelWidth), "mm");
-            ini.Put(L"Height", std::round(height), "mm");
+            ini.Put(L"PosX", std::round(x));
+            ini.Put(L"PosY", std::round(top - height));
+            ini.Put(L"Width", std::round(panelWidth));
+            ini.Put(L"Height", std::round(height));
         };
         const char* const line = "0.15,0,Solid Line,0,1";
         constexpr double kTitle = 60, kScale = 36, kNorth = 44;
         place(L"Title Block", left, width, kTitle);
-        ini.Put(L"Layout", "title-block.txt", "keywords between percent signs");
+        ini.Put(L"Layout", "title-block.txt");
         ini.Text("Text.", m_face, 2.2);
         ini.Text("Heading.", m_face, 5, 1);
         ini.Text("Subheading.", m_face, 3);
@@ -522,8 +536,8 @@ public:
     explicit NewFiles(const UserText& folder) : m_folder(NativePath(folder)) {
         m_isFolderNew = fs::create_directories(m_folder, m_error);
         if (m_error)
-            throw CommandError(ExitCode::IO_ERROR,
-                               folder.Utf8() + ": the folder cannot be made: " + m_error.message());
+            throw CommandError(ExitCode::IO_ERROR, folder.Utf8() + ": the folder cannot be made: " +
+                                                       m_error.message() + "; name another one");
     }
     ~NewFiles() {
         if (m_isComplete) return;
@@ -556,7 +570,8 @@ bool IsOneFile(const UserText& path) {
 
 } // namespace
 
-std::vector<UserText> MakeProject(const UserText& folder, const UserText& soundings) {
+std::vector<UserText> MakeProject(const NewProject& project) {
+    const UserText &folder = project.folder, &soundings = project.soundings;
     const bool isInput = IsStandardStream(soundings);
     const std::string name = soundings.Empty() || isInput ? "soundings.csv" : FileNameOf(soundings);
     const fs::path target = NativePath(folder);
@@ -572,7 +587,7 @@ std::vector<UserText> MakeProject(const UserText& folder, const UserText& soundi
 
     NewFiles files(folder);
     if (isInput) WriteFile(files.Add(name), ReadFile(soundings));
-    const Proposal proposal(folder, isInput ? UserText((target / name).string()) : soundings);
+    const Proposal proposal(project, isInput ? UserText((target / name).string()) : soundings);
     if (isCopied) fs::copy_file(NativePath(soundings), NativePath(files.Add(name)));
     SaveColorTable(proposal.Colors(), files.Add("depths.col"));
     const UserText& levels = files.Add("levels.cdf");

@@ -8,10 +8,12 @@
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/files/LayoutFile.h"
 #include "apps/chartutil/sheet/project/ProjectFile.h"
+#include "apps/chartutil/sheet/project/ProjectKeys.h"
 #include "apps/chartutil/terminal/Errors.h"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -29,7 +31,7 @@ void ReadPanel(ProjectFile& reader, const wchar_t* name, Panel& panel) {
     reader.ReadPrefixed(name, L"Heading", panel.heading);
     panel.subheading = panel.text;
     reader.ReadPrefixed(name, L"Subheading", panel.subheading);
-    reader.ReadNumber(name, L"Inset", panel.inset, 0, 100);
+    reader.ReadNumber(name, L"Inset", panel.inset);
     reader.ReadLine(name, L"Frame", panel.frame);
     if (!panel.isShown) return;
     reader.RequireFace(name, L"Text.Font", panel.text);
@@ -44,8 +46,8 @@ void ReadPanel(ProjectFile& reader, const wchar_t* name, Panel& panel) {
 void ReadPaper(ProjectFile& reader, Project& project) {
     std::wstring paper;
     reader.ReadText(L"Sheet", L"Paper", paper);
-    const bool hasWidth = reader.ReadNumber(L"Sheet", L"PaperWidth", project.paperWidth, 50, 5000);
-    const bool hasHeight = reader.ReadNumber(L"Sheet", L"PaperHeight", project.paperHeight, 50, 5000);
+    const bool hasWidth = reader.ReadNumber(L"Sheet", L"PaperWidth", project.paperWidth);
+    const bool hasHeight = reader.ReadNumber(L"Sheet", L"PaperHeight", project.paperHeight);
     if (paper.empty()) return;
     constexpr struct {
         const wchar_t* name;
@@ -121,18 +123,31 @@ void ReadLevels(ProjectFile& reader, ContourDefinitionList& levels) {
     levels = usable;
 }
 
-std::size_t ReadChoice(ProjectFile& reader, const wchar_t* section, const wchar_t* key,
-                       const std::vector<std::string>& names, std::size_t index) {
-    reader.ReadName(section, key, names, index);
-    return index;
+// Each counts with the other one.
+void ReadCentre(ProjectFile& reader, Project& project) {
+    double x = std::numeric_limits<double>::quiet_NaN(), y = x;
+    const bool hasX = reader.ReadNumber(L"Sheet", L"CentreX", x);
+    const bool hasY = reader.ReadNumber(L"Sheet", L"CentreY", y);
+    if (hasX != hasY)
+        reader.Report(L"Sheet", hasX ? L"CentreX" : L"CentreY",
+                      "it counts only with the other one of CentreX and CentreY; write both");
+    project.hasCentre = hasX && hasY;
+    if (!project.hasCentre) return;
+    project.centreX = x;
+    project.centreY = y;
 }
 
 } // namespace
 
 Project OpenProject(const UserText& folder) {
     ProjectFile reader(folder);
-    Project project;
+    Project project = ReadProject(reader);
     project.folder = folder;
+    return project;
+}
+
+Project ReadProject(ProjectFile& reader) {
+    Project project;
     project.lines = reader.Lines();
     reader.ReadText(L"Sheet", L"Title", project.title);
 
@@ -141,40 +156,32 @@ Project OpenProject(const UserText& folder) {
     reader.ReadText(L"Soundings", L"X", project.xColumn);
     reader.ReadText(L"Soundings", L"Y", project.yColumn);
     reader.ReadText(L"Soundings", L"Depth", project.depthColumn);
-    project.isDepthNegative = ReadChoice(reader, L"Soundings", L"Positive", {"Down", "Up"}, 0) == 1;
-    std::vector<std::string> units;
-    for (const UnitType::U_TYPE unit :
-         {UnitType::MM, UnitType::CM, UnitType::M, UnitType::INCHES, UnitType::FEET})
-        units.push_back(ToUtf8(UnitType(unit).AsString()));
-    project.unit =
-        static_cast<UnitType::U_TYPE>(ReadChoice(reader, L"Soundings", L"Unit", units, UnitType::M));
+    project.isDepthNegative = reader.ReadName(L"Soundings", L"Positive", 0) == 1;
+    project.unit = static_cast<UnitType::U_TYPE>(reader.ReadName(L"Soundings", L"Unit", UnitType::M));
     reader.ReadText(L"Soundings", L"CoordinateSystem", project.coordinateSystem);
     reader.ReadText(L"Soundings", L"FileCoordinateSystem", project.fileSystem);
-    reader.ReadNumber(L"Soundings", L"Gap", project.depthLabelGap, 0, 100);
+    reader.ReadNumber(L"Soundings", L"Gap", project.depthLabelGap);
+    reader.ReadNumber(L"Soundings", L"ContourGap", project.contourGap);
+    reader.ReadNumber(L"Soundings", L"ShoalSquare", project.shoalSquare);
     reader.ReadLine(L"Soundings", L"Label", project.depthLabels);
     reader.RequireFace(L"Soundings", L"Label", project.depthLabels);
 
     ReadPaper(reader, project);
-    reader.ReadNumber(L"Sheet", L"Margin", project.margin, 0, 1000);
-    if (reader.ReadNumber(L"Sheet", L"Scale", project.scale, 0, 1e9) && project.scale > 0 &&
-        project.scale < 1) {
+    reader.ReadNumber(L"Sheet", L"Margin", project.margin);
+    if (reader.ReadNumber(L"Sheet", L"Scale", project.scale) && project.scale > 0 && project.scale < 1) {
         reader.Report(L"Sheet", L"Scale",
                       "no chart is larger than nature; write 1 or more, or 0 for what fits");
         project.scale = 0;
     }
-    const bool hasX = reader.ReadNumber(L"Sheet", L"CentreX", project.centreX, -1e9, 1e9);
-    const bool hasY = reader.ReadNumber(L"Sheet", L"CentreY", project.centreY, -1e9, 1e9);
-    project.hasCentre = hasX && hasY;
-    if (hasX != hasY)
-        reader.Report(L"Sheet", hasX ? L"CentreX" : L"CentreY",
-                      "it counts only with the other one of CentreX and CentreY; write both");
+    ReadCentre(reader, project);
     reader.ReadRecord(L"Paper Grid", project.paperGrid);
 
-    reader.ReadNumber(L"Surface", L"CellSize", project.cellSize, 0.05, 100);
-    reader.ReadNumber(L"Surface", L"Reach", project.reach, 0, 1000);
+    reader.ReadNumber(L"Surface", L"CellSize", project.cellSize);
+    reader.ReadNumber(L"Surface", L"Reach", project.reach);
+    reader.ReadNumber(L"Surface", L"Smoothing", project.smoothing);
     ReadColors(reader, project.colors);
     reader.ReadRecord(L"Sun Illumination", project.sun);
-    reader.ReadNumber(L"Sun Illumination", L"Exaggeration", project.exaggeration, 0, 10000);
+    reader.ReadNumber(L"Sun Illumination", L"Exaggeration", project.exaggeration);
 
     project.limit.SetEnable(reader.ReadRecord(L"Survey Limit", project.limit) && project.limit.Enable());
 
@@ -183,26 +190,27 @@ Project OpenProject(const UserText& folder) {
     ReadLevels(reader, project.levels);
     if (reader.ReadRecord(L"Contour Labels", project.contourLabels))
         reader.RequireFace(L"Contour Labels", L"Font", project.contourLabels);
+    reader.ReadNumber(L"Contour Labels", L"LabelGap", project.contourLabelGap);
 
     reader.ReadRecord(L"Border", project.border);
     BorderStyle& border = project.borderStyle;
-    reader.ReadNumber(L"Border", L"Room", border.room, 0, 100);
-    reader.ReadNumber(L"Border", L"TickWidth", border.tickWidth, 0, 20);
-    reader.ReadNumber(L"Border", L"BarWidth", border.barWidth, 0, 20);
-    reader.ReadNumber(L"Border", L"OuterLineGap", border.outerLineGap, 0, 20);
-    reader.ReadNumber(L"Border", L"OuterLineWidth", border.outerLineWidth, 0, 20);
-    reader.ReadNumber(L"Border", L"LabelGap", border.labelGap, 0, 20);
-    reader.ReadNumber(L"Border", L"TickSpacing", border.tickSpacing, 0.5, 1000);
-    reader.ReadNumber(L"Border", L"BarLength", border.barLength, 1, 1000);
-    reader.ReadNumber(L"Border", L"LabelSpacing", border.labelSpacing, 1, 1000);
+    reader.ReadNumber(L"Border", L"Room", border.room);
+    reader.ReadNumber(L"Border", L"TickWidth", border.tickWidth);
+    reader.ReadNumber(L"Border", L"BarWidth", border.barWidth);
+    reader.ReadNumber(L"Border", L"OuterLineGap", border.outerLineGap);
+    reader.ReadNumber(L"Border", L"OuterLineWidth", border.outerLineWidth);
+    reader.ReadNumber(L"Border", L"LabelGap", border.labelGap);
+    reader.ReadNumber(L"Border", L"TickSpacing", border.tickSpacing);
+    reader.ReadNumber(L"Border", L"BarLength", border.barLength);
+    reader.ReadNumber(L"Border", L"LabelSpacing", border.labelSpacing);
     project.hasGrid = reader.ReadRecord(L"Map Grid", project.grid);
     reader.ReadRecord(L"Map Grid Line", project.gridLine);
     if (reader.ReadRecord(L"Map Grid Labels", project.gridText))
         reader.RequireFace(L"Map Grid Labels", L"Font", project.gridText);
     project.hasGraticule = reader.ReadRecord(L"Graticule", project.graticule);
     reader.ReadRecord(L"Graticule Line", project.graticuleLine);
-    reader.ReadNumber(L"Map Grid", L"LabelGap", project.gridLabelGap, 0, 100);
-    reader.ReadNumber(L"Graticule", L"MarkSize", project.graticuleMark, 0, 1000);
+    reader.ReadNumber(L"Map Grid", L"LabelGap", project.gridLabelGap);
+    reader.ReadNumber(L"Graticule", L"MarkSize", project.graticuleMark);
     reader.ReadRecord(L"DXF", project.dxf);
     if (reader.ReadRecord(L"Graticule Labels", project.graticuleText))
         reader.RequireFace(L"Graticule Labels", L"Font", project.graticuleText);
@@ -230,14 +238,11 @@ Project OpenProject(const UserText& folder) {
 std::vector<UserText> FilesOf(const UserText& folder) {
     ProjectFile reader(folder);
     std::vector<UserText> files = {reader.Path()};
-    constexpr struct {
-        const wchar_t *section, *key;
-    } kFiles[] = {{L"Soundings", L"File"},
-                  {L"Surface", L"ColorTable"},
-                  {L"Contours", L"Levels"},
-                  {L"Title Block", L"Layout"}};
-    for (const auto& [section, key] : kFiles)
-        if (const UserText path = ReadPath(reader, section, key); !path.Empty()) files.push_back(path);
+    for (const ProjectSection& section : ProjectSections())
+        for (const auto& [key, row] : KeysOf(section.name))
+            if (row->kind == ProjectKey::Kind::PATH)
+                if (const UserText path = ReadPath(reader, section.name, key.c_str()); !path.Empty())
+                    files.push_back(path);
     return files;
 }
 

@@ -22,6 +22,8 @@
 #include <string>
 #include <vector>
 
+class ProjectFile;
+
 /// A part of the layout: where it stands on the paper, its texts, and the line round it.
 struct Panel {
     /// In millimetres from the paper's lower left corner. Justification says which point of the panel stands
@@ -78,7 +80,8 @@ struct Project {
     // [Surface]
     DXFColorTable colors;
     double cellSize = 0.8;
-    double reach = 8.0; ///< beyond which there is no surface about a sounding
+    double reach = 8.0;     ///< beyond which there is no surface about a sounding
+    double smoothing = 1.3; ///< edges of triangles are seen no more, and shapes hardly change
     SunIlluminationInfo sun;
     double exaggeration = 40; ///< of heights, for the light
 
@@ -87,9 +90,12 @@ struct Project {
     ContourDefinitionList levels;
     ContourInfo contours;
     TextInfo contourLabels;
+    double contourLabelGap = 0.6; ///< from the line's end to the number
 
     DepthLabelInfo depthLabels;
     double depthLabelGap = 0.6;
+    double contourGap = 0.2; ///< from a depth to a contour
+    double shoalSquare = 5;  ///< sides of the squares of which the shoalest is shown, in sizes of the text
 
     LineInfo border; ///< round the map
     BorderStyle borderStyle;
@@ -120,6 +126,9 @@ std::vector<UserText> FilesOf(const UserText& folder);
 /// Reads the project of a folder. What is wrong in its files goes to the PlotErrorReporter, in the context of
 /// the part that it is about, and the rest is read. Ends the command when there is no project.
 Project OpenProject(const UserText& folder);
+
+/// The same of its settings, without the folder's name.
+Project ReadProject(ProjectFile& reader);
 
 /// Tells the PlotErrorReporter, in the context of the section, what is wrong with a key of the project and
 /// what to do.

@@ -7,18 +7,21 @@
 #include "apps/chartutil/drawing/FontInUse.h"
 #include "apps/chartutil/files/Files.h"
 #include "apps/chartutil/files/SettingsFile.h"
+#include "apps/chartutil/sheet/project/ProjectKeys.h"
 #include "apps/chartutil/terminal/Errors.h"
 #include "apps/chartutil/terminal/Numbers.h"
+#include "apps/chartutil/terminal/Suggestion.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
-#include <numeric>
+#include <set>
 
 namespace {
 
 UserText SettingsPath(const UserText& folder) {
     UserText path((NativePath(folder) / "project.ini").string());
+    if (std::error_code none; std::filesystem::is_regular_file(NativePath(folder), none))
+        throw CommandError(ExitCode::IO_ERROR, folder.Utf8() + " is a file; name the project's folder");
     if (!PathExists(path))
         throw CommandError(ExitCode::IO_ERROR, folder.Utf8() +
                                                    " is no project: it has no file project.ini; 'chartutil "
@@ -45,31 +48,22 @@ std::string Named(const std::wstring& value) {
     return "'" + ToUtf8(text.substr(0, kLongest)) + (text.size() > kLongest ? "..." : "") + "'";
 }
 
-// So many letters have to be changed, added or taken out to make one of the other.
-std::size_t Distance(std::wstring_view a, std::wstring_view b) {
-    std::vector<std::size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        std::size_t before = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < b.size(); ++j) {
-            const std::size_t changed = before + (ToLowerW(a[i]) == ToLowerW(b[j]) ? 0 : 1);
-            before = std::exchange(row[j + 1], std::min({row[j] + 1, row[j + 1] + 1, changed}));
-        }
-    }
-    return row.back();
+// A number as it would be written; empty for none.
+std::string Written(double number) { return std::isfinite(number) ? DecimalText(number) : std::string(); }
+
+std::string TakenInstead(const std::string& value) {
+    return "; " + (value.empty() ? "nothing" : value) + " is taken";
 }
 
-template <typename Names> std::string Suggestion(const std::wstring& name, const Names& names) {
-    constexpr std::size_t kLongest = 64;
-    std::size_t least = std::max<std::size_t>(name.size() / 3, 2) + 1;
-    std::wstring nearest;
-    for (const std::wstring& known : names) {
-        const std::size_t distance = name.size() > kLongest ? least : Distance(name, known);
-        if (distance >= least) continue;
-        least = distance;
-        nearest = known;
-    }
-    return nearest.empty() ? "; remove it" : "; did you mean '" + ToUtf8(nearest) + "'?";
+std::string Suggestion(const std::wstring& name, const std::vector<std::string>& names) {
+    const std::string meant = DidYouMean(ToUtf8(name), names, '\'', '\'');
+    return meant.empty() ? "; remove it" : meant;
+}
+
+// What is wrong with a number, by the table.
+std::string FaultIn(const wchar_t* section, const wchar_t* key, const std::wstring& value) {
+    const ProjectKey* const row = FindProjectKey(section, key);
+    return row ? FaultOf(*row, value) : std::string();
 }
 
 std::set<std::wstring> ItemsOf(const std::wstring& list) {
@@ -108,18 +102,19 @@ ProjectFile::ProjectFile(const UserText& folder)
     : m_folder(folder), m_path(SettingsPath(folder)), m_file(OpenSettings(m_path)), m_lines(m_path) {}
 
 const Section* ProjectFile::Find(const wchar_t* section) {
-    m_known[section];
+    m_taken[section];
     return m_file.HasSection(section) ? &std::as_const(m_file)[section] : nullptr;
 }
 
 const SectionKey* ProjectFile::FindKey(const wchar_t* section, const wchar_t* key) {
     const Section* const found = Find(section);
-    m_known[section].insert(key);
+    m_taken[section][key];
     return found && found->HasKey(key) ? &(*found)[key] : nullptr;
 }
 
 void ProjectFile::ReadText(const wchar_t* section, const wchar_t* key, std::wstring& value) {
     if (const SectionKey* const given = FindKey(section, key)) value = Decoded(given->GetValue());
+    m_taken[section][key] = value;
 }
 
 void ProjectFile::ReadText(const wchar_t* section, const wchar_t* key, std::string& value) {
@@ -128,45 +123,39 @@ void ProjectFile::ReadText(const wchar_t* section, const wchar_t* key, std::stri
     value = ToUtf8(text);
 }
 
-bool ProjectFile::ReadNumber(const wchar_t* section, const wchar_t* key, double& value, double lowest,
-                             double highest) {
+bool ProjectFile::ReadNumber(const wchar_t* section, const wchar_t* key, double& value) {
     const SectionKey* const given = FindKey(section, key);
-    if (!given || given->GetValue().empty()) return false;
-    double number = 0;
-    if (!ParseNumber(ToUtf8(given->GetValue()), number)) {
-        Report(section, key, Named(given->GetValue()) + " is no number; " + DecimalText(value) + " is taken");
-        return false;
-    }
-    if (number >= lowest && number <= highest) {
-        value = number;
-        return true;
-    }
-    const bool hasUpper = highest < std::numeric_limits<double>::max();
-    Report(section, key,
-           Named(given->GetValue()) + " is not " +
-               (hasUpper ? "from " + DecimalText(lowest) + " to " + DecimalText(highest)
-                         : "at least " + DecimalText(lowest)) +
-               "; " + DecimalText(value) + " is taken");
-    return false;
+    const bool isGiven = given && !given->GetValue().empty();
+    const std::string fault = isGiven ? FaultIn(section, key, given->GetValue()) : "";
+    const bool isTaken = isGiven && fault.empty() && ParseNumber(ToUtf8(given->GetValue()), value);
+    m_taken[section][key] = FromUtf8(Written(value));
+    if (!fault.empty())
+        Report(section, key, Named(given->GetValue()) + ' ' + fault + TakenInstead(Written(value)));
+    return isTaken;
 }
 
-void ProjectFile::ReadName(const wchar_t* section, const wchar_t* key, const std::vector<std::string>& names,
-                           std::size_t& index) {
+std::size_t ProjectFile::ReadName(const wchar_t* section, const wchar_t* key, std::size_t otherwise) {
     const SectionKey* const given = FindKey(section, key);
-    if (!given || given->GetValue().empty()) return;
-    std::string all;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (icompareW(given->GetValue(), FromUtf8(names[i]))) {
-            index = i;
-            return;
+    const ProjectKey* const row = FindProjectKey(section, key);
+    const std::vector<std::string> names = row ? ChoicesOf(*row) : std::vector<std::string>();
+    std::size_t taken = otherwise;
+    if (given && !given->GetValue().empty()) {
+        std::string all;
+        std::size_t found = names.size();
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            if (icompareW(given->GetValue(), FromUtf8(names[i]))) found = i;
+            all += (i == 0 ? "" : i + 1 < names.size() ? ", " : " or ") + names[i];
         }
-        all += (i == 0 ? "" : i + 1 < names.size() ? ", " : " or ") + names[i];
+        if (found == names.size())
+            Report(section, key, Named(given->GetValue()) + " is not known; write " + all);
+        else
+            taken = found;
     }
-    Report(section, key, Named(given->GetValue()) + " is not known; write " + all);
+    if (taken < names.size()) m_taken[section][key] = FromUtf8(names[taken]);
+    return taken;
 }
 
 Section ProjectFile::ReadTexts(const wchar_t* section) {
-    m_taken.insert(section);
     Section texts(section);
     if (const Section* const found = Find(section))
         for (int i = 0; i < found->NumKeys(); ++i)
@@ -174,17 +163,41 @@ Section ProjectFile::ReadTexts(const wchar_t* section) {
     return texts;
 }
 
-void ProjectFile::CompareTaken(const wchar_t* section, const Section* given, const Section& taken) {
+// Puts those of the section's values that can be used over the values that a record has. False without the
+// section.
+bool ProjectFile::PutGiven(const wchar_t* section, Section& values) {
+    const Section* const given = Find(section);
+    if (!given) return false;
+    for (const auto& [key, row] : KeysOf(section)) {
+        const std::wstring newer =
+            row->newer ? key.substr(0, key.size() - std::wstring_view(row->name).size()) + row->newer : L"";
+        const bool isOfRecord = values.HasKey(key) || (!newer.empty() && values.HasKey(newer));
+        if (!isOfRecord || !given->HasKey(key) || (*given)[key].GetValue().empty()) continue;
+        const std::wstring& value = (*given)[key].GetValue();
+        if (const std::string fault = FaultOf(*row, value); !fault.empty()) {
+            double instead = 0;
+            const std::string text = ToUtf8(values[values.HasKey(key) ? key : newer].GetValue());
+            Report(section, key,
+                   Named(value) + ' ' + fault +
+                       TakenInstead(ParseNumber(text, instead) ? DecimalText(instead) : text));
+            continue;
+        }
+        values[key] << value;
+        if (!newer.empty() && !given->HasKey(newer)) (void)values.RemoveKey(newer);
+    }
+    return true;
+}
+
+void ProjectFile::CompareTaken(const wchar_t* section, const Section& given, const Section& taken) {
     for (int i = 0; i < taken.NumKeys(); ++i) {
         const std::wstring& key = taken[i].GetName().String();
-        m_known[section].insert(key);
-        if (!given || !given->HasKey(key)) continue;
-        const std::wstring& value = (*given)[key].GetValue();
+        m_taken[section][key] = taken[i].GetValue();
+        if (!given.HasKey(key)) continue;
+        const std::wstring& value = given[key].GetValue();
         if (IsColorIndex(key, value) || IsTurn(key, value) || IsTaken(value, taken[i].GetValue())) continue;
         const std::wstring& instead = taken[i].GetValue();
         Report(section, key,
-               Named(value) + " cannot be used; " + (instead.empty() ? "nothing" : Named(instead)) +
-                   " is taken");
+               Named(value) + " cannot be used" + TakenInstead(instead.empty() ? "" : Named(instead)));
     }
 }
 
@@ -224,24 +237,26 @@ void ProjectFile::RequireFace(const wchar_t* section, const std::wstring& key, c
 
 void ProjectFile::ReportUnknown() const {
     constexpr std::size_t kMost = 100;
+    std::vector<std::string> sections;
+    for (const ProjectSection& known : ProjectSections()) sections.push_back(ToUtf8(known.name));
     std::size_t count = 0;
     for (const auto& [section, key, line] : m_lines.Names()) {
-        const auto known = m_known.find(section);
-        const bool isSection = known != m_known.end();
-        if (key.empty() ? isSection
-                        : !isSection || m_taken.contains(section) || known->second.contains(key) ||
-                              key.starts_with(L'$'))
+        const auto known = m_taken.find(section);
+        const bool isSection = known != m_taken.end();
+        if (key.empty()
+                ? isSection
+                : !isSection || HasAnyKeys(section) || known->second.contains(key) || key.starts_with(L'$'))
             continue;
         if (++count > kMost) continue;
         if (key.empty()) {
-            Names names;
-            for (const auto& [name, keys] : m_known) names.insert(name);
-            Report(section, key, "there is no such section in a project" + Suggestion(section, names));
-        } else {
-            PlotErrorReporter::Get()[section].emplace_back(FromUtf8(
-                m_path.Utf8() + ':' + std::to_string(line) + ": " + InBrackets(section) + ' ' + ToUtf8(key) +
-                ": there is no such key in this section" + Suggestion(key, known->second)));
+            Report(section, key, "there is no such section in a project" + Suggestion(section, sections));
+            continue;
         }
+        std::vector<std::string> keys;
+        for (const NamedProjectKey& each : KeysOf(section)) keys.push_back(ToUtf8(each.name));
+        PlotErrorReporter::Get()[section].emplace_back(
+            FromUtf8(m_path.Utf8() + ':' + std::to_string(line) + ": " + InBrackets(section) + ' ' +
+                     ToUtf8(key) + ": there is no such key in this section" + Suggestion(key, keys)));
     }
     if (count > kMost)
         PlotErrorReporter::Get()[L"project.ini"].emplace_back(FromUtf8(

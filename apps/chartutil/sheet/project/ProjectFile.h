@@ -7,13 +7,13 @@
 #include "apps/chartutil/terminal/UserText.h"
 
 #include <map>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// Reads the settings of a project. What is wrong in them goes to the PlotErrorReporter, in the context of
-/// the section's name, with file, line and key; what was there before is then left as it was.
+/// Reads the settings of a project by the table of ProjectKeys.h. What is wrong in them goes to the
+/// PlotErrorReporter, in the context of the section's name, with file, line and key; what was there before is
+/// then left as it was, as it is without the key.
 class ProjectFile {
 public:
     /// Ends the command when there is no such file, or no settings file.
@@ -39,17 +39,28 @@ public:
     /// Text in UTF-8, or one byte a character as files of the suite have it.
     void ReadText(const wchar_t* section, const wchar_t* key, std::wstring& value);
     void ReadText(const wchar_t* section, const wchar_t* key, std::string& value);
-    bool ReadNumber(const wchar_t* section, const wchar_t* key, double& value, double lowest, double highest);
 
-    /// One of these names in any letter case, as its index.
-    void ReadName(const wchar_t* section, const wchar_t* key, const std::vector<std::string>& names,
-                  std::size_t& index);
+    /// A number in the key's range. False where there is none; `value` may be none before (NaN).
+    bool ReadNumber(const wchar_t* section, const wchar_t* key, double& value);
+
+    /// One of the key's choices in any letter case, as its index; `otherwise` where there is none.
+    std::size_t ReadName(const wchar_t* section, const wchar_t* key, std::size_t otherwise);
 
     /// A section whose keys are the user's: keywords with their values.
     Section ReadTexts(const wchar_t* section);
 
     /// A key that is read by other means.
     void Expect(const wchar_t* section, const wchar_t* key) { (void)FindKey(section, key); }
+
+    struct BelowNoCase {
+        using is_transparent = void;
+        bool operator()(std::wstring_view a, std::wstring_view b) const { return SmallerW(a, b); }
+    };
+    using Values = std::map<std::wstring, std::wstring, BelowNoCase>;
+    using Sections = std::map<std::wstring, Values, BelowNoCase>;
+
+    /// The sections and keys that were asked for, with the values that are taken, as they would be written.
+    const Sections& Taken() const { return m_taken; }
 
     /// Tells of sections and keys that nobody asked for. Comes last.
     void ReportUnknown() const;
@@ -63,14 +74,9 @@ public:
     const SettingsLines& Lines() const { return m_lines; }
 
 private:
-    struct BelowNoCase {
-        using is_transparent = void;
-        bool operator()(std::wstring_view a, std::wstring_view b) const { return SmallerW(a, b); }
-    };
-    using Names = std::set<std::wstring, BelowNoCase>;
-
     const SectionKey* FindKey(const wchar_t* section, const wchar_t* key);
-    void CompareTaken(const wchar_t* section, const Section* given, const Section& taken);
+    bool PutGiven(const wchar_t* section, Section& values);
+    void CompareTaken(const wchar_t* section, const Section& given, const Section& taken);
     void CompareLine(const wchar_t* section, const wchar_t* key, const std::wstring& given,
                      const std::wstring& taken, const std::vector<std::wstring>& names) const;
 
@@ -78,33 +84,37 @@ private:
     UserText m_path;
     IniFile m_file;
     SettingsLines m_lines;
-    std::map<std::wstring, Names, BelowNoCase> m_known;
-    Names m_taken; // sections whose keys are the user's
+    Sections m_taken;
 };
 
+// A record that reads a section takes something of its own for some keys that are missing, so it is given all
+// of its keys: with its values as they are, and over them those of the file.
 template <typename Record> bool ProjectFile::ReadRecord(const wchar_t* section, Record& record) {
-    const Section* const given = Find(section);
-    if (given) (void)record.Read(*given);
-    Section taken(section);
+    Section values(section), taken(section);
+    (void)record.Write(values);
+    const bool isThere = PutGiven(section, values);
+    if (isThere) (void)record.Read(values);
     (void)record.Write(taken);
-    CompareTaken(section, given, taken);
-    return given != nullptr;
+    CompareTaken(section, values, taken);
+    return isThere;
 }
 
 template <typename Record>
 bool ProjectFile::ReadPrefixed(const wchar_t* section, const wchar_t* prefix, Record& record) {
-    const Section* const given = Find(section);
-    if (given) (void)record.Read(prefix, *given);
-    Section taken(section);
+    Section values(section), taken(section);
+    (void)record.Write(prefix, values);
+    const bool isThere = PutGiven(section, values);
+    if (isThere) (void)record.Read(prefix, values);
     (void)record.Write(prefix, taken);
-    CompareTaken(section, given, taken);
-    return given != nullptr;
+    CompareTaken(section, values, taken);
+    return isThere;
 }
 
 template <typename Record>
 void ProjectFile::ReadLine(const wchar_t* section, const wchar_t* key, Record& record) {
     const SectionKey* const given = FindKey(section, key);
-    if (!given || given->GetValue().empty()) return;
-    record.FromString(given->GetValue());
-    CompareLine(section, key, given->GetValue(), record.ToString(), Record::OneLineItems());
+    const bool isGiven = given && !given->GetValue().empty();
+    if (isGiven) record.FromString(given->GetValue());
+    m_taken[section][key] = record.ToString();
+    if (isGiven) CompareLine(section, key, given->GetValue(), record.ToString(), Record::OneLineItems());
 }

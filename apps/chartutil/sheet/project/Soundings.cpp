@@ -146,7 +146,8 @@ private:
         constexpr std::size_t kLongest = 200;
         throw CommandError(ExitCode::CHECK_FAILED,
                            m_source.path.Utf8() + ':' + std::to_string(m_lines.LineNumber()) + ": " + what +
-                               "; write in [Soundings] which one is " + key +
+                               "; write in [Soundings], or with --" + Lower(key) +
+                               " of 'chartutil init', which one is " + key +
                                (all.empty() ? ", by its number" : ", one of " + all.substr(0, kLongest)));
     }
 
@@ -327,8 +328,11 @@ std::vector<Sounding> ReadSoundings(const Project& project) {
     });
     for (Sounding& sounding : found.soundings) sounding.depth *= factor;
     if (found.soundings.empty())
-        throw CommandError(ExitCode::CHECK_FAILED, project.lines.Place(L"Soundings", L"CoordinateSystem") +
-                                                       "no sounding has coordinates in it");
+        throw CommandError(ExitCode::CHECK_FAILED,
+                           project.soundings.Utf8() + ": no sounding has coordinates in " +
+                               project.coordinateSystem +
+                               "; write the file's own system, in [Soundings] FileCoordinateSystem or with "
+                               "--system of 'chartutil init'");
     return std::move(found.soundings);
 }
 

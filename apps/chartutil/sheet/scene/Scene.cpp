@@ -188,8 +188,6 @@ std::vector<double> TracedLevels(const Project& project, float least, float most
     return levels;
 }
 
-constexpr double kSmoothed = 1.3; // mm: edges of triangles are seen no more, and shapes hardly change
-
 } // namespace
 
 Scene MakeScene(const Project& project, const MapFrame& frame, std::vector<Sounding> soundings) {
@@ -216,7 +214,7 @@ Scene MakeScene(const Project& project, const MapFrame& frame, std::vector<Sound
         scene.unknown = {{Corners(shape.box)}};
         return scene;
     }
-    SmoothShoalBiased(scene.depths, kSmoothed / cellSize);
+    SmoothShoalBiased(scene.depths, project.smoothing / cellSize);
     scene.coverage = Coverage(thinned, shape, project.reach * frame.UnitsPerMm());
     const LineRules rules(project.contours, shape.box);
     const auto [least, most] = std::ranges::minmax_element(scene.depths.values);

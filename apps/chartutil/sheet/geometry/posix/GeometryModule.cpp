@@ -6,7 +6,7 @@
 const GeometryModule& LoadGeometryModule() {
     std::string whyNot;
     void* const open = LoadProgramModule("chartutil_geometry.so", "OpenGeometryModule",
-                                         {"libgdal32", "libgdal-dev"}, whyNot);
+                                         {"chartutil-sheet", "libgdal32", "libgdal-dev"}, whyNot);
     if (!open) throw CommandError(ExitCode::IO_ERROR, "no sheet can be drawn: this program " + whyNot);
     return *reinterpret_cast<const GeometryModule* (*)()>(open)();
 }

@@ -4,13 +4,14 @@ where ./run puts it, its commands in their order, and then the example, which th
 
 import os
 import pathlib
-import re
 import signal
 import subprocess
+import sys
 import tempfile
 import unittest
 
-SOURCE = pathlib.Path(__file__).resolve().parents[2]
+sys.dont_write_bytecode = True  # beside the sources
+from Page import SOURCE, commands
 
 # What is not run, by its beginning, and why.
 LEFT_OUT = {
@@ -23,13 +24,6 @@ LEFT_OUT = {
 # What does not end with 0.
 EXIT_CODES = {"chartutil settings check chart.ini": 1}
 ENDLESS = "--watch"  # runs until Ctrl-C
-
-
-def commands(page):
-    """The commands of the page's blocks, without their remarks."""
-    blocks = re.findall(r"^```sh\n(.*?)^```", page, re.MULTILINE | re.DOTALL)
-    lines = [re.sub(r"\s+#.*", "", line) for block in blocks for line in block.splitlines()]
-    return [line for line in lines if line]
 
 
 def is_left_out(command):

@@ -61,7 +61,8 @@ std::string Libraries(const fs::path& file) {
 TEST(Wnd_Module, MissingModuleIsNamedWithItsPackage) {
     const LonelyHost host;
     EXPECT_EQ("Windows cannot be made: this program has no " + host.ModulePath().string() +
-                  " (a build makes it where the Debian package qt6-base-dev is installed)",
+                  " (the Debian package utilitydll-gui has it; a build makes it where qt6-base-dev is "
+                  "installed)",
               host.Run());
 }
 

@@ -309,7 +309,7 @@ TEST(HelpInstall, SaysWhatIsInTheWay) {
     WriteBytes(folder.File(L"man"), "");
     const ProgramResult result = RunChartutil({"help", "--install", ToUtf8(WidePath(folder.Path()))});
     EXPECT_EQ(3, result.exitCode);
-    EXPECT_THAT(result.error, HasSubstr(ToUtf8(folder.File(L"man/man1/chartutil.1")) + ": "));
+    EXPECT_THAT(result.error, HasSubstr("/man/man1/chartutil.1: "));
     EXPECT_EQ(1U, folder.NumFiles());
     EXPECT_EQ(2, RunChartutil({"help", "--install", ""}).exitCode);
     EXPECT_EQ(2, RunChartutil({"help", "sheet", "--install", "x"}).exitCode);

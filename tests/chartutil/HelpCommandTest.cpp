@@ -8,6 +8,7 @@
 #include "apps/chartutil/help/Prose.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "tests/support/Environment.h"
+#include "tests/support/PrintedText.h"
 #include "tests/support/Program.h"
 
 #include <CLI/CLI.hpp>
@@ -15,7 +16,6 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <set>
-#include <sstream>
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
@@ -42,18 +42,6 @@ private:
         for (const CLI::App* const part : CommandsOf(command)) Collect(*part);
     }
 };
-
-std::vector<std::string> LinesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
-    return lines;
-}
-
-std::string WithoutBlanks(std::string text) {
-    std::erase_if(text, [](char c) { return c == ' ' || c == '\n'; });
-    return text;
-}
 
 // The words by which the program is asked for the command.
 std::vector<std::string> Words(const CLI::App& command) {

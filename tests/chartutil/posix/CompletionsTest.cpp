@@ -4,13 +4,13 @@
 #include "apps/chartutil/help/Completions.h"
 #include "apps/chartutil/Program.h"
 #include "apps/chartutil/help/OptionText.h"
+#include "tests/support/PrintedText.h"
 #include "tests/support/Program.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <gmock/gmock.h>
-#include <sstream>
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -33,13 +33,6 @@ std::string PathOf(const char* shell) {
     for (const char* const folder : {"/bin/", "/usr/bin/"})
         if (std::filesystem::exists(std::string(folder) + shell)) return std::string(folder) + shell;
     return {};
-}
-
-Strings LinesOf(const std::string& text) {
-    Strings lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
-    return lines;
 }
 
 Strings Names(const std::vector<const CLI::App*>& commands) {

@@ -8,13 +8,13 @@
 #include "apps/chartutil/help/OptionText.h"
 #include "apps/chartutil/terminal/Columns.h"
 #include "tests/support/Environment.h"
+#include "tests/support/PrintedText.h"
 #include "tests/support/Program.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <gmock/gmock.h>
-#include <sstream>
 
 using ::testing::Contains;
 using ::testing::HasSubstr;
@@ -58,18 +58,6 @@ std::string Shown(const std::string& page, const wchar_t* columns) {
     EXPECT_EQ(0, result.exitCode);
     EXPECT_EQ("", result.error);
     return result.output;
-}
-
-std::vector<std::string> LinesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
-    return lines;
-}
-
-std::string WithoutBlanks(std::string text) {
-    std::erase_if(text, [](char c) { return c == ' ' || c == '\n'; });
-    return text;
 }
 
 // Leaves out what it is looked for in, which is a whole page.

@@ -6,6 +6,12 @@
 # --display the program has an X server of its own, which ends with it. The first call for a FOLDER decides how many
 # pixels to the inch its programs see, usually 96.
 set -euo pipefail
+# Debian's Wine lies at 0x7d000000, and new kernels put its heap anywhere within the gigabyte behind. Where that takes
+# the address of Windows' shared page, 0x7ffe0000, a program ends before it begins, and says nothing. Hence a heap that
+# stays in its place, unless a container forbids to ask for one.
+if [ "$(cat /proc/self/personality)" = 00000000 ] && setarch --addr-no-randomize true 2>/dev/null; then
+    exec setarch --addr-no-randomize "$0" "$@"
+fi
 run=(wine)
 if [ "$1" = --display ]; then
     run=("$(dirname "$(readlink -f "$0")")/xvfb.sh" wine)

@@ -149,6 +149,12 @@ struct SystemCall {
     std::string line;
 };
 
+/// Whether a call concerns memory alone, which no file shows. How many there are is a sanitizer's affair, and
+/// differs from run to run.
+bool ConcernsMemory(const std::string& name) {
+    return std::set<std::string>{"brk", "madvise", "mmap", "mprotect", "mremap", "munmap"}.contains(name);
+}
+
 /// The system calls of a command, from the first that names the target to the end of the process. Empty when
 /// nothing could be traced.
 std::vector<SystemCall> Traced(const std::vector<std::string>& traced) {
@@ -169,7 +175,8 @@ std::vector<SystemCall> Traced(const std::vector<std::string>& traced) {
         const int number = ++numbers[name];
         if (name != "execve" && line.find("a.ini") != std::string::npos) begun = true;
         // Through pipes a sanitizer asks whether memory can be read; a save has none.
-        if (begun && line.find("<pipe:") == std::string::npos) calls.push_back({name, number, line});
+        if (!begun || ConcernsMemory(name) || line.find("<pipe:") != std::string::npos) continue;
+        calls.push_back({name, number, line});
     }
     return calls;
 }

@@ -511,19 +511,6 @@ TEST(IniFile_Save, ReplacesAFileWhateverTheirLengths) {
     }
 }
 
-TEST(IniFile_Save, KeepsAFileThatIsNotWritable) {
-    const TemporaryFolder folder;
-    const std::wstring path = folder.File(L"a.ini");
-    WriteBytes(path, "[old]\r\n");
-    std::filesystem::permissions(NativePath(path), std::filesystem::perms::owner_read);
-    if (std::fstream(NativePath(path), std::ios::in | std::ios::out).is_open())
-        GTEST_SKIP() << "this user may write to a read-only file";
-    EXPECT_FALSE(FileOf({Made(L"s", {})}).Save(path));
-    EXPECT_EQ("[old]\r\n", ReadBytes(path));
-    EXPECT_EQ(1u, folder.NumFiles());
-    std::filesystem::permissions(NativePath(path), std::filesystem::perms::owner_all);
-}
-
 TEST(IniFile_Save, RandomFilesAreWrittenAsAStreamWouldAndComeBack) {
     Random random(11);
     const TemporaryFolder folder;

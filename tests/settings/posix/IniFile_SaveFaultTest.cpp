@@ -266,6 +266,22 @@ TEST(IniFile_SaveFault, KeepsTheSetIdBitsThatWritingTakesFromAnOrdinaryUsersFile
         }
 }
 
+TEST(IniFile_SaveFault, KeepsAFileThatItsOwnerMayNotWrite) {
+    for (const mode_t mode : {0400u, 0444u, 0577u}) {
+        const SaveTarget target(true);
+        if (IsRoot()) {
+            ASSERT_EQ(0, chown(target.NativeName().c_str(), 65534, 65534));
+            ASSERT_EQ(0,
+                      chown(target.Folder().Path().c_str(), 65534, 65534)); // which would take another file
+        }
+        ASSERT_EQ(0, chmod(target.NativeName().c_str(), mode));
+        EXPECT_TRUE(AsOrdinaryUser([&] { return !NewContent().Save(target.Path()); })) << mode;
+        EXPECT_EQ(kOld, target.Bytes()) << mode;
+        EXPECT_EQ(mode, target.Status().st_mode & 07777);
+        EXPECT_EQ(1u, target.Folder().NumFiles()) << mode;
+    }
+}
+
 TEST(IniFile_SaveFault, ANewFileHasTheModeOfTheProcess) {
     for (const mode_t mask : {022u, 077u, 0u}) {
         const SaveTarget target(false);
